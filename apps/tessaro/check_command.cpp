@@ -1,0 +1,32 @@
+#include "check_command.h"
+
+#include "check_hext.h"
+#include "check_rvm.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr OutputChecker checkers[] = {
+    {"hext", "the folder of HEXTOUT: are its files there, are their lines whole", checkHextFolder},
+    {"rvm", "an RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
+     checkRvmFiles},
+};
+
+}  // namespace
+
+std::span<const OutputChecker> outputCheckers() {
+    return checkers;
+}
+
+ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path) {
+    const Findings findings = checker.check(path);
+    for (const std::string& finding : findings) {
+        std::fprintf(stderr, "tessaro: %s\n", finding.c_str());
+    }
+    if (!findings.empty()) {
+        return ExitStatus::InputRefused;
+    }
+    std::fprintf(stderr, "%s: good\n", path.c_str());
+    return ExitStatus::Done;
+}

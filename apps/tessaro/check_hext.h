@@ -1,0 +1,7 @@
+#pragma once
+
+#include "check_command.h"
+
+// The folder temp/hext of an installation root after HEXTOUT: the files that every run writes are there, and every text
+// file of the folder has lines in CR LF, characters of the code page and no zero bytes.
+Findings checkHextFolder(const std::filesystem::path& folder);

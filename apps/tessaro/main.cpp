@@ -1,0 +1,16 @@
+// The host program. It knows the host, the plant platform and the forms; the product is the module that it loads.
+#include "command_line.h"
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+int main(int argc, char** argv) {
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        return static_cast<int>(CommandLine().main(argc, argv));
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tessaro: %s\n", error.what());
+        return static_cast<int>(ExitStatus::Failed);
+    }
+}

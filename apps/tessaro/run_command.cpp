@@ -1,0 +1,267 @@
+#include "run_command.h"
+
+#include "cancel_signal.h"
+#include "console.h"
+#include "module_file.h"
+#include "plant/model.h"
+#include "report_output.h"
+#include "tolmar/code_page.h"
+#include "tolmar/run_report.h"
+#include "tolmar/scripted_ui.h"
+#include "tolmar/system.h"
+#include "xdb_function.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <strings.h>
+
+namespace {
+
+using tolmar::fromUtf8;
+using tolmar::RunOutcome;
+using tolmar::runReport;
+using tolmar::ScriptedUi;
+namespace fs = std::filesystem;
+
+// Answers from the command line, speaks through the console.
+class CommandLineUi final : public ScriptedUi {
+public:
+    CommandLineUi(tolmar::ScriptedAnswers answers, Console& console)
+        : ScriptedUi(std::move(answers), outputTo(console)), console_(console) {}
+    void progressChanged(const tolmar::ProgressState& state) override { console_.progress(state); }
+
+private:
+    static Output outputTo(Console& console) {
+        return [&console](Channel channel, const std::string& utf8) {
+            switch (channel) {
+            case Channel::Print:
+                return console.print(utf8);
+            case Channel::Box:
+            case Channel::Note:
+                return console.note(utf8);
+            case Channel::Error:
+                return console.error(utf8);
+            }
+        };
+    }
+    Console& console_;
+};
+
+ProgressStyle progressStyleOf(const RunOptions& options) {
+    constexpr std::pair<const char*, ProgressStyle> styles[] = {{"bar", ProgressStyle::Bar},
+                                                                {"plain", ProgressStyle::Plain},
+                                                                {"json", ProgressStyle::Json},
+                                                                {"none", ProgressStyle::None}};
+    for (const auto& [name, style] : styles) {
+        if (options.progress == name) {
+            return style;
+        }
+    }
+    return automaticProgressStyle(options.quiet);
+}
+
+Verbosity verbosityOf(const RunOptions& options) {
+    return options.quiet ? Verbosity::Quiet : options.verbose ? Verbosity::Verbose : Verbosity::Normal;
+}
+
+// A command may change the working folder, so every path is made absolute first.
+void makeAbsolute(fs::path& path) {
+    if (!path.empty() && path != "-") {
+        path = fs::absolute(path).lexically_normal();
+    }
+}
+
+bool isXdbFunction(const std::string& name) {
+    return ::strcasecmp(name.c_str(), xdbFunctionName) == 0;
+}
+
+fs::path defaultRoot() {
+    const char* root = std::getenv("TESSARO_ROOT");
+    return root != nullptr && *root != '\0' ? root : "./install";
+}
+
+class Run {
+public:
+    Run(const RunOptions& options, Console& console) : options_(options), console_(console) {}
+
+    ExitStatus execute() {
+        for (const auto step :
+             {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::prepareUi, &Run::loadTheModel}) {
+            const ExitStatus status = (this->*step)();
+            if (status != ExitStatus::Done) {
+                return status;
+            }
+        }
+        runAll();
+        module_.reset();
+        plant::setCurrentModel(nullptr);
+        tolmar::setHostUi(nullptr);
+        return finalStatus();
+    }
+
+private:
+    static ExitStatus refuse(ExitStatus status, const std::string& utf8) {
+        runReport().ended(status == ExitStatus::Failed ? RunOutcome::Failed : RunOutcome::Refused, fromUtf8(utf8));
+        return status;
+    }
+
+    ExitStatus prepareRoot() {
+        std::error_code error;
+        if (!fs::is_directory(options_.root, error)) {
+            return refuse(ExitStatus::InputRefused,
+                          options_.root.string() + ": no installation root (--root or TESSARO_ROOT names it)");
+        }
+        tolmar::setInstallationRoot(fromUtf8(options_.root.string()));
+        tolmar::setDryRun(options_.dryRun);
+        return ExitStatus::Done;
+    }
+
+    ExitStatus loadTheModule() {
+        std::string error;
+        module_ = loadModule(error);
+        return module_ != nullptr ? ExitStatus::Done : refuse(ExitStatus::Failed, error);
+    }
+
+    ExitStatus checkNames() {
+        for (const std::string& name : options_.commands) {
+            if (registeredCommands().lookup(fromUtf8(name)) == nullptr && !isXdbFunction(name)) {
+                std::string known;
+                for (const auto& command : registeredCommands().commands()) {
+                    known += command->globalName + ", ";
+                }
+                return refuse(ExitStatus::WrongUsage, name + ": no such command; there are " + known + xdbFunctionName);
+            }
+        }
+        return ExitStatus::Done;
+    }
+
+    ExitStatus prepareUi() {
+        tolmar::ScriptedAnswers answers;
+        answers.target = options_.out.empty() ? fs::current_path() : options_.out;
+        answers.inputs = options_.inputs;
+        answers.selection = {options_.select, options_.deselect};
+        answers.dryRun = options_.dryRun;
+        answers.cancelled = interrupted;
+        std::string error;
+        if (!options_.selectFile.empty() && !readSelectFile(options_.selectFile, answers.selection, error)) {
+            return refuse(ExitStatus::InputRefused, error);
+        }
+        for (const std::string& setting : options_.set) {
+            std::string key;
+            bool on = false;
+            splitSetting(setting, key, on);
+            if (key == "strict") {
+                strict_ = on;
+            } else {
+                answers.options.emplace_back(key, on);
+            }
+        }
+        ui_ = std::make_unique<CommandLineUi>(std::move(answers), console_);
+        return ExitStatus::Done;
+    }
+
+    ExitStatus loadTheModel() {
+        plant::LoadResult loaded = plant::loadModel(options_.model);
+        if (!loaded) {
+            return refuse(ExitStatus::InputRefused, loaded.error);
+        }
+        model_ = std::move(loaded.model);
+        plant::setCurrentModel(model_.get());
+        return ExitStatus::Done;
+    }
+
+    void runAll() {
+        tolmar::setHostUi(ui_.get());
+        catchInterrupt();
+        for (const std::string& name : options_.commands) {
+            if (interrupted()) {
+                runReport().ended(RunOutcome::Cancelled);
+            }
+            if (interrupted() || !ui_->refusal().empty()) {
+                break;
+            }
+            console_.detail("command " + name);
+            runOne(name);
+        }
+        tolmar::waitForStartedPrograms();
+    }
+
+    // A handler catches what it expects; what comes through all the same fails this command alone.
+    void runOne(const std::string& name) {
+        try {
+            if (const TlEdCommand* command = registeredCommands().lookup(fromUtf8(name))) {
+                command->handler();
+            } else {
+                callXdbFunction({module_.get(), options_.out, strict_});
+            }
+        } catch (const std::exception& error) {
+            runReport().ended(RunOutcome::Failed, error.what());
+        }
+    }
+
+    // The scope dialog of a dry run was cancelled on purpose.
+    ExitStatus finalStatus() const {
+        const bool onPurpose = options_.dryRun && runReport().outcome() == RunOutcome::Cancelled && !interrupted();
+        return onPurpose ? ExitStatus::Done : statusOf(runReport());
+    }
+
+    const RunOptions& options_;
+    Console& console_;
+    std::unique_ptr<CommandLineUi> ui_;
+    plant::ModelPtr model_;
+    std::unique_ptr<tolmar::LoadedModule> module_;
+    bool strict_ = false;
+};
+
+RunFacts factsOf(const RunOptions& options, ExitStatus status) {
+    const tolmar::RunReport& report = runReport();
+    RunFacts facts{options.commands, options.model, status, report.outcome(), tolmar::toUtf8(report.reason())};
+    if (status == ExitStatus::Done) {
+        facts.outcome = RunOutcome::Done;
+        facts.reason.clear();
+    }
+    return facts;
+}
+
+}  // namespace
+
+bool splitSetting(const std::string& text, std::string& key, bool& on) {
+    const std::size_t size = text.size();
+    if (size < 3 || text[size - 2] != '=' || (text[size - 1] != '0' && text[size - 1] != '1')) {
+        return false;
+    }
+    key = text.substr(0, size - 2);
+    on = text[size - 1] == '1';
+    return true;
+}
+
+ExitStatus runCommands(RunOptions options) {
+    Console console(verbosityOf(options), progressStyleOf(options));
+    if (options.interactive) {
+        console.error("this build has no dialogs on the screen; leave --interactive out");
+        return ExitStatus::WrongUsage;
+    }
+    if (options.root.empty()) {
+        options.root = defaultRoot();
+    }
+    for (fs::path* path :
+         {&options.model, &options.root, &options.out, &options.selectFile, &options.report, &options.logFile}) {
+        makeAbsolute(*path);
+    }
+    if (!options.logFile.empty() && !console.openLog(options.logFile)) {
+        console.error(options.logFile.string() + ": cannot be written");
+        return ExitStatus::Failed;
+    }
+    ExitStatus status = Run(options, console).execute();
+    const RunFacts facts = factsOf(options, status);
+    printSummary(console, runReport(), facts);
+    if (!options.report.empty() && !writeReport(options.report, runReport(), facts)) {
+        console.error(options.report.string() + ": the report cannot be written");
+        status = ExitStatus::Failed;
+    }
+    if (!console.closeLog()) {
+        console.error(options.logFile.string() + ": not all of the log could be written");
+        status = ExitStatus::Failed;
+    }
+    return status;
+}

@@ -1,0 +1,18 @@
+// `tessaro run XDBOUT`: the module's exported function for other modules of the process, its arrays as JSON.
+#pragma once
+
+#include "tolmar/module_loader.h"
+
+#include <filesystem>
+
+inline constexpr const char* xdbFunctionName = "XDBOUT";
+
+struct XdbCall {
+    const tolmar::LoadedModule* module = nullptr;
+    // Folder of the JSON file, which takes the project's name; empty: standard output.
+    std::filesystem::path out;
+    bool strict = false;
+};
+
+// Tells the run report how it went.
+void callXdbFunction(const XdbCall& call);

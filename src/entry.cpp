@@ -1,0 +1,97 @@
+// The four functions that the module exports. No exception leaves them.
+#include "frame/commands.h"
+#include "frame/tessaro_app.h"
+#include "hextinterface/hext_commands.h"
+#include "platform/hxcom.h"
+#include "rvm/rvm_command.h"
+#include "tolmar/paths.h"
+#include "tolmar/run_report.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#define TESSARO_EXPORT extern "C" __attribute__((visibility("default")))
+
+namespace {
+
+using tolmar::RunOutcome;
+using tolmar::runReport;
+
+// Stands at the edge of every command: nothing that a handler lets through reaches the host.
+template <void (*Handler)()>
+void guarded() {
+    try {
+        Handler();
+    } catch (const std::exception& failure) {
+        runReport().ended(RunOutcome::Failed, failure.what());
+    } catch (...) {
+        runReport().ended(RunOutcome::Failed, "unknown exception");
+    }
+}
+
+void refuse(const char* command) {
+    hxcad::hextPrintf("\n%s is not part of this version", command);
+    runReport().ended(RunOutcome::Refused, std::string(command) + " is not part of this version");
+}
+void ornaout() {
+    refuse("ORNAOUT");
+}
+void obmout() {
+    refuse("OBMOUT");
+}
+void nvout() {
+    refuse("NVOUT");
+}
+void maxout() {
+    refuse("MAXOUT");
+}
+
+constexpr CommandRow commands[] = {
+    {"ORNAOUT", guarded<ornaout>},
+    {"OBMOUT", guarded<obmout>},
+    {"NVOUT", guarded<nvout>},
+    {"HEXTOUT", guarded<hextout>},
+    {"ShowHextBranch", guarded<showHextBranch>},
+    {"RVMOUT", guarded<rvmout>},
+    {"MAXOUT", guarded<maxout>},
+};
+
+// One instance for as long as the module is loaded.
+TessaroApp& tessaroApp() {
+    static TessaroApp app(commands);
+    return app;
+}
+
+}  // namespace
+
+TESSARO_EXPORT int tlrxEntryPoint(unsigned message, void* packet) {
+    try {
+        return dispatchMessage(tessaroApp(), message, packet);
+    } catch (...) {
+        return TlRx::kRetError;
+    }
+}
+
+TESSARO_EXPORT std::uint32_t tlrxGetApiVersion() {
+    return tlrxApiVersion;
+}
+
+// Copies the current design file to a folder, over an existing one. Reports nothing.
+TESSARO_EXPORT void CopyDesignAndDwg(const char* targetFolder) {
+    try {
+        const std::string item = HextSystem::getCurrentDesignItem("CurSelDatabase", false);
+        const std::string source = std::string(HextSystem::getCurrentProjPath()) + "\\" + item;
+        tolmar::copyFile(source, std::string(targetFolder != nullptr ? targetFolder : "") + "\\" + item);
+    } catch (...) {
+        return;
+    }
+}
+
+// Hands out the shape and data of the objects under the current manager; false when there is none.
+TESSARO_EXPORT bool XDBOUT(std::vector<std::string>&, std::vector<std::uint64_t>&, std::vector<std::vector<double>>&,
+                           std::vector<std::vector<int>>&, std::vector<std::vector<double>>&,
+                           std::vector<std::vector<int>>&, std::vector<std::string>&, int) {
+    refuse("XDBOUT");
+    return false;
+}

@@ -1,0 +1,86 @@
+#include "frame/easy_log.h"
+
+#include "tolmar/paths.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <ctime>
+
+namespace hextlog {
+
+namespace {
+
+std::string timeText() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    char text[128];
+    return {text, std::strftime(text, sizeof text, "\t[%Y.%m.%d %X %A]", &local)};
+}
+
+std::string formatted(const char* format, std::va_list arguments) {
+    std::va_list copy;
+    va_copy(copy, arguments);
+    const int length = std::vsnprintf(nullptr, 0, format, copy);
+    va_end(copy);
+    std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+    std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+    return text;
+}
+
+}  // namespace
+
+EasyLog::EasyLog(const char* path, bool truncateFirst) {
+    setTarget(path, truncateFirst);
+}
+
+void EasyLog::setTarget(const char* path, bool truncateFirst) {
+    if (path != nullptr) {
+        target_ = path;
+        truncateFirst_ = truncateFirst;
+    }
+}
+
+void EasyLog::write(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const std::string text = formatted(format, arguments);
+    va_end(arguments);
+    writeText(text);
+}
+
+// The log goes past the run report: it is no output of a run, and losing a line is no failure.
+void EasyLog::writeText(const std::string& text) {
+    if (target_.empty()) {
+        return;
+    }
+    const std::string path = tolmar::resolvePath(target_).string();
+    if (truncateFirst_) {
+        std::FILE* emptied = std::fopen(path.c_str(), "wb");
+        if (emptied == nullptr) {
+            return;
+        }
+        std::fclose(emptied);
+        truncateFirst_ = false;
+    }
+    std::FILE* file = std::fopen(path.c_str(), "ab");
+    if (file == nullptr) {
+        return;
+    }
+    std::string line;
+    for (const char c : text + timeText() + "\n") {
+        if (c == '\n') {
+            line += '\r';
+        }
+        line += c;
+    }
+    std::fwrite(line.data(), 1, line.size(), file);
+    std::fclose(file);
+}
+
+EasyLog& exportLog() {
+    static EasyLog log("\\temp\\log\\Trace.txt", false);
+    return log;
+}
+
+}  // namespace hextlog

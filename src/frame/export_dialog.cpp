@@ -1,0 +1,304 @@
+#include "frame/export_dialog.h"
+
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/tree_walker.h"
+#include "scripts/options.h"
+#include "scripts/script_host.h"
+#include "tolmar/code_page.h"
+#include "tolmar/run_report.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace {
+
+constexpr int treeId = 12581;
+constexpr int cacheId = 12587;
+constexpr int clientLeft = 110;
+constexpr int rightMargin = 10;
+constexpr int formWidth = 560;
+constexpr int formHeight = 700;
+
+// The option check boxes: where they stand, what they write, and the modes that enable them (bit = mode).
+struct OptionBox {
+    int id;
+    const char16_t* label;
+    FormRect rect;
+    const char* option;
+    unsigned modes;
+};
+constexpr unsigned inMode(ExportDataDlg::Mode mode) {
+    return 1U << mode;
+}
+constexpr unsigned nvOnly = inMode(ExportDataDlg::NvOut);
+constexpr unsigned weldModes = nvOnly | inMode(ExportDataDlg::RvmOut) | inMode(ExportDataDlg::HextOut);
+constexpr OptionBox optionBoxes[] = {
+    {12584, u"输出焊点", {10, 0, 100, 25}, "outWeld", weldModes},
+    {12585, u"展开分支", {10, 30, 100, 55}, "nvExpandBranch", nvOnly},
+    {12586, u"OR轴网", {10, 60, 100, 85}, "orAxiss", nvOnly},
+    {cacheId, u"刷新缓存", {10, 90, 100, 115}, "clearCache", inMode(ExportDataDlg::HextOut)},
+};
+
+// What the dialog leaves behind, and its table of which item shows which node.
+ExportDataDlg::NodeSelection nodeSelection;
+ExportDataDlg::ObjectSelection objectSelection;
+std::unordered_map<HxDbObjectId, OrnLogicTree::Item> nodeItems;
+
+FormRect treeRect(int width, int height) {
+    return {clientLeft, 0, width - rightMargin, height};
+}
+
+HxDbTreeNode* nodeOf(OrnLogicTree::Item item) {
+    return static_cast<HxDbTreeNode*>(item->data);
+}
+
+HxDbObject* objectOf(const HxDbTreeNode* node, HxDb::OpenMode mode) {
+    HxDbObject* object = nullptr;
+    return hxdbOpenObject(node->getTreeNodeValue(), object, mode) == Hext::eOk ? object : nullptr;
+}
+
+void setBranch(OrnLogicTree::Item top, bool checked) {
+    std::vector<OrnLogicTree::Item> open{top};
+    while (!open.empty()) {
+        const OrnLogicTree::Item item = open.back();
+        open.pop_back();
+        OrnLogicTree::setChecked(item, checked);
+        const auto& children = OrnLogicTree::children(item);
+        open.insert(open.end(), children.begin(), children.end());
+    }
+}
+
+void checkAncestors(OrnLogicTree::Item item) {
+    while ((item = OrnLogicTree::parent(item)) != nullptr) {
+        OrnLogicTree::setChecked(item, true);
+    }
+}
+
+bool anyChecked(const std::vector<OrnLogicTree::Item>& items) {
+    return std::any_of(items.begin(), items.end(), OrnLogicTree::checked);
+}
+
+// An only child takes its parent along, and so on upward; the last checked of several clears its parent and no more.
+void uncheckAncestors(OrnLogicTree::Item item) {
+    for (OrnLogicTree::Item parent; (parent = OrnLogicTree::parent(item)) != nullptr; item = parent) {
+        const auto& siblings = OrnLogicTree::children(parent);
+        if (siblings.size() == 1) {
+            OrnLogicTree::setChecked(parent, false);
+            continue;
+        }
+        if (!anyChecked(siblings)) {
+            OrnLogicTree::setChecked(parent, false);
+        }
+        return;
+    }
+}
+
+class ResultTaker {
+public:
+    void take(OrnLogicTree::Item item) {
+        const HxDbTreeNode* node = nodeOf(item);
+        const bool checked = OrnLogicTree::checked(item);
+        nodes_.emplace_back(node->objectId(), checked);
+        const HxDbObject* object = objectOf(node, 3);
+        if (object == nullptr) {
+            return;
+        }
+        if (checked && object->isKindOf(HextManager::desc())) {
+            getAllSubObjects(node, below_);
+            for (const HxDbObject* member : below_) {
+                objects_.insert(member->objectId());
+            }
+        }
+        if (!checked && object->isKindOf(HxDbSmrtlnEntity::desc())) {
+            objects_.erase(object->objectId());
+        }
+    }
+    void finish() {
+        nodeSelection.assign(std::move(nodes_));
+        objectSelection = objects_.build();
+    }
+
+private:
+    std::vector<ExportDataDlg::NodeSelection::Entry> nodes_;
+    IdSet::Builder objects_;
+    std::vector<HxDbObject*> below_;
+};
+
+}  // namespace
+
+bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId node) {
+    const auto at = selection.find(node);
+    if (at == selection.end()) {
+        throw std::out_of_range("invalid map<K, T> key");
+    }
+    return at->second;
+}
+
+ExportDataDlg::ExportDataDlg(int mode, bool withOtherRoots) : mode_(mode), withOtherRoots_(withOtherRoots) {
+    nodeSelection.clear();
+    objectSelection.clear();
+}
+
+const ExportDataDlg::NodeSelection& ExportDataDlg::selectedNodes() {
+    return nodeSelection;
+}
+
+const ExportDataDlg::ObjectSelection& ExportDataDlg::selectedObjects() {
+    return objectSelection;
+}
+
+void ExportDataDlg::onInit() {
+    setFrame(u"导出", formWidth, formHeight);
+    tree_ = createTree(treeId, treeRect(formWidth, formHeight));
+    createOptions();
+    createButton(OrnLogicButton::Kind::Push, ResultOk, u"确定", {10, 130, 100, 155});
+    createButton(OrnLogicButton::Kind::Push, ResultCancel, u"取消", {10, 160, 100, 185});
+    tree_->setBackground(240, 240, 240);
+    if (!fillTree()) {
+        end(ResultCancel);
+    }
+}
+
+void ExportDataDlg::createOptions() {
+    for (const OptionBox& option : optionBoxes) {
+        OrnLogicButton* box = createButton(OrnLogicButton::Kind::CheckBox, option.id, option.label, option.rect);
+        box->setChecked(optionOn(option.option));
+        box->enable((option.modes & (1U << mode_)) != 0);
+    }
+}
+
+bool ExportDataDlg::fillTree() {
+    HxDbTreeNode* root = hxcom::getDataManTreeRoot();
+    if (root == nullptr) {
+        char text[512];
+        std::snprintf(text, sizeof text, "用户'%s'的主数据库'%s'中没有数据，请向系统管理员询问",
+                      HextSystem::getCurrentUser(), HextSystem::getCurrentDesignItem("CurSelDatabase", false));
+        hxcom::errorMsg(text);
+        tolmar::runReport().ended(tolmar::RunOutcome::Refused, text);
+        return false;
+    }
+    fillFrom(root, nullptr);
+    std::vector<HxDbObject*> others;
+    if (withOtherRoots_ && hxcom::getTreeRootOfOther(others)) {
+        for (HxDbObject* other : others) {
+            HxDbTreeNode* otherRoot = HxDbTreeNode::cast(other);
+            if (otherRoot != nullptr && !nodeItems.contains(otherRoot->objectId())) {
+                fillFrom(otherRoot, "协同模型：");
+            }
+        }
+    }
+    return true;
+}
+
+void ExportDataDlg::fillFrom(HxDbTreeNode* root, const char* worldPrefix) {
+    for (TreeWalker walker(root); !walker.done(); walker.next()) {
+        HxDbTreeNode* node = walker.current();
+        if (HxDbObject* object = objectOf(node, 2)) {
+            addNode(node, object, worldPrefix);
+        } else {
+            const char* name = node->getName();
+            tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
+                                           "cannot be opened");
+        }
+    }
+}
+
+void ExportDataDlg::addNode(HxDbTreeNode* node, HxDbObject* object, const char* worldPrefix) {
+    const OrnLogicTree::Item parent = parentItem(node);
+    OrnLogicTree::Item item = nullptr;
+    if (object->isKindOf(HextWorld::desc())) {
+        const char* name =
+            worldPrefix != nullptr ? hxcom::queryDbShortName(object->database()) : object->getDisplayName();
+        std::string label = worldPrefix != nullptr ? worldPrefix : "";
+        label += name != nullptr ? name : "";
+        item = tree_->insertLast(parent, label.empty() ? u"World" : tolmar::toWide(label), node);
+    } else {
+        const char* name = node->getName();
+        const std::string label = prefixOf(object) + (name != nullptr ? name : "error node name");
+        item = tree_->insertSorted(parent, tolmar::toWide(label), node);
+    }
+    nodeItems[node->objectId()] = item;
+}
+
+OrnLogicTree::Item ExportDataDlg::parentItem(const HxDbTreeNode* node) const {
+    const HxDbTreeNode* parent = node->getParent();
+    const auto at = parent != nullptr ? nodeItems.find(parent->objectId()) : nodeItems.end();
+    return at != nodeItems.end() ? at->second : nullptr;
+}
+
+const std::string& ExportDataDlg::prefixOf(const HxDbObject* object) {
+    const auto [at, isNew] = prefixes_.try_emplace(object->isA());
+    if (isNew) {
+        at->second = getNodePrefix(object->isA()->name(), nullptr, nullptr, nullptr);
+    }
+    return at->second;
+}
+
+void ExportDataDlg::onSize(int width, int height) {
+    tree_->setRect(treeRect(width, height));
+}
+
+void ExportDataDlg::onControlClicked(int id) {
+    if (id == treeId) {
+        return clickTree();
+    }
+    if (id == ResultOk) {
+        takeResults();
+        return end(ResultOk);
+    }
+    if (id == ResultCancel) {
+        return end(ResultCancel);
+    }
+    if (auto* box = dynamic_cast<OrnLogicButton*>(control(id))) {
+        clickOption(*box);
+    }
+}
+
+void ExportDataDlg::clickTree() {
+    const OrnLogicTree::Item item = tree_->itemUnderMouse();
+    if (item == nullptr) {
+        return;
+    }
+    const bool checked = !OrnLogicTree::checked(item);
+    tree_->select(item);
+    setBranch(item, checked);
+    if (checked) {
+        checkAncestors(item);
+    } else {
+        uncheckAncestors(item);
+    }
+}
+
+void ExportDataDlg::clickOption(OrnLogicButton& box) {
+    if (!box.enabled()) {
+        return;
+    }
+    box.setChecked(!box.checked());
+    for (const OptionBox& option : optionBoxes) {
+        if (option.id == box.id()) {
+            setOption(option.option, box.checked());
+        }
+    }
+    if (box.id() == cacheId && box.checked()) {
+        clearBomCache();
+    }
+}
+
+void ExportDataDlg::takeResults() {
+    ResultTaker taker;
+    const auto& top = tree_->topItems();
+    std::vector<OrnLogicTree::Item> open(top.rbegin(), top.rend());
+    while (!open.empty()) {
+        const OrnLogicTree::Item item = open.back();
+        open.pop_back();
+        taker.take(item);
+        const auto& children = OrnLogicTree::children(item);
+        open.insert(open.end(), children.rbegin(), children.rend());
+    }
+    taker.finish();
+}
+
+void ExportDataDlg::onClosing() {
+    nodeItems.clear();
+}

@@ -1,0 +1,52 @@
+// The scope dialog of all exports: a tree of managers with check boxes, and up to four options.
+#pragma once
+
+#include "forms/forms.h"
+#include "platform/id_tables.h"
+#include "platform/objects.h"
+
+#include <string>
+#include <unordered_map>
+
+class ExportDataDlg final : public OrnLogicForm {
+public:
+    enum Mode { NvOut = 0, RvmOut = 1, HextOut = 2, ObmOut = 3, OrnaOut = 4 };
+    using NodeSelection = IdMap<bool>;
+    using ObjectSelection = IdSet;
+
+    // Empties the results of the dialog before.
+    explicit ExportDataDlg(int mode, bool withOtherRoots = true);
+
+    // The results, valid after the dialog object is gone until the next one is made: id of a tree node to whether its
+    // item was checked at OK, and the smart objects under checked managers less those unchecked one by one.
+    static const NodeSelection& selectedNodes();
+    static const ObjectSelection& selectedObjects();
+    static std::size_t getSelectedObjectCount() { return selectedObjects().size(); }
+
+    void onInit() override;
+    void onSize(int width, int height) override;
+    void onControlClicked(int id) override;
+    void onClosing() override;
+
+private:
+    void createOptions();
+    bool fillTree();
+    void fillFrom(HxDbTreeNode* root, const char* worldPrefix);
+    void addNode(HxDbTreeNode* node, HxDbObject* object, const char* worldPrefix);
+    OrnLogicTree::Item parentItem(const HxDbTreeNode* node) const;
+    const std::string& prefixOf(const HxDbObject* object);
+    void clickTree();
+    void clickOption(OrnLogicButton& box);
+    void takeResults();
+
+    // Prefixes depend on the class alone, so each class asks the script or the profile once.
+    std::unordered_map<const HxRxClass*, std::string> prefixes_;
+
+    int mode_;
+    bool withOtherRoots_;
+    OrnLogicTree* tree_ = nullptr;
+};
+
+// The value of a tree node's id in a selection, for callers to whom an unknown id is a fault: throws a standard
+// exception with "invalid map<K, T> key".
+bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId node);

@@ -1,0 +1,420 @@
+#include "hextinterface/hextcata/cata_builder.h"
+
+#include "frame/exceptions.h"
+#include "hextinterface/hextcata/bolt_catalogue.h"
+#include "hextinterface/hextcata/cata_geometry.h"
+#include "hextinterface/hextcata/cata_lines.h"
+#include "hextinterface/hextcata/cata_solids.h"
+#include "hextinterface/hextcata/nozzle_list.h"
+#include "hextinterface/manager/name_manager.h"
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/model_tests.h"
+#include "platform/primaries.h"
+#include "platform/smrtln.h"
+#include "tolmar/run_report.h"
+
+namespace {
+
+constexpr std::string_view attachKind = "ATTACH";
+constexpr std::string_view componentLinkKind = "PCLA";
+constexpr double weldLength = 0;
+
+long long idNumber(const HxDbObject* object) {
+    return object->objectId().toInt();
+}
+
+void leaveOut(const HxDbObject* object, const char* what, std::string_view why) {
+    const char* name = object->getDisplayName();
+    tolmar::runReport().passedOver(idNumber(object), name != nullptr ? name : "", what, why);
+}
+
+// What has a shape that the catalogue can hold: solids of the object itself, not its obstruction volume.
+bool isCatalogueSolid(const HextPrimary* primitive) {
+    const HextPrimary3D* solid = HextPrimary3D::cast(primitive);
+    if (solid == nullptr || solid->isKindOf(HextPrimaryAcad::desc()) ||
+        solid->isKindOf(HextAcadBlockReference::desc())) {
+        return false;
+    }
+    const char* material = solid->getMaterial();
+    return material == nullptr || std::string_view(material) != obstructionMaterial;
+}
+
+// The class that computes an object's frame; a nozzle's goes by its family.
+std::string frameClass(const CataItem& item, const HxDbSmrtlnEntity* object) {
+    const HxDbTubeModel* model = HxDbTubeModel::cast(object);
+    if (item.smrtlnType != "NOZZLE" || model == nullptr) {
+        return item.smrtlnType;
+    }
+    return isNormalType(model) ? "COMPNormal" : isBendType(model) ? "COMPAngle" : item.smrtlnType;
+}
+
+// A balloon's first point takes the size of what it is connected to.
+void connectBalloon(CataItem& item) {
+    const HxDbSmrtlnEntity* neighbour = item.object->getConnSmrtln(1, 1);
+    if (neighbour == nullptr || item.points.size() < 2) {
+        return;
+    }
+    Bores sizes{};
+    readSizes(neighbour, sizes);
+    item.points[1].bore = sizeOfEnd(sizes, neighbour->getConnNoOfSmrtln(item.object, 0));
+    item.points[1].con = "OPEN";
+}
+
+// The catalogue of the fixed bend: an empty geometry set, and two points whose bore is the first design parameter.
+constexpr std::string_view fixedBend[] = {
+    "call !!ORNACataCreateCata('/CATA_FIX_BEND')",
+    "call !!ORNACataCreateSec('/CATA_FIX_BEND', '/SEC_FIX_BEND')",
+    "call !!ORNACataCreateCate('/SEC_FIX_BEND', '/CATE_FIX_BEND', '')",
+    "call !!ORNACataCreateGmse('/CATE_FIX_BEND', '/FIX_BEND-GM')",
+    "call !!ORNACataCreatePtse('/CATE_FIX_BEND', '/FIX_BEND-PT')",
+    "call !!ORNACataCreateSdte('/CATE_FIX_BEND', '/FIX_BEND-DT', '', '', '', ' ')",
+    "call !!ORNACataCreateSmte('/CATE_FIX_BEND', '/FIX_BEND-MT', 'D1222')",
+    "call !!ORNACataCreateScom('/CATE_FIX_BEND', '/FIX_BEND-SC', 'BEND', 'BEND ', '/FIX_BEND-PT', '/FIX_BEND-GM')",
+    "OLD /FIX_BEND-GM",
+    "call !!ORNACataPtaxi('/FIX_BEND-PT', '1', 'BW', '(DESP[1])', '(0)', 'z')",
+    "call !!ORNACataPtaxi('/FIX_BEND-PT', '2', 'BW', '(DESP[1])', '(0)', '-z')",
+    "OLD /CATE_FIX_BEND",
+    "NEW DTSE /BEND_PT_PARAM",
+    "OLD /BEND_PT_PARAM",
+    "NEW DATA /BEND_PT_BORE",
+    "OLD /BEND_PT_BORE",
+    "Dkey PB",
+    "Ptype BORE",
+    "Pproperty DESP[1]",
+    "Dproperty 50",
+    "Purpose DESP",
+    "Number 1",
+    "Dtitle 'BORE'",
+    "Punits 'mm'",
+};
+
+constexpr std::string_view insulationCatalogue = "CATA_INSU_ORNA";
+constexpr std::string_view insulationSection = "SECT_INSU_ORNA";
+
+}  // namespace
+
+CataBuilder::CataBuilder(std::string_view folder, NameManager& names)
+    : names_(names), texts_(ConfigTexts::detailTexts()), boltTexts_(ConfigTexts::boltTexts()) {
+    stream_.openCataFile(folder);
+}
+
+CataBuilder::CataBuilder(CataStream stream, NameManager& names)
+    : stream_(std::move(stream)), names_(names), texts_(ConfigTexts::detailTexts()),
+      boltTexts_(ConfigTexts::boltTexts()) {}
+
+bool CataBuilder::isNew(std::string_view name) {
+    if (names_.isNameCreated(name)) {
+        return false;
+    }
+    names_.markNameCreated(name);
+    return true;
+}
+
+void CataBuilder::requireOpen() const {
+    if (!stream_.isOpen()) {
+        throw ExportException("cata.txt文件打开失败！");
+    }
+}
+
+void CataBuilder::writeFixedBend() {
+    for (const std::string_view line : fixedBend) {
+        stream_.line(line);
+    }
+}
+
+// --------------------------------------------------------------------------------------------------------- branches
+
+bool CataBuilder::hasTypes(const ComponentList& objects, const ObjectSet& skipSet, ComponentList& kept) {
+    bool whole = true;
+    for (HxDbSmrtlnEntity* object : objects) {
+        if (object->isKindOf(HxDbTubeStop::desc()) || skipSet.count(object) != 0) {
+            continue;
+        }
+        if (getBomValue(object, "item").empty()) {
+            leaveOut(object, "catalogue entry", "has no item");
+            continue;
+        }
+        if (names_.getGtype(object).empty()) {
+            leaveOut(object, "catalogue entry", "has no GType");
+            whole = false;
+            continue;
+        }
+        kept.push_back(object);
+    }
+    return whole;
+}
+
+bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& skipSet) {
+    ComponentList kept;
+    kept.reserve(objects.size());
+    if (!hasTypes(objects, skipSet, kept)) {
+        return false;
+    }
+    for (HxDbSmrtlnEntity* object : kept) {
+        try {
+            writeObject(object);
+        } catch (const ExportException& failure) {
+            hxcad::hextPrintf("\nID:%lld <%s>", idNumber(object), failure.what());
+            leaveOut(object, "catalogue entry", failure.what());
+        }
+    }
+    return true;
+}
+
+// The sharing test comes first: a component that is known costs its name and a look-up.
+void CataBuilder::buildItem(CataItem& item, const HxDbSmrtlnEntity* object) {
+    item.scomName = names_.getScomName(object);
+    item.exists = !isNew(item.scomName);
+    item.object = object;
+    if (!item.exists) {
+        fillItem(item, object, names_, texts_);
+    }
+    if (smrtln::isPipe(object) && getBomValue(object, "minsul") != "0") {
+        names_.registerInsulation(object);
+    }
+}
+
+void CataBuilder::writeObject(HxDbSmrtlnEntity* object) {
+    if (getBomValue(object, "minsul") != "0" && !smrtln::isNozzle(object)) {
+        insulated_.push_back(object);
+    }
+    CataItem item;
+    buildItem(item, object);
+    if (item.exists) {
+        return;
+    }
+    writeComponentEntry(item);
+    if (object->isKindOf(HxDbBalloon::desc())) {
+        connectBalloon(item);
+    }
+    if (!item.hasGeometry || item.points.empty()) {
+        return;
+    }
+    writeShape(item, isBranchItem(getBomValue(object, "item")) ? "X DDANGLE Y" : "");
+    writeBolts(object);
+}
+
+void CataBuilder::writeComponentEntry(CataItem& item) {
+    requireOpen();
+    fillPoints(item, item.object);
+    if (!writeEntry(item, item.item)) {
+        leaveOut(item.object, "catalogue entry", "has no GType");
+        return;
+    }
+    if (item.object->isKindOf(HxDbTubeWeld::desc())) {
+        item.hasGeometry = false;
+        writeWeld(item);
+    }
+}
+
+// ------------------------------------------------------------------------------------------------------------- tree
+
+bool CataBuilder::writeEntry(CataItem& item, std::string_view kind) {
+    item.gtype = kind == componentLinkKind ? std::string(componentLinkKind) : names_.getGtype(item.object);
+    if (item.gtype.empty()) {
+        return false;
+    }
+    writeTree(item);
+    findSkey(item, kind);
+    item.gmseName = names_.getGmsetName(item.object);
+    item.ptseName = names_.getPtsetName(item.object);
+    item.sdteName = names_.getDtsetName(item.object);
+    item.smteName = names_.getMtsetName(item.object);
+    writeSets(item);
+    writeComponentLine(item, kind);
+    return true;
+}
+
+void CataBuilder::writeTree(CataItem& item) {
+    item.categoryName =
+        item.item == attachKind ? names_.getPointSetBaseName(item.object) : names_.getComponentName(item.object);
+    if (!isNew(item.categoryName)) {
+        return;
+    }
+    const std::string cata = names_.getCataName(item.object);
+    const std::string section = names_.getSectionName(item.object);
+    if (isNew(cata)) {
+        writeCatalogue(stream_, cata);
+    }
+    if (isNew(section)) {
+        writeSection(stream_, cata, section);
+    }
+    writeCategory(stream_, section, item.categoryName, item.standard);
+}
+
+void CataBuilder::findSkey(CataItem& item, std::string_view kind) {
+    item.skey = " ";
+    if (kind == componentLinkKind) {
+        return;
+    }
+    try {
+        const std::string skey = names_.getSkey(item.object);
+        const bool beginsWithDigit = !skey.empty() && skey.front() >= '0' && skey.front() <= '9';
+        item.skey = beginsWithDigit ? " " : skey;
+    } catch (const ExportException&) {
+        item.gtype = "unset";
+    }
+}
+
+void CataBuilder::writeSets(CataItem& item) {
+    if (isNew(item.gmseName)) {
+        writeGeometrySet(stream_, item.categoryName, item.gmseName);
+    }
+    if (isNew(item.ptseName)) {
+        writePointSet(stream_, item.categoryName, item.ptseName);
+    }
+    if (isNew(item.sdteName)) {
+        writeDetailText(stream_, item.categoryName, item.sdteName, {item.rtext, item.stext, item.ttext, item.skey});
+    }
+    if (isNew(item.smteName)) {
+        writeMaterialText(stream_, item.categoryName, item.smteName, item.material);
+    }
+}
+
+void CataBuilder::writeComponentLine(const CataItem& item, std::string_view kind) {
+    const bool straightPipe =
+        !item.virtualGasket && kind != componentLinkKind && !item.hasGeometry && smrtln::isPipe(item.object);
+    if (straightPipe) {
+        writePipeComponent(stream_, {item.categoryName, item.scomName, item.description, item.ptseName, item.sizes[0],
+                                     outerDiameterOf(item.object), item.ends[0]});
+    } else {
+        writeComponent(stream_,
+                       {item.categoryName, item.scomName, item.gtype, item.description, item.ptseName, item.gmseName});
+    }
+}
+
+// --------------------------------------------------------------------------------------------------------- geometry
+
+void CataBuilder::writeWeld(CataItem& item) {
+    if (!names_.isNameCreated(item.ptseName) || !names_.isNameCreated(item.gmseName)) {
+        throw ExportException("不能写入几何信息！");
+    }
+    constexpr double half = weldLength / 2;
+    constexpr const char* words[] = {"X", "-X", "X"};
+    for (std::size_t i = 1; i < item.points.size(); ++i) {
+        item.points[i].paxi = i < std::size(words) ? words[i] : item.points[i].paxi;
+        item.points[i].dist = half;
+        writePoint(stream_, item.ptseName, item.points[i]);
+    }
+    enterElement(stream_, item.gmseName);
+    HEXT_CATA_SCYLE body;
+    body.bottom = -half;
+    body.top = weldLength - half;
+    body.axis = "X";
+    body.diameter = item.points.size() > 1 ? item.points[1].bore : 0;
+    body.write(stream_, 2);
+}
+
+void CataBuilder::writeShape(CataItem& item, std::string refText) {
+    PrimaryList primitives;
+    getPrimaries(item.object, primitives.list(), false, false);
+    CataCompGeometry geometry;
+    geometry.points = item.points;
+    geometry.object = item.object;
+    geometry.className = frameClass(item, item.object);
+    geometry.refText = std::move(refText);
+    for (const HextPrimary* primitive : primitives) {
+        if (isCatalogueSolid(primitive)) {
+            geometry.primitives.push_back(primitive);
+        }
+    }
+    computeFrame(geometry);
+    writeGeometry(geometry, stream_, item.gmseName, item.ptseName);
+    for (const CataPoint& point : geometry.points) {
+        testDistance(point);
+    }
+}
+
+void CataBuilder::writeBolts(const HxDbSmrtlnEntity* object) {
+    HxDbBoltNutModel* bolts = smrtln::getAttachBoltNut(HxDbTubeModelSpec::cast(object));
+    if (bolts == nullptr) {
+        return;
+    }
+    bolted_.push_back(bolts);
+    BoltCatalogue(names_, boltTexts_).write(bolts, object, stream_);
+}
+
+// ------------------------------------------------------------------------------- nozzles, attachments, insulation
+
+void CataBuilder::writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles) {
+    for (HxDbNozzleModel* nozzle : nozzles) {
+        try {
+            if (writeNozzle(nozzle)) {
+                nozzlesWithSpec().push_back(nozzle);
+            }
+        } catch (const ExportException& failure) {
+            leaveOut(nozzle, "nozzle", failure.what());
+        }
+    }
+}
+
+bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
+    CataItem item;
+    buildItem(item, nozzle);
+    if (!item.exists) {
+        writeComponentEntry(item);
+    }
+    if (getBomValue(nozzle, "size1").find('*') != std::string_view::npos) {
+        leaveOut(nozzle, "nozzle", "its size is no plain number");
+        return false;
+    }
+    if (item.points.empty()) {
+        leaveOut(nozzle, "nozzle", item.exists ? "shares the entry of another nozzle" : "has no points");
+        return false;
+    }
+    writeShape(item, {});
+    return true;
+}
+
+void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
+    std::vector<HxDbObject*> connections;
+    support->getAllConnObject(connections);
+    const HxDbSmrtlnEntity* connected = connections.empty() ? nullptr : HxDbSmrtlnEntity::cast(connections.front());
+    if (connected == nullptr) {
+        return leaveOut(support, "attachment", "is connected to nothing");
+    }
+    const std::string scomName = names_.getPointSetScName(connected);
+    if (!isNew(scomName)) {
+        return;
+    }
+    const auto kind = smrtln::isPipe(connected) ? AttachmentKind::Pipe : AttachmentKind::Component;
+    requireOpen();
+    CataItem item;
+    fillItem(item, connected, names_, texts_);
+    item.hasGeometry = true;
+    item.item = attachKind;
+    item.scomName = scomName;
+    const HxDbSupportItem* supportItem = support->getSupItem();
+    const auto text = [](const char* t) { return std::string(t != nullptr ? t : ""); };
+    item.rtext = text(supportItem != nullptr ? supportItem->getStan() : nullptr) +
+                 text(supportItem != nullptr ? supportItem->getType() : nullptr) + text(support->getSupNo());
+    item.stext = item.rtext;
+    item.ttext = item.rtext;
+    if (!writeEntry(item, attachKind)) {
+        return leaveOut(support, "attachment", "what it is attached to has no GType");
+    }
+    item.points = attachmentPoints(kind, outerDiameterOf(connected), names_.keepName(getBomValue(connected, "end1")));
+    if (!names_.isNameCreated(item.ptseName)) {
+        throw ExportException("管子没有建立ptse！");
+    }
+    for (std::size_t i = 1; i < item.points.size(); ++i) {
+        writePoint(stream_, item.ptseName, item.points[i]);
+    }
+    if (item.sdteName != "Nulref" && isNew(item.sdteName)) {
+        writeDetailText(stream_, item.categoryName, item.sdteName, {item.rtext, item.stext, item.ttext, item.skey});
+    }
+}
+
+void CataBuilder::writeInsulationCatalogue() {
+    writeCatalogue(stream_, insulationCatalogue);
+    writeSection(stream_, insulationCatalogue, insulationSection);
+    for (const auto& [key, record] : names_.getInsulTable()) {
+        const std::string category = "CATE_" + key;
+        const std::size_t mark = key.find('_');
+        const double thickness = mark == std::string::npos ? 0 : numberOf(std::string_view(key).substr(mark + 1));
+        writeCategory(stream_, insulationSection, category, "");
+        writeMaterialText(stream_, category, "INS_" + key + "-MT", record.material);
+        writeInsulationComponent(stream_, category, "INS_" + key + "-SC", thickness);
+    }
+}

@@ -1,0 +1,6 @@
+// The catalogue of the macro export.
+#pragma once
+
+#include "hextinterface/hextcata/bolt_catalogue.h"
+#include "hextinterface/hextcata/cata_builder.h"
+#include "hextinterface/hextcata/nozzle_list.h"

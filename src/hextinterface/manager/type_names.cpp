@@ -1,0 +1,85 @@
+// Skey and GType of objects.
+#include "frame/easy_log.h"
+#include "frame/exceptions.h"
+#include "hextinterface/manager/name_state.h"
+
+using naming::TypeFields;
+
+namespace {
+
+// Classes whose types do not come from the tables.
+struct FixedTypes {
+    const HxRxClass* objectClass;
+    const char* skey;
+    const char* gtype;  // null: by the tables
+};
+const FixedTypes fixedTypes[] = {
+    {&HxDbTubeWeld::classRecord, "WW", "WELD"},
+    {&HxDbBalloon::classRecord, "IDPL", "INST"},
+    {&HxDbTubeStop::classRecord, "-121", nullptr},
+    {&HxDbNozzleModel::classRecord, "-31", "NOZZLE"},
+};
+
+const FixedTypes* fixedTypesOf(const HxDbObject* object) {
+    for (const FixedTypes& types : fixedTypes) {
+        if (object != nullptr && object->isKindOf(types.objectClass)) {
+            return &types;
+        }
+    }
+    return nullptr;
+}
+
+TypeFields readTypeFields(const HxDbObject* object) {
+    const TypeFields fields = {getBomValue(object, "item"), getBomValue(object, "itype"), getBomValue(object, "end1"),
+                               getBomValue(object, "end2"), getBomValue(object, "end3"),  getBomValue(object, "end4")};
+    if (fields[0].empty() && fields[1].empty()) {
+        hxcad::hextPrintf("Error:%lld<无法获取对象属性>", static_cast<long long>(naming::idOf(object).toInt()));
+        throw ExportException("无法获取对象属性");
+    }
+    return fields;
+}
+
+// One line a lookup; the file only ever grows.
+void logLostGtype(const TypeFields& fields) {
+    hextlog::EasyLog log(HextSystem::getFullHextName("\\temp\\hext\\gtype_lost.log"), false);
+    log.writeText(naming::joined(fields, ',') + "\n");
+}
+
+}  // namespace
+
+void NameManager::loadSkeyTable() {
+    state_->mapping.loadSkeys();
+}
+
+void NameManager::loadTypeTable() {
+    state_->mapping.loadGtypes();
+}
+
+void NameManager::reportLostMappings() const {
+    for (const auto* lost : {&state_->mapping.lostGtypes(), &state_->mapping.lostSkeys()}) {
+        for (const std::string& line : *lost) {
+            hxcad::hextPrintf("%s\n", line.c_str());
+        }
+    }
+}
+
+std::string NameManager::getSkey(const HxDbObject* object) {
+    const FixedTypes* fixed = fixedTypesOf(object);
+    return fixed != nullptr ? fixed->skey : state_->mapping.skeyOf(readTypeFields(object));
+}
+
+std::string NameManager::getGtype(const HxDbObject* object) {
+    const FixedTypes* fixed = fixedTypesOf(object);
+    if (fixed != nullptr && fixed->gtype != nullptr) {
+        return fixed->gtype;
+    }
+    if (smrtln::isBend(object)) {
+        return "BEND";
+    }
+    const TypeFields fields = readTypeFields(object);
+    std::string gtype = state_->mapping.gtypeOf(fields);
+    if (gtype.empty()) {
+        logLostGtype(fields);
+    }
+    return gtype;
+}

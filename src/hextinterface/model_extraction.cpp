@@ -1,0 +1,299 @@
+#include "hextinterface/model_extraction.h"
+
+#include "frame/export_dialog.h"
+#include "frame/progress_slot.h"
+#include "platform/hxcom.h"
+#include "platform/smrtln.h"
+#include "platform/tree_walker.h"
+#include "tolmar/run_report.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+constexpr int openRange = 99;
+constexpr const char* openTitle = "提取所有数据中:";
+constexpr Plant::Flow againstBranch = 1;
+
+const char* nameOf(const HxDbObject* object) {
+    const char* name = object->getDisplayName();
+    return name != nullptr ? name : "";
+}
+
+void leaveOut(const HxDbObject* object, const char* what, const char* why) {
+    tolmar::runReport().passedOver(object->objectId().toInt(), nameOf(object), what, why);
+}
+
+// Attributes are read past the cache: this is the only look at most objects before their own stage.
+bool isOfSpecialModule(const HxDbObject* object) {
+    static std::vector<KVParams> attributes;
+    if (!smrtln::getObjectBomData(object, attributes)) {
+        return false;
+    }
+    const KVParams* module = hxcom::findKVParamArray(attributes, "module");
+    if (module == nullptr) {
+        return false;
+    }
+    const std::string text = kvText(*module);
+    return text == "Hvac" || text == "Cable";
+}
+
+// Sorts the nodes of one tree; the selection and the lists are those of the command.
+class Classifier {
+public:
+    Classifier(ModelScope& scope, ObjectSet& special) : scope_(scope), special_(special) {}
+
+    void walk(HxDbTreeNode* root) {
+        const auto& selection = ExportDataDlg::selectedNodes();
+        for (TreeWalker walker(root); !walker.done(); walker.next()) {
+            const HxDbTreeNode* node = walker.current();
+            const auto at = selection.find(node->objectId());
+            if (at == selection.end() || !at->second) {
+                continue;
+            }
+            HxDbObject* object = nullptr;
+            if (hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk) {
+                sort(node, object);
+            }
+        }
+    }
+
+private:
+    void sort(const HxDbTreeNode* node, HxDbObject* object) {
+        if (!object->isKindOf(HextManager::desc())) {
+            return;
+        }
+        const int colour = static_cast<HextNameNode*>(object)->getColorIdx();
+        if (object->isKindOf(HextPipeline::desc())) {
+            takePipeline(node, object, colour);
+        } else if (object->isKindOf(HextStruct::desc())) {
+            addAllBelow(node, scope_.containers[object]);
+            useColour(ColourClass::Structure, colour);
+        } else if (object->isKindOf(HextEquipe::desc())) {
+            scope_.equipment.push_back(object);
+            useColour(ColourClass::Equipment, colour);
+        } else if (object->isKindOf(HextSupport::desc())) {
+            scope_.supports.push_back(object);
+            useColour(ColourClass::Support, colour);
+        } else if (object->isKindOf(HextAxiss::desc())) {
+            addAllBelow(node, scope_.grids[object]);
+        }
+    }
+
+    void takePipeline(const HxDbTreeNode* node, HxDbObject* pipeline, int colour) {
+        getAllSubObjects(node, below_);
+        for (HxDbObject* object : below_) {
+            if (isOfSpecialModule(object)) {
+                scope_.containers[pipeline].push_back(object);
+                special_.insert(object);
+                useColour(ColourClass::Structure, colour);
+            }
+        }
+        scope_.pipelines.push_back(pipeline);
+        useColour(ColourClass::Pipeline, colour);
+    }
+
+    void addAllBelow(const HxDbTreeNode* node, ObjectList& list) {
+        getAllSubObjects(node, below_);
+        list.insert(list.end(), below_.begin(), below_.end());
+    }
+
+    ModelScope& scope_;
+    ObjectSet& special_;
+    ObjectList below_;
+};
+
+std::vector<HxDbTreeNode*> selectedRoots() {
+    const auto& selection = ExportDataDlg::selectedNodes();
+    std::vector<HxDbTreeNode*> roots;
+    HxDbTreeNode* main = hxcom::getDataManTreeRoot();
+    if (main != nullptr && selectedValue(selection, main->objectId())) {
+        roots.push_back(main);
+    }
+    std::vector<HxDbObject*> others;
+    hxcom::getTreeRootOfOther(others);
+    for (HxDbObject* other : others) {
+        HxDbTreeNode* root = HxDbTreeNode::cast(other);
+        if (root != nullptr && selectedValue(selection, root->objectId())) {
+            roots.push_back(root);
+        }
+    }
+    return roots;
+}
+
+bool startsAtCrowdedNozzle(const HxDbTubeModel* start) {
+    if (!start->isKindOf(HxDbNozzleModel::desc())) {
+        return false;
+    }
+    std::vector<HxDbObject*> connected;
+    start->getAllConnObject(connected);
+    return connected.size() != 1;
+}
+
+ComponentList openBranch(const HxDbObject* pipeline, const std::vector<HxDbObjectId>& ids) {
+    ComponentList branch;
+    for (const HxDbObjectId id : ids) {
+        if (HxDbSmrtlnEntity* component = openAs<HxDbSmrtlnEntity>(id)) {
+            branch.push_back(component);
+        } else {
+            tolmar::runReport().passedOver(id.toInt(), nameOf(pipeline), "component", "cannot be opened");
+        }
+    }
+    return branch;
+}
+
+void orient(ComponentList& branch) {
+    if (branch.size() < 2) {
+        return;
+    }
+    const int number = branch[0]->getConnNoOfSmrtln(branch[1], 0);
+    if (branch[0]->getFlow(number) == againstBranch) {
+        std::reverse(branch.begin(), branch.end());
+    }
+}
+
+}  // namespace
+
+ObjectSet& specialSet() {
+    static ObjectSet set;
+    return set;
+}
+
+std::set<std::uint16_t>& usedColours() {
+    static std::set<std::uint16_t> keys;
+    return keys;
+}
+
+void useColour(ColourClass colourClass, int index) {
+    usedColours().insert(
+        static_cast<std::uint16_t>((static_cast<unsigned>(colourClass) << 8) | (static_cast<unsigned>(index) & 0xFFU)));
+}
+
+bool classifyModel(ModelScope& scope, ObjectSet& special) {
+    ExportDataDlg dialog(ExportDataDlg::HextOut, true);
+    if (dialog.DoModal() != OrnLogicForm::ResultOk || ExportDataDlg::selectedNodes().empty()) {
+        return false;
+    }
+    auto* progress = progressSlot();
+    if (!progress->isProgressOpen()) {
+        progress->openProgress(openRange, openTitle, 0);
+    }
+    progress->setBar(50, 0);
+    progress->setText("模型分类中......");
+    Classifier classifier(scope, special);
+    for (HxDbTreeNode* root : selectedRoots()) {
+        classifier.walk(root);
+    }
+    return true;
+}
+
+void extractBranches(const ObjectList& pipelines, BranchTree& branches) {
+    progressSlot()->addBar();
+    progressSlot()->setText("提取分支......");
+    for (std::size_t i = 0; i < pipelines.size(); ++i) {
+        PipelineBranches found;
+        getPipelineBranches(pipelines[i], found);
+        if (!found.empty()) {
+            branches.push_back(std::move(found));
+        }
+        progressSlot()->setBar(percentage(i, pipelines.size()), 1);
+    }
+    progressSlot()->removeBar();
+}
+
+void getPipelineBranches(HxDbObject* pipeline, PipelineBranches& out) {
+    const HxDbObjectId id = pipeline->objectId();
+    const HxDbTubeModel* start = smrtln::getPipelineStart(id);
+    if (start == nullptr) {
+        return leaveOut(pipeline, "pipeline", "has no branches: nothing is in it");
+    }
+    if (startsAtCrowdedNozzle(start)) {
+        return leaveOut(pipeline, "pipeline", "has no branches: its first nozzle has other than one connection");
+    }
+    std::vector<std::vector<HxDbObjectId>> idLists;
+    smrtln::getBranchOfPipeline_piping(id, idLists, nullptr, nullptr, 0);
+    for (const auto& ids : idLists) {
+        out.push_back(openBranch(pipeline, ids));
+        orient(out.back());
+    }
+}
+
+namespace {
+
+// Cuts shared ends off one branch, from its last component to its first; false for one shared inside.
+class SharedEnds {
+public:
+    bool examine(ComponentList& branch) {
+        for (std::size_t i = branch.size(); i-- > 0;) {
+            const HxDbObjectId id = branch[i]->objectId();
+            if (seen_.insert(id).second) {
+                continue;
+            }
+            if (i != 0 && i + 1 != branch.size()) {
+                hxcad::hextPrintf("多个分支存在相同管件%I64d:", static_cast<long long>(id.toInt()));
+                return false;
+            }
+            leaveOut(branch[i], "branch end", "belongs to another branch already");
+            branch.erase(branch.begin() + static_cast<std::ptrdiff_t>(i));
+        }
+        return true;
+    }
+
+private:
+    std::unordered_set<HxDbObjectId> seen_;
+};
+
+}  // namespace
+
+bool checkSharedComponents(BranchTree& branches) {
+    SharedEnds ends;
+    for (PipelineBranches& pipeline : branches) {
+        for (std::size_t j = pipeline.size(); j-- > 0;) {
+            const bool wasEmpty = pipeline[j].empty();
+            if (!ends.examine(pipeline[j])) {
+                return false;
+            }
+            if (!wasEmpty && pipeline[j].empty()) {
+                pipeline.erase(pipeline.begin() + static_cast<std::ptrdiff_t>(j));
+            }
+        }
+    }
+    branches.erase(std::remove_if(branches.begin(), branches.end(), [](const auto& p) { return p.empty(); }),
+                   branches.end());
+    return true;
+}
+
+void collectComponentIds(const BranchTree& branches, std::set<HxDbObjectId>& out) {
+    std::vector<HxDbObjectId> ids;
+    for (const PipelineBranches& pipeline : branches) {
+        for (const ComponentList& branch : pipeline) {
+            for (const HxDbSmrtlnEntity* component : branch) {
+                ids.push_back(component->objectId());
+            }
+        }
+    }
+    std::sort(ids.begin(), ids.end());
+    out.insert(ids.begin(), ids.end());
+}
+
+void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out) {
+    for (const HxDbObject* item : equipment) {
+        for (const HxDbObjectId id : item->getMemberIds()) {
+            if (HxDbNozzleModel* nozzle = openAs<HxDbNozzleModel>(id)) {
+                out.push_back(nozzle);
+            }
+        }
+    }
+}
+
+void colourBranches(const PipelineBranches& branches) {
+    for (std::size_t i = 0; i < branches.size(); ++i) {
+        const auto colour = static_cast<short>(i + 1);
+        for (HxDbSmrtlnEntity* component : branches[i]) {
+            component->openForWrite(1);
+            component->setColorIdx(colour);
+            tolmar::runReport().coloured(component->objectId().toInt(), colour);
+        }
+    }
+}

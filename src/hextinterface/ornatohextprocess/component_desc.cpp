@@ -1,0 +1,255 @@
+#include "hextinterface/ornatohextprocess/component_desc.h"
+
+#include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/manager/name_manager.h"
+#include "hextinterface/ornatohextprocess/spec_generator.h"
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/model_tests.h"
+#include "platform/smrtln.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+long long idNumber(const HxDbObject* object) {
+    return object->objectId().toInt();
+}
+
+double degreesBetween(const HxGeVector3D& a, const HxGeVector3D& b) {
+    return a.angleTo(b) / tlGePi * 180.0;
+}
+
+HxGeVector3D between(const HxDbSmrtlnEntity* entity, int from, int to) {
+    return entity->getCoordOfNo(to) - entity->getCoordOfNo(from);
+}
+
+constexpr std::string_view turnedTypes[] = {"VALV", "FILT", "TRAP", "INST"};
+
+}  // namespace
+
+std::map<std::string, HxDbObjectId>& customNames() {
+    static std::map<std::string, HxDbObjectId> names;
+    return names;
+}
+
+bool& eqnoName() {
+    static bool flag = false;
+    return flag;
+}
+
+std::string requireSpco(const HxDbSmrtlnEntity* object, NameManager& names) {
+    const std::string name = names.findSpcoName(object);
+    if (name.empty() || createdSpcos().count(name) == 0) {
+        hxcad::hextPrintf("Error:%lld<对象未创建等级>", idNumber(object));
+        throw ExportException("对象未创建等级");
+    }
+    return name;
+}
+
+std::string insulationCode(const HxDbObject* pipeline, const HxDbSmrtlnEntity* component) {
+    std::string code(getBomValue(pipeline, "insulcode"));
+    if (code.empty()) {
+        modeling::get_tube_insulcode(HxDbTubeModel::cast(component), code);
+    }
+    if (code.empty()) {
+        hxcad::hextPrintf("\nerrId:%I64d\n", idNumber(component));
+        throw ExportException("保温代号为空");
+    }
+    return code;
+}
+
+// ---------------------------------------------------------------------------------------------------------- filling
+
+void _HextComponentDesc::fillCommon(const BranchSource& source, std::size_t index) {
+    entity = source.items[index];
+    view = makeView(entity, &source.lookup);
+    position = positionText(view.comp->getOrigin(entity));
+    takePorts();
+    takeTube(source, index);
+    takeName(source);
+    setUdaValues(entity);
+}
+
+void _HextComponentDesc::takePorts() {
+    arrive = view.comp->mapPointNo(view.comp->arrivePoint);
+    leave = view.comp->mapPointNo(view.comp->leavePoint);
+    if (arrive == noPort || leave == noPort) {
+        throw ExportException("请检查元件端部连接关系,port:" + std::to_string(arrive) +
+                              ",id:" + std::to_string(idNumber(entity)));
+    }
+}
+
+// The last pipe of the run of pipes and welds behind the component decides.
+void _HextComponentDesc::takeTube(const BranchSource& source, std::size_t index) {
+    for (std::size_t i = index + 1; i < source.items.size(); ++i) {
+        const HxDbSmrtlnEntity* behind = source.items[i];
+        if (behind->isKindOf(HxDbTubeWeld::desc())) {
+            continue;
+        }
+        if (!smrtln::isPipe(behind)) {
+            return;
+        }
+        lstube = requireSpco(behind, source.context.names);
+    }
+}
+
+void _HextComponentDesc::takeName(const BranchSource& source) {
+    NameManager& names = source.context.names;
+    name = names.getMemberName(entity);
+    if (!names.isNameCreated(name)) {
+        names.markNameCreated(name);
+    }
+    if (eqnoName()) {
+        takeCustomName();
+    }
+}
+
+void _HextComponentDesc::takeCustomName() {
+    const std::string first(getBomValue(entity, "eqno"));
+    const std::string second(getBomValue(entity, "eqno1"));
+    if (first.empty() && second.empty()) {
+        return;
+    }
+    const std::string custom = first.empty() || second.empty() ? first + second : first + "-" + second;
+    const auto [at, isNew] = customNames().try_emplace(custom, entity->objectId());
+    if (!isNew && at->second != entity->objectId()) {
+        hxcad::hextPrintf("Error:%lld<自定义名称[%s]已存在于对象%lld> ", idNumber(entity), custom.c_str(),
+                          static_cast<long long>(at->second.toInt()));
+        throw ExportException("<自定义名称已存在>");
+    }
+    isCustomName = true;
+    name = custom;
+}
+
+void _HextComponentDesc::setUdaValues(const HxDbSmrtlnEntity* object) {
+    const struct {
+        std::string& field;
+        std::string_view key;
+    } values[] = {{userItem, "item"}, {userType, "itype"}, {compName, "name"}, {tag, "tag"}, {material, "material"}};
+    for (const auto& [field, key] : values) {
+        field = getBomValue(object, key);
+    }
+}
+
+void _HextComponentDesc::fillWith(const BranchSource& source, std::size_t index, bool byReference) {
+    fillCommon(source, index);
+    spref = requireSpco(entity, source.context.names);
+    const HxDbTubeModelSpec* model = byReference ? HxDbTubeModelSpec::cast(entity) : nullptr;
+    orientation = model != nullptr ? axesWithReference(view, model->getRefVec(), false) : axesOf(view);
+    view.comp->getDirections(directions, entity, true);
+    axisPure = view.comp->isAxis;
+}
+
+void _HextComponentDesc::fill(const BranchSource& source, std::size_t index) {
+    fillWith(source, index, false);
+}
+
+void _HextAngleCompDesc::fill(const BranchSource& source, std::size_t index) {
+    fillWith(source, index, false);
+    angle = degreesBetween(between(entity, 1, 0), between(entity, 0, 3));
+}
+
+void _HextHeightCompDesc::fill(const BranchSource& source, std::size_t index) {
+    fillWith(source, index, false);
+    height = between(entity, 1, 2).length();
+}
+
+void _HextValveInstDesc::fill(const BranchSource& source, std::size_t index) {
+    fillWith(source, index, getBomValue(source.items[index], "smrtln") == "Normal");
+}
+
+void _HextTeeDesc::fill(const BranchSource& source, std::size_t index) {
+    if (item == "TESO") {
+        return fillFromNeighbours(source, index);
+    }
+    fillWith(source, index, false);
+    if (item == "COMPLatera" || item == "COMPY") {
+        angle = degreesBetween(between(entity, 0, 2), between(entity, 0, 3));
+    }
+}
+
+void _HextTeeDesc::fillFromNeighbours(const BranchSource& source, std::size_t index) {
+    fillCommon(source, index);
+    HxGeVector3D a;
+    HxGeVector3D b;
+    orientation = getConnectionAxes(entity, source.componentIds, a, b);
+    angle = degreesBetween(a, b);
+}
+
+void _HextComponentDesc::setAxes(const HxGeVector3D& x, const HxGeVector3D& y) {
+    orientation = axesTextChecked(nullptr, nullptr, x, y);
+}
+
+// ------------------------------------------------------------------------------------------------------------ lines
+
+void _HextComponentDesc::appendPorts(std::string& out) const {
+    out.append(flagText).append(",").append(quoteRef(spref)).append(",");
+    appendInt(out, arrive);
+    out += ',';
+    appendInt(out, leave);
+    out.append(",").append(quoteRef(lstube)).append(",");
+}
+
+void _HextComponentDesc::write(std::string& out, bool) const {
+    testNameLength(name, "comp");
+    out.append("!!ORNAPipeCreateComponent(").append(quoteValue(type)).append(isCustomName ? ",TRUE," : ",FALSE,");
+    out.append(quoteRef(name)).append(",").append(quoteValue(position)).append(",");
+    out.append(quoteValue(orientation)).append(",");
+    appendPorts(out);
+    out.append(quoteValue(size)).append(")\n");
+}
+
+void _HextComponentDesc::writeWithNumber(std::string& out, const char* function, const char* kind,
+                                         double number) const {
+    testNameLength(name, kind);
+    out.append(function).append("(").append(quoteValue(type)).append(",").append(quoteRef(name)).append(",");
+    out.append(quoteValue(position)).append(",").append(quoteValue(orientation)).append(",");
+    appendPorts(out);
+    appendShort(out, number);
+    out += ")\n";
+}
+
+void _HextAngleCompDesc::write(std::string& out, bool) const {
+    writeWithNumber(out, "!!ORNAPipeCreateAngleComp", "angleComp", angle);
+}
+
+void _HextTeeDesc::write(std::string& out, bool) const {
+    writeWithNumber(out, "!!ORNAPipeCreateAngleComp", "angleComp", angle);
+}
+
+void _HextHeightCompDesc::write(std::string& out, bool) const {
+    writeWithNumber(out, "!!ORNAPipeCreateHeightComp", "heightComp", height);
+}
+
+// ---------------------------------------------------------------------------------------------------------- factory
+
+std::unique_ptr<_HextComponentDesc> makeComponentDesc(const HxDbSmrtlnEntity* entity, NameManager& names) {
+    const std::string type = names.getGtype(entity);
+    if (type == "ELBO" || smrtln::isBend(entity)) {
+        return std::make_unique<_HextAngleCompDesc>(type);
+    }
+    if (type == "FTUB") {
+        return std::make_unique<_HextHeightCompDesc>(type);
+    }
+    if (type == "TEE") {
+        return std::make_unique<_HextTeeDesc>(type, std::string(getBomValue(entity, "item")));
+    }
+    if (std::find(std::begin(turnedTypes), std::end(turnedTypes), type) != std::end(turnedTypes)) {
+        return std::make_unique<_HextValveInstDesc>(type);
+    }
+    return std::make_unique<_HextComponentDesc>(entity->isKindOf(HxDbTubeWeld::desc()) ? "WELD" : type);
+}
+
+std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, std::size_t index) {
+    const HxDbSmrtlnEntity* entity = source.items[index];
+    auto component = makeComponentDesc(entity, source.context.names);
+    component->fill(source, index);
+    const HxDbObject* pipeline = openByAttribute<HxDbObject>(entity, "lineno");
+    if (pipeline != nullptr && isInsulated(pipeline)) {
+        insulationCode(pipeline, entity);
+    }
+    return component;
+}

@@ -1,0 +1,125 @@
+// The macro calls of components: one object for each exportable item of a branch.
+#pragma once
+
+#include "hextinterface/hextbasemethod/component_geometry.h"
+#include "hextinterface/manager/context.h"
+#include "hextinterface/model_extraction.h"
+#include "hextinterface/ornatohextprocess/pipe_desc.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+// What a component is filled from: the branch that it lies in, and the run.
+struct BranchSource {
+    const ComponentList& items;
+    const BranchItems& lookup;
+    ExportContext& context;
+    const std::set<HxDbObjectId>& componentIds;
+};
+
+// Custom names by owner, unique over the whole file; the driver empties the table before the pipes. Module-wide.
+std::map<std::string, HxDbObjectId>& customNames();
+// Component names come from "eqno" and "eqno1"; set by the driver from the project configuration. Module-wide.
+bool& eqnoName();
+
+class _HextComponentDesc : public _HextElementDesc {
+public:
+    explicit _HextComponentDesc(std::string typeWord) { type = std::move(typeWord); }
+
+    // The macro line; `flag` is not used.
+    void write(std::string& out, bool flag) const override;
+    // Takes all values of item `index` of the branch. ExportException when a port or a specification row is missing, a
+    // custom name is taken, or an axis has no direction.
+    virtual void fill(const BranchSource& source, std::size_t index);
+    virtual void setUdaValues(const HxDbSmrtlnEntity* object);
+
+    // Orientation from two vectors, for bends that no object stands behind.
+    void setAxes(const HxGeVector3D& x, const HxGeVector3D& y);
+    HxGePoint3D arriveAt() const { return view.comp->getArrivePoint(entity); }
+    HxGePoint3D leaveAt() const { return view.comp->getLeavePoint(entity); }
+
+    std::string position = "unset";
+    std::string orientation = "unset";
+    bool axisPure = true;  // both axes of the orientation lie along world axes
+    std::string flagText = "FALSE";
+    std::string spref = "unset";
+    std::string lstube = "unset";  // the tube behind this component
+    std::uint16_t arrive = 0;
+    std::uint16_t leave = 0;
+    double angle = 90;
+    double height = 0;
+    std::string userItem;
+    std::string userType;
+    std::string compName;
+    std::string tag;
+    std::string material;
+    std::string stockNo;
+    std::string size;                      // only bends of the writer's own have one
+    std::vector<HxGeVector3D> directions;  // at the arrive end and at the leave end
+    CompView view;
+    const HxDbSmrtlnEntity* entity = nullptr;
+
+protected:
+    // The steps that all classes share: position, ports, tube, name, user attributes.
+    void fillCommon(const BranchSource& source, std::size_t index);
+    // The common steps, the specification row, the orientation and the directions.
+    void fillWith(const BranchSource& source, std::size_t index, bool byReference);
+    // Arguments from the reference of the row to that of the tube.
+    void appendPorts(std::string& out) const;
+    void writeWithNumber(std::string& out, const char* function, const char* kind, double number) const;
+
+private:
+    void takePorts();
+    void takeTube(const BranchSource& source, std::size_t index);
+    void takeName(const BranchSource& source);
+    void takeCustomName();
+};
+
+class _HextAngleCompDesc final : public _HextComponentDesc {
+public:
+    using _HextComponentDesc::_HextComponentDesc;
+    void write(std::string& out, bool flag) const override;
+    void fill(const BranchSource& source, std::size_t index) override;
+};
+
+class _HextHeightCompDesc final : public _HextComponentDesc {
+public:
+    using _HextComponentDesc::_HextComponentDesc;
+    void write(std::string& out, bool flag) const override;
+    void fill(const BranchSource& source, std::size_t index) override;
+};
+
+// Valves, filters, traps and instruments: a straight one is turned by its stem.
+class _HextValveInstDesc final : public _HextComponentDesc {
+public:
+    using _HextComponentDesc::_HextComponentDesc;
+    void fill(const BranchSource& source, std::size_t index) override;
+};
+
+class _HextTeeDesc final : public _HextComponentDesc {
+public:
+    _HextTeeDesc(std::string typeWord, std::string itemWord)
+        : _HextComponentDesc(std::move(typeWord)), item(std::move(itemWord)) {}
+    void write(std::string& out, bool flag) const override;
+    void fill(const BranchSource& source, std::size_t index) override;
+
+    std::string item;
+
+private:
+    void fillFromNeighbours(const BranchSource& source, std::size_t index);
+};
+
+std::unique_ptr<_HextComponentDesc> makeComponentDesc(const HxDbSmrtlnEntity* entity, NameManager& names);
+// Makes and fills the object of item `index`.
+std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, std::size_t index);
+
+// The specification row of an object, which must have been written. Prints "Error:%lld<对象未创建等级>" and throws
+// ExportException "对象未创建等级" otherwise.
+std::string requireSpco(const HxDbSmrtlnEntity* object, NameManager& names);
+// The insulation code of a pipeline, else of the component; prints its id and throws ExportException "保温代号为空"
+// when neither has one.
+std::string insulationCode(const HxDbObject* pipeline, const HxDbSmrtlnEntity* component);

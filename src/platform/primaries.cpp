@@ -1,0 +1,81 @@
+#include "platform/primaries.h"
+
+#include "platform/hxcom.h"
+#include "platform/smrtln.h"
+
+namespace {
+
+constexpr int flagShape = 1;
+constexpr int flagBolts = 2;
+constexpr int flagWelds = 4;
+
+// One way to the shape of a class; `run` gives false for an object of another class.
+struct ShapeSource {
+    bool (*run)(const HxDbObject* object, HextPrimaryArray& list, Hext::ErrorStatus& status);
+};
+
+template <typename Class, auto Call>
+constexpr ShapeSource source() {
+    return {[](const HxDbObject* object, HextPrimaryArray& list, Hext::ErrorStatus& status) {
+        const Class* typed = Class::cast(object);
+        if (typed != nullptr) {
+            status = Call(typed, list);
+        }
+        return typed != nullptr;
+    }};
+}
+
+constexpr ShapeSource shapeSources[] = {
+    source<HxDbAcadSerialObject, smrtln::getSerialPrimaries>(),
+    source<HxDbBalloon, smrtln::getBalloonReality>(),
+    source<HxDbStruct, smrtln::getStructReality>(),
+    source<HxDbAxissLine, smrtln::getAxissReality>(),
+    source<HxDbEquipment, [](auto* o, auto& l) { return smrtln::getEquipReality(o, l, false); }>(),
+    source<HxDbSupportModel, [](auto* o, auto& l) { return smrtln::getSupportReality(o, l, nullptr, false); }>(),
+    source<HxDbXGModel, [](auto* o, auto& l) { return smrtln::getXGReality(o, l, nullptr); }>(),
+    source<HxDbTubeModelSpec, [](auto* o, auto& l) { return smrtln::getSmrtlnGraphy(o, "reality", l, nullptr); }>(),
+};
+
+bool hasSubObjects(const HxDbObject* object) {
+    const HxDbSupportModel* support = HxDbSupportModel::cast(object);
+    return support != nullptr && !support->getSubs().empty();
+}
+
+}  // namespace
+
+Hext::ErrorStatus getPrimaries(const HxDbObject* object, HextPrimaryArray& list, bool withBolts, bool withWelds) {
+    if (object == nullptr) {
+        return eNoShape;
+    }
+    const bool unwanted = (!withBolts && object->isKindOf(HxDbBoltNutModel::desc())) ||
+                          (!withWelds && object->isKindOf(HxDbTubeWeld::desc()));
+    if (unwanted) {
+        return eNotWanted;
+    }
+    freeHextPrimaryArray(list);
+    const int flags = flagShape | (withBolts ? flagBolts : 0) | (withWelds ? flagWelds : 0);
+    return CadGiDraw::getPrimarys(object, list, nullptr, flags);
+}
+
+Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray& list) {
+    freeHextPrimaryArray(list);
+    Hext::ErrorStatus status = eNoShape;
+    bool known = false;
+    for (const ShapeSource& shape : shapeSources) {
+        known = shape.run(object, list, status);
+        if (known) {
+            break;
+        }
+    }
+    if (!known) {
+        return eNoShape;
+    }
+    if ((status == Hext::eOk && !list.empty()) || hasSubObjects(object)) {
+        return Hext::eOk;
+    }
+    if (!object->isKindOf(HxDbTubeWeld::desc())) {
+        hxcad::hextPrintf("对象ID'%I64d'取图形库失败，原因：%s", object->objectId().toIdWithoutVer(),
+                          hxcom::getLastErrorText());
+    }
+    return eNoShape;
+}

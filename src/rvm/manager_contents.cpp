@@ -1,0 +1,91 @@
+#include "rvm/manager_contents.h"
+
+#include "platform/hxcom.h"
+#include "tolmar/run_report.h"
+
+#include <unordered_set>
+
+namespace {
+
+constexpr std::size_t leftOut = static_cast<std::size_t>(-1);
+
+bool dropsOwnNode(const HxDbObject* manager) {
+    return manager->isKindOf(HextStruct::desc()) || manager->isKindOf(HextSupport::desc());
+}
+
+void reportOwnObject(const HxDbObject* object) {
+    const char* name = object->getDisplayName();
+    tolmar::runReport().passedOver(object->objectId().toInt(), name != nullptr ? name : "", "object",
+                                   "beside the managers below a structure or support");
+}
+
+// Gathers the objects below a node by the nearest manager above each. No recursion, and no node twice.
+class ContentWalk {
+public:
+    ContentWalk(HxDbObject* manager, const std::function<bool(const HxDbTreeNode*)>& isSelected)
+        : isSelected_(isSelected), dropsOwn_(dropsOwnNode(manager)), parts_{{manager->objectId(), {}}} {}
+
+    std::vector<ContentPart> run(HxDbTreeNode* node) {
+        std::vector<Place> open{{node->getSon(), 0}};
+        while (!open.empty()) {
+            const Place place = open.back();
+            open.pop_back();
+            if (place.node == nullptr || !visited_.insert(place.node).second) {
+                continue;
+            }
+            open.push_back({place.node->getBrother(), place.part});
+            open.push_back({place.node->getSon(), take(place)});
+        }
+        return std::move(parts_);
+    }
+
+private:
+    struct Place {
+        HxDbTreeNode* node;
+        std::size_t part;
+    };
+
+    // Gives the part that the node's sons belong to.
+    std::size_t take(const Place& place) {
+        HxDbObject* object = openAs<HxDbObject>(place.node->getTreeNodeValue());
+        if (object == nullptr) {
+            return place.part;
+        }
+        if (object->isKindOf(HextNameNode::desc())) {
+            return startPart(place.node, object);
+        }
+        if (place.part == 0 && dropsOwn_) {
+            reportOwnObject(object);
+        } else if (place.part != leftOut) {
+            parts_[place.part].objects.push_back(object);
+        }
+        return place.part;
+    }
+
+    std::size_t startPart(const HxDbTreeNode* node, const HxDbObject* object) {
+        if (!isSelected_(node)) {
+            return leftOut;
+        }
+        parts_.push_back({object->objectId(), {}});
+        return parts_.size() - 1;
+    }
+
+    const std::function<bool(const HxDbTreeNode*)>& isSelected_;
+    bool dropsOwn_;
+    std::vector<ContentPart> parts_;
+    std::unordered_set<const HxDbTreeNode*> visited_;
+};
+
+}  // namespace
+
+std::vector<ContentPart> managerContents(HxDbObject* manager, HxDbTreeNode* node,
+                                         const std::function<bool(const HxDbTreeNode*)>& isSelected) {
+    std::vector<HxDbTreeNode*> managersBelow;
+    getAllSubNode(node, managersBelow, HextNameNode::desc(), true);
+    if (!managersBelow.empty()) {
+        return ContentWalk(manager, isSelected).run(node);
+    }
+    std::vector<ContentPart> whole{{manager->objectId(), {}}};
+    getAllSubObjects(node, whole.front().objects, nullptr);
+    return whole;
+}

@@ -1,0 +1,97 @@
+#include "rvm/object_writer.h"
+
+#include "rvm/object_material.h"
+#include "scripts/node_name.h"
+#include "tolmar/code_page.h"
+#include "tolmar/run_report.h"
+
+#include <cstring>
+
+namespace rvm {
+
+namespace {
+
+bool isObstruction(const HextPrimary3D& solid) {
+    const char* material = solid.getMaterial();
+    return material != nullptr && std::strcmp(material, obstructionMaterial) == 0;
+}
+
+void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
+    const char* name = object.getDisplayName();
+    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
+                                   status == eNotWanted ? "bolts have no place in an RVM file" : "it has no shape");
+}
+
+}  // namespace
+
+void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObjectId id, std::string_view name,
+                                bool isPipeline) {
+    if (objects.empty()) {
+        return;
+    }
+    pair_.text.writeElementStart(name, elementIndent(levelManager));
+    pair_.text.writeElementAttributes(id, levelManager);
+    nameTable_.clear();
+    siblings_.clear();
+    for (const HxDbObject* object : objects) {
+        const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(object);
+        if (smart != nullptr && !smart->isKindOf(HxDbTubeWeld::desc())) {
+            writeObject(*smart, isPipeline);
+        }
+    }
+    pair_.text.writeElementEnd(elementIndent(levelManager));
+}
+
+void ObjectWriter::writeObject(const HxDbSmrtlnEntity& object, bool isPipeline) {
+    if (!takeShape(object)) {
+        return;
+    }
+    const std::string name = objectName(object, isPipeline);
+    const std::string_view indent = elementIndent(levelObject);
+    pair_.text.writeElementStart(name, indent);
+    pair_.text.writeElementAttributes(object.objectId(), levelObject);
+    pair_.text.writeElementEnd(indent);
+    writeGroup(object, name);
+    freeHextPrimaryArray(shape_.list());
+}
+
+// Items that are no solids are dropped.
+bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
+    obstructions_.clear();
+    solids_.clear();
+    const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
+    if (status != Hext::eOk) {
+        reportShapeless(object, status);
+        return false;
+    }
+    for (HextPrimary* primitive : shape_) {
+        if (HextPrimary3D* solid = HextPrimary3D::cast(primitive)) {
+            (isObstruction(*solid) ? obstructions_ : solids_).push_back(solid);
+        }
+    }
+    return true;
+}
+
+std::string ObjectWriter::objectName(const HxDbSmrtlnEntity& object, bool isPipeline) {
+    std::string name = nodeName(&object, isPipeline);
+    if (isPipeline) {
+        const int use = ++nameTable_[name];
+        if (use > 1) {
+            name += std::to_string(use);
+        }
+    }
+    return pair_.options.compat ? siblings_.unique(name) : name;
+}
+
+void ObjectWriter::writeGroup(const HxDbSmrtlnEntity& object, const std::string& name) {
+    const std::uint32_t material = objectMaterial(object);
+    pair_.rvm.writeGroupBegin(tolmar::toUtf8(name), material);
+    pair_.primitives.startObject(object.objectId().toInt(), name);
+    if (!obstructions_.empty()) {
+        pair_.primitives.writePrimitiveList(obstructions_, true, material);
+    }
+    pair_.primitives.writePrimitiveList(solids_, false, material);
+    pair_.rvm.writeGroupEnd();
+}
+
+}  // namespace rvm

@@ -1,0 +1,38 @@
+// Objects of a manager, written into both files.
+#pragma once
+
+#include "platform/objects.h"
+#include "platform/primaries.h"
+#include "rvm/rvm_pair.h"
+#include "rvm/sibling_names.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace rvm {
+
+class ObjectWriter {
+public:
+    explicit ObjectWriter(RvmPair& pair) : pair_(pair) {}
+
+    // The element `name` with the attributes of `id`, and in it every smart object that is no weld; nothing for an
+    // empty list. Objects without a shape stand in neither file but in the run report.
+    void writeObjects(const std::vector<HxDbObject*>& objects, HxDbObjectId id, std::string_view name, bool isPipeline);
+
+private:
+    void writeObject(const HxDbSmrtlnEntity& object, bool isPipeline);
+    bool takeShape(const HxDbSmrtlnEntity& object);
+    std::string objectName(const HxDbSmrtlnEntity& object, bool isPipeline);
+    void writeGroup(const HxDbSmrtlnEntity& object, const std::string& name);
+
+    RvmPair& pair_;
+    std::unordered_map<std::string, int> nameTable_;
+    SiblingNames siblings_;
+    PrimaryList shape_;
+    std::vector<HextPrimary*> obstructions_;
+    std::vector<HextPrimary*> solids_;
+};
+
+}  // namespace rvm

@@ -1,0 +1,54 @@
+#include "rvm/rvm_pair.h"
+
+#include "platform/hxcom.h"
+#include "tolmar/code_page.h"
+
+namespace rvm {
+
+namespace {
+
+std::string textOrEmpty(const char* text) {
+    return text != nullptr ? text : "";
+}
+
+std::string projectName() {
+    return textOrEmpty(HextSystem::getCurrentProjName());
+}
+
+std::string databaseName() {
+    const HxDbDataBase* database = hxcom::getMainDataBase(true);
+    return database != nullptr ? textOrEmpty(database->dbName()) : "";
+}
+
+// A file that was never open has failed without a word from its close.
+bool closeFile(tolmar::OutputFile& file) {
+    return file.close() && !file.failed();
+}
+
+}  // namespace
+
+RvmPair::RvmPair(const std::string& basePath, const Options& wanted)
+    : RvmPair(tolmar::OutputFile(basePath + ".rvm", tolmar::FileMode::Binary),
+              tolmar::OutputFile(basePath + ".txt", tolmar::FileMode::Text), wanted) {}
+
+RvmPair::RvmPair(tolmar::OutputFile rvmFile, tolmar::OutputFile textFile, const Options& wanted)
+    : rvmFile_(std::move(rvmFile)), textFile_(std::move(textFile)), options(wanted), rvm(rvmFile_),
+      text(textFile_, wanted.compat), primitives(rvm, wanted.compat) {}
+
+void RvmPair::writeHeader() {
+    const bool utf8 = options.compat;
+    rvm.writeHeader(utf8 ? tolmar::toUtf8(projectName()) : projectName(),
+                    utf8 ? tolmar::toUtf8(databaseName()) : databaseName());
+}
+
+void RvmPair::writeAttributeHeader() {
+    text.writeAttributeHeader(projectName(), databaseName());
+}
+
+bool RvmPair::close() {
+    rvm.flush();
+    const bool isRvmWhole = closeFile(rvmFile_);
+    return closeFile(textFile_) && isRvmWhole;
+}
+
+}  // namespace rvm

@@ -1,0 +1,33 @@
+// Ties the connections of a model from both sides.
+#pragma once
+
+#include "model_data.h"
+
+#include <cstdint>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace plant {
+
+// A connection that one side alone tells of is made known to the other side, with number 0.
+class ConnectionTier {
+public:
+    // Called for each object with connections, in file order, as soon as its references are resolved.
+    void visit(ObjectData& object);
+    // Called at the end.
+    void tie(Model& model);
+
+private:
+    struct Backward {
+        ObjectData* object;  // that does not tell of the other
+        ObjectData* other;
+    };
+    bool tells(const ObjectData& object, std::int64_t other);
+
+    std::vector<Backward> backward_;  // in file order of `other`
+    // What objects with many connections tell of.
+    std::unordered_map<const ObjectData*, std::unordered_set<std::int64_t>> told_;
+};
+
+}  // namespace plant

@@ -1,0 +1,51 @@
+// What belongs to one Lua state of the script host, reached from the state alone.
+#pragma once
+
+#include "platform/script.h"
+
+#include <lua.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace hextlua {
+
+// Strings live here and not in C functions' frames: a Lua error jumps over destructors.
+struct ScriptContext {
+    lua_State* main = nullptr;
+    std::size_t used = 0;
+    std::size_t limit = HextGlibScriptor::defaultMemoryLimit;
+    int depth = 0;         // protected calls under way; the limit holds in them
+    bool stopped = false;  // the count hook has stopped the call under way
+    int handler = 0;       // registry reference of lua_tinker::on_error
+    std::string bytes;     // a file on its way into the state
+    std::string text;      // a text on its way into the state
+};
+
+// A state with its context, libraries and hook; never null.
+lua_State* newState();
+void closeState(lua_State* state);
+ScriptContext& contextOf(lua_State* state);
+
+// Calls the function below `arguments` values with the message handler at a stack index. The status of lua_pcall;
+// errors have been printed.
+int protectedCall(lua_State* state, int arguments, int results, int handler);
+void pushHandler(lua_State* state);
+
+// Opens the standard libraries as far as scripts may have them, and the library `plant`.
+void openLibraries(lua_State* state);
+void openPlantLibrary(lua_State* state);
+// The functions that load scripts: loadstring, load, loadfile, dofile and the search of require.
+void openLoaders(lua_State* state);
+
+// Compiles a script file and pushes the function, or a message that names the file. The status of lua_load.
+int loadChunk(lua_State* state, const char* codePagePath);
+
+inline void pushText(lua_State* state, std::string_view text) {
+    lua_pushlstring(state, text.data(), text.size());
+}
+// Sets a field of the table on top of the stack, bypassing metamethods.
+void setFunction(lua_State* state, const char* name, lua_CFunction function);
+
+}  // namespace hextlua

@@ -1,0 +1,76 @@
+// The shapes of objects as lists of primitives.
+#include "last_error.h"
+#include "model_data.h"
+#include "platform/smrtln.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr Hext::ErrorStatus noShape = 18;
+constexpr Hext::ErrorStatus notWanted = 2;
+constexpr int withBolts = 2;
+constexpr int withWelds = 4;
+
+Hext::ErrorStatus fail(Hext::ErrorStatus status, const char* why) {
+    plant::setLastError(why);
+    return status;
+}
+
+// Copies of the object's primitives, which belong to the caller.
+Hext::ErrorStatus copyShape(const HxDbObject* object, HextPrimaryArray& list) {
+    freeHextPrimaryArray(list);
+    if (object == nullptr || !object->data().hasShape) {
+        return fail(noShape, "对象没有图形");
+    }
+    const auto primitives = object->data().primitiveSpan();
+    list.reserve(primitives.size());
+    for (const HextPrimary* primitive : primitives) {
+        list.push_back(primitive->clone());
+    }
+    return Hext::eOk;
+}
+
+}  // namespace
+
+namespace smrtln {
+
+Hext::ErrorStatus getSmrtlnGraphy(const HxDbSmrtlnEntity* entity, const char* kind, HextPrimaryArray& list, void*) {
+    if (kind == nullptr || std::strcmp(kind, "reality") != 0) {
+        freeHextPrimaryArray(list);
+        return fail(noShape, "没有这种图形");
+    }
+    return copyShape(entity, list);
+}
+
+Hext::ErrorStatus getEquipReality(const HxDbEquipment* equipment, HextPrimaryArray& list, bool) {
+    return copyShape(equipment, list);
+}
+Hext::ErrorStatus getStructReality(const HxDbStruct* structure, HextPrimaryArray& list) {
+    return copyShape(structure, list);
+}
+Hext::ErrorStatus getSupportReality(const HxDbSupportModel* support, HextPrimaryArray& list, void*, bool) {
+    return copyShape(support, list);
+}
+Hext::ErrorStatus getXGReality(const HxDbXGModel* model, HextPrimaryArray& list, void*) {
+    return copyShape(model, list);
+}
+Hext::ErrorStatus getAxissReality(const HxDbAxissLine* line, HextPrimaryArray& list) { return copyShape(line, list); }
+Hext::ErrorStatus getBalloonReality(const HxDbBalloon* balloon, HextPrimaryArray& list) {
+    return copyShape(balloon, list);
+}
+Hext::ErrorStatus getSerialPrimaries(const HxDbAcadSerialObject* object, HextPrimaryArray& list) {
+    return copyShape(object, list);
+}
+
+}  // namespace smrtln
+
+Hext::ErrorStatus CadGiDraw::getPrimarys(const HxDbObject* object, HextPrimaryArray& list, void*, int flags) {
+    const bool isUnwantedBolt = HxDbBoltNutModel::cast(object) != nullptr && (flags & withBolts) == 0;
+    const bool isUnwantedWeld = HxDbTubeWeld::cast(object) != nullptr && (flags & withWelds) == 0;
+    if (isUnwantedBolt || isUnwantedWeld) {
+        freeHextPrimaryArray(list);
+        return fail(notWanted, "不需要的图形");
+    }
+    return copyShape(object, list);
+}

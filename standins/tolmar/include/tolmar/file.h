@@ -1,0 +1,65 @@
+// Output files of the host: binary, or text whose lines end in carriage return and line feed on every system.
+//
+// Writing goes through a large buffer. A failed write makes the file fail for good; whoever owns the file asks close()
+// or failed(). A file that fails or is complete is told to the run report by close() (or by the destructor): written
+// with its size, or failed with the reason.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace tolmar {
+
+enum class FileMode { Binary, Text, TextAppend };
+
+// Where bytes go. Tests put a failing or a memory sink here.
+class Sink {
+public:
+    virtual ~Sink() = default;
+    // False when not all of it was written.
+    virtual bool write(const char* data, std::size_t size) = 0;
+    // Overwrites earlier bytes; the position for write stays at the end.
+    virtual bool writeAt(std::uint64_t offset, const char* data, std::size_t size) = 0;
+    // Drops everything from `offset` on.
+    virtual bool truncate(std::uint64_t offset) = 0;
+    virtual bool close() = 0;
+};
+
+class OutputFile {
+public:
+    OutputFile();
+    // Opens at once; see open().
+    OutputFile(std::string_view codePagePath, FileMode mode);
+    // For tests: writes to the sink under a name.
+    OutputFile(std::unique_ptr<Sink> sink, FileMode mode, std::string name = "sink");
+    ~OutputFile();
+    OutputFile(OutputFile&&) noexcept;
+    OutputFile& operator=(OutputFile&&) noexcept;
+
+    // Opens for writing, replacing what was there (TextAppend keeps it). False when it cannot; a file that was open is
+    // closed first.
+    bool open(std::string_view codePagePath, FileMode mode);
+    bool isOpen() const;
+    // Text modes turn every "\n" into CR LF. Nothing happens on a file that is not open.
+    void write(std::string_view data);
+    // Bytes written so far, as they stand in the file.
+    std::uint64_t size() const;
+    // Binary files only: patches earlier bytes, or drops everything from `offset` on.
+    void writeAt(std::uint64_t offset, std::string_view data);
+    void truncate(std::uint64_t offset);
+    bool failed() const;
+    // Flushes and closes; false when any write or the closing failed. True on a file that is not open.
+    bool close();
+
+private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// Reads a whole file; false when it cannot be read.
+bool readFile(std::string_view codePagePath, std::string& bytes);
+
+}  // namespace tolmar

@@ -1,0 +1,315 @@
+#include "tolmar/file.h"
+
+#include "tolmar/code_page.h"
+#include "tolmar/paths.h"
+#include "tolmar/run_report.h"
+#include "tolmar/system.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tolmar {
+
+namespace {
+
+constexpr std::size_t bufferSize = std::size_t{1} << 20U;
+
+// Calls a system write until all is out; false on an error.
+template <typename Write>
+bool writeAll(const char* data, std::size_t size, Write&& writeSome) {
+    while (size > 0) {
+        const ssize_t written = writeSome(data, size);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            return false;
+        }
+        data += written;
+        size -= static_cast<std::size_t>(written);
+    }
+    return true;
+}
+
+class FileSink final : public Sink {
+public:
+    explicit FileSink(int file) : file_(file) {}
+    ~FileSink() override {
+        if (file_ >= 0) {
+            ::close(file_);
+        }
+    }
+    bool write(const char* data, std::size_t size) override {
+        return writeAll(data, size, [this](const char* at, std::size_t left) { return ::write(file_, at, left); });
+    }
+    bool writeAt(std::uint64_t offset, const char* data, std::size_t size) override {
+        auto place = static_cast<off_t>(offset);
+        return writeAll(data, size, [this, &place](const char* at, std::size_t left) {
+            const ssize_t written = ::pwrite(file_, at, left, place);
+            place += written > 0 ? written : 0;
+            return written;
+        });
+    }
+    bool truncate(std::uint64_t offset) override {
+        const auto end = static_cast<off_t>(offset);
+        return ::ftruncate(file_, end) == 0 && ::lseek(file_, end, SEEK_SET) == end;
+    }
+    bool close() override {
+        const int status = ::close(file_);
+        file_ = -1;
+        return status == 0;
+    }
+
+private:
+    int file_;
+};
+
+class NullSink final : public Sink {
+public:
+    bool write(const char*, std::size_t) override { return true; }
+    bool writeAt(std::uint64_t, const char*, std::size_t) override { return true; }
+    bool truncate(std::uint64_t) override { return true; }
+    bool close() override { return true; }
+};
+
+std::string reportedName(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(path, error);
+    return fromUtf8((error ? path : full).lexically_normal().string());
+}
+
+std::string reasonOf(int error) {
+    return error == 0 ? "not all of it could be written" : std::strerror(error);
+}
+
+}  // namespace
+
+struct OutputFile::State {
+    std::unique_ptr<Sink> sink;
+    std::unique_ptr<char[]> buffer;
+    std::size_t used = 0;
+    std::uint64_t flushed = 0;
+    bool text = false;
+    bool reported = true;
+    bool bad = false;
+    std::string name;
+    std::string reason;
+
+    void start(std::unique_ptr<Sink> to, FileMode mode) {
+        sink = std::move(to);
+        text = mode != FileMode::Binary;
+        used = 0;
+        flushed = 0;
+        bad = false;
+        reported = !dryRun();
+        if (buffer == nullptr) {
+            buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
+        }
+    }
+
+    void fail(std::string why) {
+        if (!bad) {
+            bad = true;
+            reason = std::move(why);
+        }
+    }
+
+    // Runs one operation of the sink; the first that fails makes the file fail.
+    template <typename Operation>
+    void attempt(Operation&& operation) {
+        errno = 0;
+        if (!bad && !operation()) {
+            fail(reasonOf(errno));
+        }
+    }
+
+    void flush() {
+        if (used > 0) {
+            attempt([this] { return sink->write(buffer.get(), used); });
+            flushed += used;
+            used = 0;
+        }
+    }
+
+    void put(const char* data, std::size_t size) {
+        if (size > bufferSize - used) {
+            flush();
+        }
+        if (size > bufferSize) {
+            attempt([&] { return sink->write(data, size); });
+            flushed += size;
+            return;
+        }
+        std::memcpy(buffer.get() + used, data, size);
+        used += size;
+    }
+
+    void putText(std::string_view data) {
+        while (!data.empty()) {
+            const void* found = std::memchr(data.data(), '\n', data.size());
+            if (found == nullptr) {
+                put(data.data(), data.size());
+                return;
+            }
+            const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - data.data());
+            put(data.data(), length);
+            put("\r\n", 2);
+            data.remove_prefix(length + 1);
+        }
+    }
+
+    bool finish() {
+        flush();
+        attempt([this] { return sink->close(); });
+        sink.reset();
+        if (reported && bad) {
+            runReport().fileFailed(name, reason);
+        } else if (reported) {
+            runReport().fileWritten(name, flushed);
+        }
+        return !bad;
+    }
+};
+
+OutputFile::OutputFile() : state_(std::make_unique<State>()) {}
+
+OutputFile::OutputFile(std::string_view codePagePath, FileMode mode) : OutputFile() {
+    open(codePagePath, mode);
+}
+
+OutputFile::OutputFile(std::unique_ptr<Sink> sink, FileMode mode, std::string name) : OutputFile() {
+    state_->name = std::move(name);
+    state_->start(std::move(sink), mode);
+}
+
+OutputFile::~OutputFile() {
+    if (state_ != nullptr) {
+        close();
+    }
+}
+
+OutputFile::OutputFile(OutputFile&& other) noexcept : state_(std::exchange(other.state_, nullptr)) {}
+
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+    if (this != &other) {
+        close();
+        state_ = std::exchange(other.state_, nullptr);
+    }
+    return *this;
+}
+
+bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
+    close();
+    if (state_ == nullptr) {
+        state_ = std::make_unique<State>();
+    }
+    const std::filesystem::path path = resolvePath(codePagePath);
+    state_->name = reportedName(path);
+    if (dryRun()) {
+        state_->start(std::make_unique<NullSink>(), mode);
+        return true;
+    }
+    const int keep = mode == FileMode::TextAppend ? O_APPEND : O_TRUNC;
+    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | keep, 0666);
+    if (file < 0) {
+        state_->bad = false;
+        state_->fail(reasonOf(errno));
+        runReport().fileFailed(state_->name, state_->reason);
+        return false;
+    }
+    state_->start(std::make_unique<FileSink>(file), mode);
+    struct stat status;
+    if (mode == FileMode::TextAppend && ::fstat(file, &status) == 0) {
+        state_->flushed = static_cast<std::uint64_t>(status.st_size);
+    }
+    return true;
+}
+
+bool OutputFile::isOpen() const {
+    return state_ != nullptr && state_->sink != nullptr;
+}
+
+void OutputFile::write(std::string_view data) {
+    if (!isOpen() || state_->bad || data.empty()) {
+        return;
+    }
+    if (state_->text) {
+        state_->putText(data);
+    } else {
+        state_->put(data.data(), data.size());
+    }
+}
+
+std::uint64_t OutputFile::size() const {
+    return state_ == nullptr ? 0 : state_->flushed + state_->used;
+}
+
+void OutputFile::writeAt(std::uint64_t offset, std::string_view data) {
+    if (!isOpen() || state_->bad) {
+        return;
+    }
+    if (state_->text || offset > size() || data.size() > size() - offset) {
+        state_->fail("a place that is not written yet was to be changed");
+        return;
+    }
+    if (offset >= state_->flushed) {
+        std::memcpy(state_->buffer.get() + (offset - state_->flushed), data.data(), data.size());
+        return;
+    }
+    state_->flush();
+    state_->attempt([&] { return state_->sink->writeAt(offset, data.data(), data.size()); });
+}
+
+void OutputFile::truncate(std::uint64_t offset) {
+    if (!isOpen() || state_->bad || offset >= size()) {
+        return;
+    }
+    if (offset >= state_->flushed) {
+        state_->used = static_cast<std::size_t>(offset - state_->flushed);
+        return;
+    }
+    state_->used = 0;
+    state_->flushed = offset;
+    state_->attempt([&] { return state_->sink->truncate(offset); });
+}
+
+bool OutputFile::failed() const {
+    return state_ != nullptr && state_->bad;
+}
+
+bool OutputFile::close() {
+    return !isOpen() || state_->finish();
+}
+
+bool readFile(std::string_view codePagePath, std::string& bytes) {
+    bytes.clear();
+    const int file = ::open(resolvePath(codePagePath).c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) {
+        return false;
+    }
+    struct stat status;
+    std::size_t room = ::fstat(file, &status) == 0 && status.st_size > 0 ? static_cast<std::size_t>(status.st_size) : 0;
+    std::size_t used = 0;
+    ssize_t got = 1;
+    while (got > 0) {
+        if (used == bytes.size()) {
+            bytes.resize(used + (room > 0 ? room + 1 : bufferSize));
+            room = 0;
+        }
+        got = ::read(file, bytes.data() + used, bytes.size() - used);
+        if (got < 0 && errno == EINTR) {
+            got = 1;
+            continue;
+        }
+        used += got > 0 ? static_cast<std::size_t>(got) : 0;
+    }
+    bytes.resize(used);
+    ::close(file);
+    return got == 0;
+}
+
+}  // namespace tolmar

@@ -1,0 +1,347 @@
+#include "mesh_profile.h"
+
+#include "mesh_extrude.h"
+
+#include <cmath>
+#include <limits>
+
+namespace tolmar {
+
+namespace {
+
+// The facets between two rings stand off by the chords of the profile and by those of the rings together. This much of
+// the tolerance goes to the former.
+constexpr double profileShare = 0.55;
+// A tapered bend is a twisted surface: what the division rules do not know of gets the rest of the tolerance.
+constexpr double taperedShare = 0.7;
+constexpr double twistShare = 0.3;
+constexpr int refinements = 4;
+constexpr double refinement = 4;
+constexpr double unlimited = std::numeric_limits<double>::infinity();
+// An elliptical arc is divided within its quarters.
+constexpr double widestEllipseChord = tlGePi / 2;
+
+// How far the ellipse's point at `t` stands from its centre along the normal, which is the radius by which a small
+// chord there stands off.
+double normalDistance(const OutlinePiece& arc, double t) {
+    const double c = arc.radiusY * std::cos(t);
+    const double s = arc.radiusX * std::sin(t);
+    return arc.radiusX * arc.radiusY / std::sqrt(c * c + s * s);
+}
+
+// The largest sag of a ring at an inner point of an arc for which the middles of the ring's chords stay within
+// `tolerance` on the far side of the surface.
+double arcPointLimit(const OutlinePiece& arc, double t, double tolerance) {
+    const double c = arc.radiusY * std::cos(t);
+    const double s = arc.radiusX * std::sin(t);
+    const double length = std::sqrt(c * c + s * s);
+    const double nr = c / length;
+    const double nz2 = s * s / (length * length);
+    if (nz2 < 1e-12) {
+        return nr < 0 ? tolerance : unlimited;
+    }
+    const double curvature = arc.radiusX * arc.radiusY / (length * length * length);
+    const double bend = nz2 * curvature;
+    return (nr + std::sqrt(nr * nr + 2 * tolerance * bend)) / bend;
+}
+
+// The steps of an arc of an ellipse, each as wide as its sag allows, then all narrowed to fill the arc.
+class EllipseSteps {
+public:
+    EllipseSteps(const OutlinePiece& arc, double sag) : arc_(arc), sag_(sag), direction_(arc.sweep < 0 ? -1 : 1) {
+        const double whole = std::fabs(arc.sweep);
+        double done = 0;
+        while (done < whole - 1e-9) {
+            const double step = stepAt(arc.startAngle + direction_ * done);
+            steps_.push_back(step);
+            done += step;
+        }
+        scale_ = direction_ * whole / done;
+    }
+    std::size_t count() const { return steps_.size(); }
+    double step(std::size_t i) const { return steps_[i] * scale_; }
+
+private:
+    double stepAt(double t) const {
+        const double here = width(normalDistance(arc_, t));
+        const double middle = width(normalDistance(arc_, t + direction_ * here / 2));
+        const double there = width(normalDistance(arc_, t + direction_ * here));
+        return std::min({here, middle, there});
+    }
+    double width(double radius) const { return std::min(chordAngle(radius, sag_), widestEllipseChord); }
+
+    const OutlinePiece& arc_;
+    double sag_;
+    double direction_;
+    double scale_ = 1;
+    std::vector<double> steps_;
+};
+
+class ProfileMaker {
+public:
+    ProfileMaker(const RevolvedBody& body, double tolerance, MeshScratch& scratch, Profile& profile)
+        : body_(body), tolerance_(body.tapered ? taperedShare * tolerance : tolerance), scratch_(scratch),
+          profile_(profile) {
+        growth_ = body.tapered ? std::max({1.0, body.endFactor.x, body.endFactor.y}) : 1.0;
+    }
+
+    bool flatten(double sag) {
+        profile_.chords.clear();
+        profile_.limits.clear();
+        scratch_.region.clear();
+        for (const OutlinePiece& piece : body_.profile) {
+            scratch_.region.edgeOfPiece.push_back(static_cast<std::uint32_t>(scratch_.region.pointCount()));
+            if (!piece.isArc) {
+                addLine(piece);
+            } else if (!addArc(piece, sag / growth_)) {
+                return false;
+            }
+        }
+        const auto count = static_cast<std::uint32_t>(scratch_.region.pointCount());
+        scratch_.region.edgeOfPiece.push_back(count);
+        scratch_.region.loopEnds.push_back(count);
+        addNormals();
+        return true;
+    }
+
+    // After the outlines were united there are only straight chords and sharp corners. New crossings may stand off the
+    // axis by a rounding.
+    void resetToLines() {
+        const std::size_t count = scratch_.region.pointCount();
+        for (std::size_t i = 0; i < count; ++i) {
+            Point2& p = scratch_.region.points[i];
+            p.x = p.x <= leastSize ? 0 : p.x;
+        }
+        profile_.chords.clear();
+        profile_.limits.clear();
+        std::fill_n(profile_.chords.extend(count), count, ProfileChord{0, 0, false});
+        std::fill_n(profile_.limits.extend(count), count, tolerance_);
+        addNormals();
+    }
+
+    bool divideRings() {
+        const Region& region = scratch_.region;
+        Ring* const rings = startRings(region.pointCount());
+        std::size_t first = 0;
+        for (const std::uint32_t loopEnd : region.loopEnds) {
+            for (std::size_t i = first; i < loopEnd; ++i) {
+                const std::size_t before = i == first ? loopEnd - 1 : i - 1;
+                rings[i].chords = ringChords(i, std::min(chordLimit(before), chordLimit(i)));
+            }
+            if (body_.tapered) {
+                divideTwisted(rings, first, loopEnd);
+            }
+            equaliseRings(rings, first, loopEnd);
+            first = loopEnd;
+        }
+        return numberRings();
+    }
+
+private:
+    void addLine(const OutlinePiece& piece) {
+        scratch_.region.points.push_back(piece.start);
+        profile_.chords.push_back({0, 0, false});
+        profile_.limits.push_back(tolerance_);
+    }
+
+    bool addArc(const OutlinePiece& piece, double sag) {
+        scratch_.region.hasArcs = true;
+        const std::uint32_t chords = arcChords(std::max(piece.radiusX, piece.radiusY), piece.sweep, sag);
+        if (scratch_.region.pointCount() + chords > maxTriangles) {
+            return false;
+        }
+        if (piece.radiusX != piece.radiusY) {
+            addEllipse(piece, sag);
+            return true;
+        }
+        flattenPiece(piece, chords, scratch_.arcs, scratch_.region.points);
+        const double step = piece.sweep / chords;
+        const double chordSag = piece.radiusX * (1 - std::cos(step / 2));
+        const bool hollow = piece.sweep < 0;
+        std::fill_n(profile_.chords.extend(chords), chords, ProfileChord{chordSag, 0, hollow});
+        profile_.limits.push_back(tolerance_);
+        for (std::uint32_t k = 1; k < chords; ++k) {
+            profile_.limits.push_back(pointLimit(piece, piece.startAngle + step * k));
+        }
+        return true;
+    }
+
+    void addEllipse(const OutlinePiece& piece, double sag) {
+        const EllipseSteps steps(piece, sag);
+        double t = piece.startAngle;
+        for (std::size_t k = 0; k < steps.count(); ++k) {
+            const double step = steps.step(k);
+            const Point2 at{piece.center.x + piece.radiusX * std::cos(t), piece.center.y + piece.radiusY * std::sin(t)};
+            scratch_.region.points.push_back(k == 0 ? piece.start : at);
+            profile_.limits.push_back(k == 0 ? tolerance_ : pointLimit(piece, t));
+            profile_.chords.push_back(
+                {normalDistance(piece, t + step / 2) * (1 - std::cos(step / 2)), 0, piece.sweep < 0});
+            t += step;
+        }
+    }
+
+    // On a hollow arc the far side is the other one.
+    double pointLimit(const OutlinePiece& arc, double t) const {
+        return arcPointLimit(arc, arc.sweep < 0 ? t + tlGePi : t, tolerance_);
+    }
+
+    void addNormals() {
+        const Region& region = scratch_.region;
+        std::size_t first = 0;
+        for (const std::uint32_t loopEnd : region.loopEnds) {
+            for (std::size_t i = first; i < loopEnd; ++i) {
+                const Point2& a = region.points[i];
+                const Point2& b = region.points[i + 1 == loopEnd ? first : i + 1];
+                const double dr = b.x - a.x;
+                const double dz = b.y - a.y;
+                profile_.chords[i].radial = dz / std::sqrt(dr * dr + dz * dz);
+            }
+            first = loopEnd;
+        }
+    }
+
+    // The most that the rings at the ends of a chord may stand off their circles: towards the side to which the
+    // profile's own chord stands off, both add up.
+    double chordLimit(std::size_t chord) const {
+        const ProfileChord& c = profile_.chords[chord];
+        const bool addsUp = (c.radial > 0) != c.hollow;
+        const double left = addsUp ? tolerance_ - c.sag * growth_ : tolerance_;
+        const double radial = std::fabs(c.radial);
+        return radial < 1e-12 ? unlimited : left / radial;
+    }
+
+    // The largest radius that a point reaches.
+    double reach(std::size_t i) const {
+        const double r = scratch_.region.points[i].x;
+        return body_.tapered ? std::max(r, body_.pivot.x + (r - body_.pivot.x) * body_.endFactor.x) : r;
+    }
+
+    std::uint32_t ringChords(std::size_t i, double limit) const {
+        if (scratch_.region.points[i].x == 0) {
+            return 0;
+        }
+        return arcChords(reach(i), body_.angle, std::min(limit, profile_.limits[i]));
+    }
+
+    // Quadrangles of a tapered body are twisted: their diagonal stands off by how much the sections differ and by how
+    // unequal the two rings are.
+    void divideTwisted(Ring* rings, std::size_t first, std::size_t loopEnd) const {
+        const double fx = std::fabs(body_.endFactor.x - 1);
+        const double fy = std::fabs(body_.endFactor.y - 1);
+        double twist = 0;
+        for (std::size_t i = first; i < loopEnd; ++i) {
+            const Point2& a = scratch_.region.points[i];
+            const Point2& b = scratch_.region.points[i + 1 == loopEnd ? first : i + 1];
+            const double change = fx * std::fabs(a.x - body_.pivot.x) + fy * std::fabs(a.y - body_.pivot.y);
+            twist = std::max(twist, change * std::fabs(a.x - b.x) / (2 * (a.x + b.x)));
+        }
+        const double least = std::min(std::ceil(twist / (twistShare * tolerance_ / taperedShare)), 1e9);
+        for (std::size_t i = first; i < loopEnd; ++i) {
+            rings[i].chords = std::max(rings[i].chords, static_cast<std::uint32_t>(least));
+        }
+    }
+
+    // The chords of the larger ring must not cut the smaller one.
+    void equalise(Ring* rings, std::size_t i, std::size_t j) const {
+        if (rings[i].chords == rings[j].chords || rings[i].chords == 0 || rings[j].chords == 0) {
+            return;
+        }
+        const bool larger = scratch_.region.points[i].x > scratch_.region.points[j].x;
+        const std::size_t large = larger ? i : j;
+        const std::size_t small = larger ? j : i;
+        const double inner =
+            scratch_.region.points[large].x * std::cos(body_.angle / (2.0 * rings[large].chords));
+        if (scratch_.region.points[small].x > inner) {
+            rings[i].chords = rings[j].chords = std::max(rings[i].chords, rings[j].chords);
+        }
+    }
+
+    void equaliseRings(Ring* rings, std::size_t first, std::size_t loopEnd) const {
+        for (int round = 0; round < 2; ++round) {
+            for (std::size_t i = first; i < loopEnd; ++i) {
+                equalise(rings, i, i + 1 == loopEnd ? first : i + 1);
+            }
+            for (std::size_t i = loopEnd; i-- > first;) {
+                equalise(rings, i, i + 1 == loopEnd ? first : i + 1);
+            }
+        }
+    }
+
+    Ring* startRings(std::size_t count) {
+        profile_.rings.clear();
+        return profile_.rings.extend(count);
+    }
+
+    bool numberRings() {
+        const std::uint32_t more = body_.angle < twoPi ? 1 : 0;
+        std::size_t nodes = 0;
+        for (std::size_t i = 0; i < profile_.rings.size(); ++i) {
+            Ring& ring = profile_.rings[i];
+            ring.first = static_cast<std::uint32_t>(nodes);
+            nodes += ring.chords == 0 ? 1 : std::size_t{ring.chords} + more;
+            if (2 * nodes > maxTriangles) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    const RevolvedBody& body_;
+    double tolerance_;
+    double growth_;
+    MeshScratch& scratch_;
+    Profile& profile_;
+};
+
+// Triangles of the profile, where it needs any. True also for a convex profile, which needs none when the turn is whole.
+RegionCheck checkProfile(MeshScratch& scratch) {
+    const Region& region = scratch.region;
+    if (region.pointCount() < 3) {
+        return RegionCheck::Failed;
+    }
+    scratch.regionTriangles.clear();
+    if (isConvexLoop(region, leastCross(region))) {
+        const auto n = static_cast<std::uint32_t>(region.pointCount());
+        fan(scratch.regionTriangles.extend(3 * (std::size_t{n} - 2)), {0, n});
+        return RegionCheck::Ok;
+    }
+    return scratch.sweep.run(region, scratch.regionTriangles);
+}
+
+MeshStatus uniteProfile(MeshScratch& scratch) {
+    if (!uniteOutlines(scratch.region)) {
+        return MeshStatus::BadRegion;
+    }
+    const bool done = checkProfile(scratch) != RegionCheck::Failed ||
+                      tessellateRegion(scratch.region, scratch.regionTriangles);
+    return done ? MeshStatus::Ok : MeshStatus::BadRegion;
+}
+
+}  // namespace
+
+MeshStatus makeProfile(const RevolvedBody& body, double tolerance, MeshScratch& scratch, Profile& profile) {
+    ProfileMaker maker(body, tolerance, scratch, profile);
+    RegionCheck check = RegionCheck::Failed;
+    double sag = profileShare * tolerance;
+    for (int round = 0; round <= refinements && check == RegionCheck::Failed; ++round, sag /= refinement) {
+        if (!maker.flatten(sag)) {
+            return MeshStatus::TooManyTriangles;
+        }
+        check = checkProfile(scratch);
+        if (!scratch.region.hasArcs) {
+            break;
+        }
+    }
+    profile.touching = check != RegionCheck::Ok;
+    if (check == RegionCheck::Failed) {
+        maker.flatten(profileShare * tolerance);
+        const MeshStatus united = uniteProfile(scratch);
+        if (united != MeshStatus::Ok) {
+            return united;
+        }
+        maker.resetToLines();
+    }
+    return maker.divideRings() ? MeshStatus::Ok : MeshStatus::TooManyTriangles;
+}
+
+}  // namespace tolmar

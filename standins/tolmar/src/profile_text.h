@@ -1,0 +1,18 @@
+// The text of a profile file: sections in brackets, lines of key and value, comments behind semicolons.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tolmar {
+
+// The value of the first such key in the first such section, without its blanks and one pair of quotes around it.
+std::optional<std::string_view> profileValue(std::string_view text, std::string_view section, std::string_view key);
+
+// The text with one value set, everything else as it was; a null value removes the key. Lines end as the first line of
+// the text does, in CR LF when there is none.
+std::string withProfileValue(std::string_view text, std::string_view section, std::string_view key,
+                             std::optional<std::string_view> value);
+
+}  // namespace tolmar

@@ -1,0 +1,253 @@
+#include "forms/forms.h"
+
+#include "forms/tree_selection.h"
+#include "tolmar/code_page.h"
+#include "tolmar/scripted_ui.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace {
+
+using Item = OrnLogicTree::Item;
+
+// A tree whose clicks check a branch and its ancestors, or uncheck a branch and what is left empty above it.
+class TreeForm final : public OrnLogicForm {
+public:
+    explicit TreeForm(std::function<void(OrnLogicTree&)> fill = {}) : fill_(std::move(fill)) {}
+    void onInit() override {
+        tree = createTree(7, {0, 0, 10, 10});
+        createButton(OrnLogicButton::Kind::CheckBox, 12584, u"输出焊点", {});
+        createButton(OrnLogicButton::Kind::CheckBox, 12587, u"刷新缓存", {})->enable(false);
+        if (fill_) {
+            fill_(*tree);
+        }
+    }
+    void onControlClicked(int id) override {
+        clicks.push_back(id);
+        if (id == 7) {
+            clickItem(tree->itemUnderMouse());
+        } else if (id == ResultOk || id == ResultCancel) {
+            end(id);
+        } else {
+            auto* box = dynamic_cast<OrnLogicButton*>(control(id));
+            box->setChecked(!box->checked());
+        }
+    }
+    void onClosing() override { closed = true; }
+
+    std::vector<std::u16string> checkedLabels() const {
+        std::vector<std::u16string> labels;
+        visitItems(*tree, [&](Item item) {
+            if (item->checked) {
+                labels.push_back(item->label);
+            }
+        });
+        return labels;
+    }
+
+    OrnLogicTree* tree = nullptr;
+    std::vector<int> clicks;
+    bool closed = false;
+
+private:
+    static void clickItem(Item item) {
+        const bool on = !item->checked;
+        std::vector<Item> open{item};
+        while (!open.empty()) {
+            const Item next = open.back();
+            open.pop_back();
+            next->checked = on;
+            open.insert(open.end(), next->children.begin(), next->children.end());
+        }
+        for (Item parent = item->parent; parent != nullptr; parent = parent->parent) {
+            const bool any = std::any_of(parent->children.begin(), parent->children.end(), OrnLogicTree::checked);
+            parent->checked = any;
+        }
+    }
+    std::function<void(OrnLogicTree&)> fill_;
+};
+
+void fillPlant(OrnLogicTree& tree) {
+    const Item world = tree.insertLast(nullptr, u"World", nullptr);
+    for (const char16_t* site : {u"Site A", u"Site B"}) {
+        const Item siteItem = tree.insertSorted(world, site, nullptr);
+        for (const char16_t* zone : {u"管道/1", u"Zone*", u"Zone 2"}) {
+            const Item zoneItem = tree.insertSorted(siteItem, zone, nullptr);
+            tree.insertSorted(zoneItem, u"P-1", nullptr);
+            tree.insertSorted(zoneItem, u"P-2", nullptr);
+        }
+    }
+}
+
+std::vector<std::u16string> labelsOf(const std::vector<Item>& items) {
+    std::vector<std::u16string> labels;
+    for (const Item item : items) {
+        labels.push_back(item->label);
+    }
+    return labels;
+}
+
+TEST(Tree, SortsWithoutCaseAndKeepsEqualLabelsInOrder) {
+    OrnLogicTree tree(1, {});
+    int data[3] = {};
+    for (const char16_t* label : {u"b", u"É", u"A", u"Я", u"B2", u"é2", u"я", u"阀", u"_"}) {
+        tree.insertSorted(nullptr, label, nullptr);
+    }
+    for (int& value : data) {
+        tree.insertSorted(nullptr, &value == &data[1] ? u"B" : u"b", &value);
+    }
+    EXPECT_EQ(labelsOf(tree.topItems()),
+              (std::vector<std::u16string>{u"_", u"A", u"b", u"b", u"B", u"b", u"B2", u"É", u"é2", u"Я", u"я", u"阀"}));
+    EXPECT_EQ(tree.topItems()[3]->data, &data[0]);
+    EXPECT_EQ(tree.topItems()[5]->data, &data[2]);
+    tree.select(tree.topItems()[0]);
+    tree.clear();
+    EXPECT_EQ(tree.itemCount(), 0U);
+    EXPECT_EQ(tree.selected(), nullptr);
+}
+
+TEST(Form, WithoutAUserItIsCancelledAndClosed) {
+    tolmar::setHostUi(nullptr);
+    TreeForm form;
+    EXPECT_EQ(form.DoModal(), OrnLogicForm::ResultCancel);
+    EXPECT_EQ(form.clicks, std::vector<int>{OrnLogicForm::ResultCancel});
+    EXPECT_TRUE(form.closed);
+    EXPECT_EQ(form.control(99), nullptr);
+    EXPECT_EQ(form.control(7), form.tree);
+}
+
+struct Played {
+    std::vector<std::string> unmatched;
+    std::vector<std::u16string> checked;
+    std::size_t clicks;
+};
+Played play(const TreeSelection& selection) {
+    TreeForm form(fillPlant);
+    form.onInit();
+    Played played;
+    played.unmatched = applySelection(form, *form.tree, selection);
+    played.checked = form.checkedLabels();
+    played.clicks = form.clicks.size();
+    return played;
+}
+
+using Labels = std::vector<std::u16string>;
+
+TEST(Selection, WithoutPatternsEverythingIsCheckedByOneClick) {
+    const Played all = play({});
+    EXPECT_EQ(all.checked.size(), 21U);
+    EXPECT_EQ(all.clicks, 1U);
+    EXPECT_EQ(play({{}, {"World/Site A"}}).checked.size(), 11U);
+}
+
+TEST(Selection, StarsStayInALabelAndDoubleStarsCross) {
+    EXPECT_EQ(play({{"World/Site B/Zone 2/P-1"}, {}}).checked, (Labels{u"World", u"Site B", u"Zone 2", u"P-1"}));
+    EXPECT_EQ(play({{"World/*/P-1"}, {}}).unmatched, std::vector<std::string>{"World/*/P-1"});
+    EXPECT_EQ(play({{"**/P-1"}, {}}).checked.size(), 1U + 2 + 6 + 6);
+    EXPECT_EQ(play({{"**/World"}, {}}).checked.size(), 21U);
+    EXPECT_EQ(play({{"World/*A/Z*2/*"}, {}}).checked, (Labels{u"World", u"Site A", u"Zone 2", u"P-1", u"P-2"}));
+    EXPECT_EQ(play({{"World/**/Zone 2/**"}, {}}).checked.size(), 1U + 2 + 2 + 4);
+    EXPECT_EQ(play({{"world", "World/Site A/Zone 2/P-1/**"}, {}}).unmatched.size(), 2U);
+}
+
+TEST(Selection, EscapesTakeCharactersAsTheyAre) {
+    EXPECT_EQ(play({{"World/Site A/Zone\\*"}, {}}).checked, (Labels{u"World", u"Site A", u"Zone*", u"P-1", u"P-2"}));
+    EXPECT_EQ(play({{tolmar::toUtf8("World/Site A/管道\\/1")}, {}}).checked.size(), 5U);
+    EXPECT_EQ(play({{tolmar::toUtf8("World/Site A/管道/1")}, {}}).unmatched.size(), 1U);
+}
+
+TEST(Selection, EveryPathIsAPatternForItsItem) {
+    TreeForm form(fillPlant);
+    form.onInit();
+    visitItems(*form.tree, [&](Item item) {
+        TreeForm other(fillPlant);
+        other.onInit();
+        EXPECT_TRUE(applySelection(other, *other.tree, {{itemPath(item)}, {}}).empty()) << itemPath(item);
+    });
+}
+
+TEST(Selection, DeselectsComeLastAndUnmatchedOnesAreNamed) {
+    const Played played = play({{"World/Site A", "World/Site A/Zone 2", "none"}, {"**/P-2", "World/**/Zone\\*", ""}});
+    EXPECT_EQ(played.unmatched, (std::vector<std::string>{"none", ""}));
+    EXPECT_EQ(played.checked, (Labels{u"World", u"Site A", u"Zone 2", u"P-1", tolmar::toWide("管道/1"), u"P-1"}));
+}
+
+// Twenty thousand patterns on as many siblings, and a line twenty thousand items deep.
+TEST(Selection, LargeTreesStayLinear) {
+    constexpr int count = 20'000;
+    TreeForm form([](OrnLogicTree& tree) {
+        const Item world = tree.insertLast(nullptr, u"World", nullptr);
+        for (int i = 0; i < count; ++i) {
+            tree.insertLast(world, tolmar::toWide("item " + std::to_string(i)), nullptr);
+        }
+        for (Item deep = world; tree.itemCount() < 2 * count;) {
+            deep = tree.insertLast(deep, u"deep", nullptr);
+        }
+    });
+    form.onInit();
+    TreeSelection selection;
+    for (int i = 0; i < count; ++i) {
+        selection.select.push_back("World/item " + std::to_string(i));
+    }
+    selection.select.push_back("World/deep/**");
+    selection.deselect = {"World/item *"};
+    EXPECT_TRUE(applySelection(form, *form.tree, selection).empty());
+    EXPECT_EQ(countItems(*form.tree).checked, static_cast<std::size_t>(count));
+}
+
+TEST(Selection, FilesHoldOnePatternALine) {
+    const std::string path = (std::filesystem::temp_directory_path() / "tessaro-select-test.txt").string();
+    std::ofstream(path) << "# comment\r\n+ World/A b\r\n\n  - World/A/c\nplain\n-dash";
+    TreeSelection selection;
+    std::string error;
+    EXPECT_TRUE(readSelectFile(path, selection, error)) << error;
+    EXPECT_EQ(selection.select, (std::vector<std::string>{"World/A b", "plain", "-dash"}));
+    EXPECT_EQ(selection.deselect, std::vector<std::string>{"World/A/c"});
+    std::ofstream(path) << "bad \xFF byte";
+    EXPECT_FALSE(readSelectFile(path, selection, error));
+    EXPECT_EQ(error, path + ": no UTF-8 text");
+    std::filesystem::remove(path);
+    EXPECT_FALSE(readSelectFile(path, selection, error));
+}
+
+class ScriptedForm : public testing::Test {
+protected:
+    int run(tolmar::ScriptedAnswers answers) {
+        ui = std::make_unique<tolmar::ScriptedUi>(std::move(answers));
+        tolmar::setHostUi(ui.get());
+        const int result = form.DoModal();
+        tolmar::setHostUi(nullptr);
+        return result;
+    }
+    TreeForm form{fillPlant};
+    std::unique_ptr<tolmar::ScriptedUi> ui;
+};
+
+TEST_F(ScriptedForm, ClicksOptionsThatDifferAndAreEnabled) {
+    EXPECT_EQ(run({.options = {{"outWeld", true}, {"clearCache", true}, {tolmar::toUtf8("输出焊点"), true}}}),
+              OrnLogicForm::ResultOk);
+    EXPECT_EQ(form.clicks, (std::vector<int>{12584, 7, OrnLogicForm::ResultOk}));
+    EXPECT_TRUE(ui->refusal().empty());
+    EXPECT_EQ(ui->lastCounts().checked, 21U);
+}
+
+TEST_F(ScriptedForm, WhatTheFormLacksIsRefused) {
+    EXPECT_EQ(run({.options = {{"noSuch", true}}}), OrnLogicForm::ResultCancel);
+    EXPECT_NE(ui->refusal().find("noSuch"), std::string::npos);
+}
+
+TEST_F(ScriptedForm, PatternWithoutAMatchIsRefused) {
+    EXPECT_EQ(run({.selection = {{"World", "Wrold"}, {}}}), OrnLogicForm::ResultCancel);
+    EXPECT_NE(ui->refusal().find("\"Wrold\""), std::string::npos);
+}
+
+TEST_F(ScriptedForm, DryRunCountsAndCancels) {
+    EXPECT_EQ(run({.selection = {{"World/Site A"}, {}}, .dryRun = true}), OrnLogicForm::ResultCancel);
+    EXPECT_TRUE(ui->refusal().empty());
+    EXPECT_EQ(ui->lastCounts().checked, 11U);
+    EXPECT_EQ(ui->lastCounts().items, 21U);
+}
+
+}  // namespace

@@ -1,0 +1,255 @@
+// The program from outside: command line, exit status, what goes to which stream. Its module is a small one whose
+// commands do one thing each.
+#include "../tolmar/scratch_folder.h"
+#include "tolmar/code_page.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+using tolmar::toUtf8;
+
+struct Ended {
+    int status = -1;
+    std::string out;
+    std::string err;
+    bool said(const std::string& text) const { return err.find(toUtf8(text)) != std::string::npos; }
+};
+
+class Program : public testing::Test {
+protected:
+    Program() {
+        folder.put("plant.json", toUtf8(R"({"format": "tessaro-plant", "version": 1, "project": {"name": "厂 1/2"},
+                                     "databases": [{"name": "main"}], "objects": []})"));
+        fs::create_directories(folder.path() / "install");
+        ::setenv("TESSARO_MODULE", TESSARO_BIN_DIR "/test-modules/good.so", 1);
+        ::setenv("TESSARO_ROOT", folder.file("install").c_str(), 1);
+        ::unsetenv("CI");
+    }
+
+    pid_t start(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), TESSARO_BIN_DIR "/tessaro");
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments) {
+            argument = toUtf8(argument);
+            pointers.push_back(argument.data());
+        }
+        pointers.push_back(nullptr);
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC;
+        posix_spawn_file_actions_addopen(&actions, 1, folder.file("stdout").c_str(), flags, 0600);
+        posix_spawn_file_actions_addopen(&actions, 2, folder.file("stderr").c_str(), flags, 0600);
+        posix_spawn_file_actions_addchdir_np(&actions, folder.path().c_str());
+        pid_t process = 0;
+        EXPECT_EQ(::posix_spawn(&process, pointers[0], &actions, nullptr, pointers.data(), environ), 0);
+        posix_spawn_file_actions_destroy(&actions);
+        return process;
+    }
+    Ended wait(pid_t process) const {
+        int status = 0;
+        ::waitpid(process, &status, 0);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), folder.get("stdout"),
+                folder.get("stderr")};
+    }
+    Ended tessaro(std::vector<std::string> arguments) const { return wait(start(std::move(arguments))); }
+    // `tessaro run` with the model and the target folder "out".
+    Ended run(std::vector<std::string> arguments) const {
+        const std::vector<std::string> fixed = {"run", "--model", folder.file("plant.json"), "--out",
+                                                folder.file("out")};
+        arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
+        return tessaro(std::move(arguments));
+    }
+    std::string report() const { return folder.get("report.json"); }
+
+    ScratchFolder folder;
+};
+
+TEST_F(Program, WrongUsageIsStatusOne) {
+    EXPECT_EQ(tessaro({}).status, 1);
+    EXPECT_EQ(tessaro({"export"}).status, 1);
+    EXPECT_EQ(tessaro({"run", "WRITE"}).status, 1);
+    EXPECT_EQ(run({"WRITE", "--nothing"}).status, 1);
+    EXPECT_EQ(run({"WRITE", "--set", "outWeld=2"}).status, 1);
+    EXPECT_EQ(run({"WRITE", "--progress", "loud"}).status, 1);
+    EXPECT_EQ(run({"WRITE", "-q", "-v"}).status, 1);
+    const Ended unknown = run({"WRITE", "NOSUCH"});
+    EXPECT_EQ(unknown.status, 1);
+    EXPECT_TRUE(unknown.said("NOSUCH") && unknown.said("BADFILE, START, XDBOUT")) << unknown.err;
+    EXPECT_FALSE(fs::exists(folder.file("out")));
+}
+
+TEST_F(Program, HelpHasAnExampleForEverySubCommand) {
+    const std::vector<std::vector<std::string>> commands = {{},
+                                                            {"run"},
+                                                            {"commands"},
+                                                            {"model"},
+                                                            {"model", "check"},
+                                                            {"model", "info"},
+                                                            {"model", "generate"},
+                                                            {"check"},
+                                                            {"check", "hext"}};
+    for (std::vector<std::string> command : commands) {
+        command.emplace_back("--help");
+        const Ended help = tessaro(command);
+        EXPECT_EQ(help.status, 0);
+        EXPECT_NE(help.out.find("Examples:\n  tessaro "), std::string::npos) << help.out;
+    }
+    EXPECT_EQ(tessaro({"--version"}).out.substr(0, 8), "tessaro ");
+}
+
+TEST_F(Program, ListsCommandsAndNamesWhatIsWrongWithAModule) {
+    EXPECT_EQ(tessaro({"commands"}).out, "WRITE\nPASS\nWAIT\nSCOPE\nASK\nCOLOUR\nFAIL\nBADFILE\nSTART\n");
+    ::setenv("TESSARO_MODULE", TESSARO_BIN_DIR "/test-modules/wrong_version.so", 1);
+    const Ended wrong = tessaro({"commands"});
+    EXPECT_EQ(wrong.status, 4);
+    EXPECT_TRUE(wrong.said("interface version 0x07E8FFFF"));
+}
+
+TEST_F(Program, WritesIntoTheTargetFolderUnderTheProjectsName) {
+    const Ended ended = run({"write"});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_EQ(folder.get(toUtf8("out/厂 1_2.txt")), "line\r\n");
+    EXPECT_EQ(ended.out, "");
+    EXPECT_TRUE(ended.said("提示: 导出结束") && ended.said("           6  " + folder.file("out/厂 1_2.txt")))
+        << ended.err;
+    EXPECT_EQ(run({"WRITE", "-q"}).err, "");
+}
+
+TEST_F(Program, StatusSaysHowARunEnded) {
+    EXPECT_EQ(run({"PASS", "--report", folder.file("report.json")}).status, 3);
+    EXPECT_NE(report().find(toUtf8(R"({"id": 17, "name": "管 \"A\"", "what": "pipe", "why": "no points"})")),
+              std::string::npos);
+    EXPECT_NE(report().find("\"status\": 3"), std::string::npos);
+    const Ended failed = run({"FAIL", "COLOUR", "--report", folder.file("report.json")});
+    EXPECT_EQ(failed.status, 4);
+    EXPECT_TRUE(failed.said("failed: out of paper"));
+    EXPECT_NE(report().find("\"coloured\": [\n    {\"id\": 5, \"color\": 3}"), std::string::npos) << report();
+    const Ended bad = run({"BADFILE", "--report", "-"});
+    EXPECT_EQ(bad.status, 4);
+    EXPECT_NE(bad.out.find(R"({"path": "/dev/full", "why": "No space left on device"})"), std::string::npos);
+}
+
+TEST_F(Program, RefusedInputIsStatusTwo) {
+    folder.put("bad.json", R"({"format": "tessaro-plant", "version": 1, "databases": [{"name": 5}]})");
+    const Ended model = tessaro({"run", "WRITE", "--model", folder.file("bad.json")});
+    EXPECT_EQ(model.status, 2);
+    EXPECT_TRUE(model.said("bad.json: databases[0].name")) << model.err;
+    EXPECT_EQ(run({"WRITE", "--root", folder.file("plant.json")}).status, 2);
+    EXPECT_EQ(run({"WRITE", "--select-file", folder.file("none")}).status, 2);
+    const Ended pattern = run({"SCOPE", "--select", "World/Nowhere", "--report", folder.file("report.json")});
+    EXPECT_EQ(pattern.status, 2);
+    EXPECT_TRUE(pattern.said("World/Nowhere"));
+    EXPECT_NE(report().find("\"outcome\": \"refused\""), std::string::npos);
+    EXPECT_EQ(run({"SCOPE", "--set", "noSuch=1"}).status, 2);
+}
+
+TEST_F(Program, UnwritableReportAndLogAreStatusFour) {
+    EXPECT_EQ(run({"COLOUR", "--report", folder.file("none/report.json")}).status, 4);
+    EXPECT_EQ(run({"COLOUR", "--report", "/dev/full"}).status, 4);
+    EXPECT_EQ(run({"COLOUR", "--log-file", folder.file("none/log")}).status, 4);
+    EXPECT_EQ(run({"WRITE", "--log-file", "/dev/full"}).status, 4);
+}
+
+TEST_F(Program, SelectionReachesTheScopeDialog) {
+    EXPECT_TRUE(run({"SCOPE"}).said("Site A=1\nSite 乙=1\n"));
+    EXPECT_TRUE(run({"SCOPE", "--select", "World/Site 乙"}).said("Site A=0\nSite 乙=1\n"));
+    folder.put("scope.txt", "+ **/Site*\n- World/Site A\n");
+    EXPECT_TRUE(run({"SCOPE", "--select-file", folder.file("scope.txt")}).said("Site A=0\nSite 乙=1\n"));
+    const Ended options = run({"SCOPE", "--set", "outWeld=1", "--set", "nvExpandBranch=1", "--deselect", "**/Site A"});
+    EXPECT_TRUE(options.said("nvExpandBranch") && options.said("Site A=0\nSite 乙=1\n")) << options.err;
+}
+
+TEST_F(Program, DryRunWritesNothing) {
+    const Ended ended = run({"SCOPE", "WRITE", "--dry-run", "--select", "**/Site A", "--set", "outWeld=1"});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_TRUE(ended.said("1 of 3 items"));
+    EXPECT_FALSE(fs::exists(folder.file("out")));
+    EXPECT_FALSE(fs::exists(folder.file("option.ini")));
+}
+
+TEST_F(Program, InputsAnswerInOrder) {
+    const Ended ended = run({"ASK", "ASK", "--input", "甲 b", "--log-file", folder.file("log"), "-q"});
+    EXPECT_EQ(ended.err, "");
+    const std::string log = folder.get("log");
+    EXPECT_NE(log.find(toUtf8("answer 甲 b\n")), std::string::npos);
+    EXPECT_NE(log.find("answer none\n"), std::string::npos);
+}
+
+TEST_F(Program, InterruptIsTheCancelButton) {
+    const pid_t process = start({"run", "WAIT", "WRITE", "--model", folder.file("plant.json"), "--progress", "json"});
+    for (int i = 0; i < 1000 && folder.get("stderr").find("\"value\":1") == std::string::npos; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ::kill(process, SIGINT);
+    const Ended ended = wait(process);
+    EXPECT_EQ(ended.status, 130);
+    EXPECT_TRUE(
+        ended.said("{\"open\":true,\"title\":\"waiting\",\"text\":\"\",\"bars\":[{\"text\":\"\",\"value\":0}]}\n"));
+    EXPECT_TRUE(ended.said("cancelled"));
+    EXPECT_FALSE(ended.said("导出结束"));
+}
+
+TEST_F(Program, FailingPackagingProgramIsLeftOut) {
+    fs::permissions(folder.put("bin/Pack.sh", "#!/bin/sh\necho packed\nexit 7\n"), fs::perms::owner_all);
+    const Ended ended = run({"START"});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_EQ(ended.out, "");
+    EXPECT_TRUE(ended.said("packed") && ended.said("program \"Pack.sh\": ended with status 7")) << ended.err;
+}
+
+TEST_F(Program, ExportedFunctionGivesJson) {
+    const Ended ended = tessaro({"run", "XDBOUT", "--model", folder.file("plant.json"), "--set", "strict=1"});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_NE(ended.out.find(toUtf8("\"result\": true,\n  \"types\": [\n    \"墙\"\n  ]")), std::string::npos)
+        << ended.out;
+    EXPECT_NE(ended.out.find("\"colors\": [\n    18446744073692774655\n  ]"), std::string::npos);
+    EXPECT_NE(ended.out.find("[0,0.5,-1e+300]"), std::string::npos);
+    EXPECT_NE(ended.out.find("\"strict:1;\""), std::string::npos);
+    EXPECT_EQ(run({"xdbout"}).out, "");
+    EXPECT_NE(folder.get(toUtf8("out/厂 1_2.xdb.json")).find("\"strict:0;\""), std::string::npos);
+}
+
+TEST_F(Program, ModelCommands) {
+    EXPECT_EQ(tessaro({"model", "check", folder.file("plant.json")}).status, 0);
+    EXPECT_EQ(tessaro({"model", "check", folder.file("none.json")}).status, 2);
+    EXPECT_EQ(tessaro({"model"}).status, 1);
+    EXPECT_EQ(tessaro({"model", "generate", "--objects", "-5", "-o", folder.file("x.json")}).status, 1);
+    EXPECT_EQ(tessaro({"model", "generate", "--objects", "50", "-o", folder.file("none/x.json")}).status, 4);
+    ASSERT_EQ(tessaro({"model", "generate", "--objects", "50", "--seed", "3", "-o", folder.file("x y.json")}).status,
+              0);
+    EXPECT_EQ(tessaro({"model", "check", folder.file("x y.json")}).status, 0);
+    EXPECT_NE(tessaro({"model", "info", folder.file("x y.json")}).out, "");
+    EXPECT_EQ(tessaro({"model", "info", "--json", folder.file("x y.json")}).out.front(), '{');
+    const std::string tree = tessaro({"model", "tree", folder.file("x y.json")}).out;
+    EXPECT_LT(tessaro({"model", "tree", "--depth", "1", folder.file("x y.json")}).out.size(), tree.size());
+}
+
+TEST_F(Program, ChecksAFolderOfMacros) {
+    const std::string hext = folder.file("hext");
+    EXPECT_EQ(tessaro({"check", "hext", hext}).status, 2);
+    for (const char* name : {"uda.txt", "cata.txt", "ConnTable.txt", "nozzleSpec.txt", "PipeCompSpecGenerator.txt",
+                             "SpecCreate.txt", "equip.txt", "PipeSpcoUdaSet.txt", "struct.txt", "TempSpecGenerator.txt",
+                             "axisline.txt", "sup.txt", "sitezone.txt", "des-col.pmldat", "des-element-rules.pmldat"}) {
+        folder.put(std::string("hext/") + name, "管 line\r\nlast");
+    }
+    EXPECT_EQ(tessaro({"check", "hext", hext}).status, 0);
+    folder.put("hext/pipe.txt", "good\r\nbad\n");
+    EXPECT_TRUE(tessaro({"check", "hext", hext}).said("pipe.txt: line 2: ends in a line feed alone"));
+    folder.put("hext/pipe.txt", "good\r\n\xFF\xFF\r\n");
+    EXPECT_TRUE(tessaro({"check", "hext", hext}).said("pipe.txt: line 2: bytes that are no text"));
+    fs::remove(hext + "/cata.txt");
+    EXPECT_TRUE(tessaro({"check", "hext", hext}).said("cata.txt: missing"));
+}
+
+}  // namespace

@@ -1,0 +1,286 @@
+#include "rvm_support.h"
+
+#include "platform/primaries.h"
+#include "rvm/primitive_writer.h"
+#include "support/test_support.h"
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+using namespace rvm;
+
+// A class that the platform might add: no row of the writer knows it.
+class HextUnknown3D final : public HextPrimary3D {
+    TLRX_CLASS(HextUnknown3D)
+public:
+    HextUnknown3D() : HextPrimary3D(classRecord) {}
+    HextUnknown3D* clone() const override { return new HextUnknown3D(*this); }
+};
+const TlRxClass HextUnknown3D::classRecord{"HextUnknown3D", HextPrimary3D::classRecord};
+
+// A class below one that has a row.
+class HextShortBox3D final : public HextBox3D {
+    TLRX_CLASS(HextShortBox3D)
+public:
+    HextShortBox3D() : HextBox3D(classRecord) {}
+};
+const TlRxClass HextShortBox3D::classRecord{"HextShortBox3D", HextBox3D::classRecord};
+
+class PrimitiveWriting : public testing::Test {
+protected:
+    template <typename Class>
+    Class& add() {
+        auto* primitive = new Class();
+        list.list().push_back(primitive);
+        return *primitive;
+    }
+    HextCylinder3D& addCylinder(double length = 100) {
+        auto& cylinder = add<HextCylinder3D>();
+        cylinder.diameter = 20;
+        cylinder.endPoint = {0, 0, length};
+        return cylinder;
+    }
+    void addEntity(const char* json) { add<HextPrimaryAcadEntity>().serial = json; }
+
+    // Writes the list into a group and reads it back.
+    rvmcheck::RvmContent write(bool isObstruction = false, bool compat = false) {
+        std::string bytes;
+        tolmar::OutputFile file = memoryFile(bytes);
+        RvmFile out(file);
+        PrimitiveWriter writer(out, compat);
+        out.writeHeader("p", "d");
+        out.writeGroupBegin("object", 4);
+        writer.startObject(7, "object");
+        const std::uint64_t start = out.offset();
+        const std::size_t size = writer.writePrimitiveList(list.list(), isObstruction, 25);
+        EXPECT_EQ(out.offset(), start + size);
+        out.writeGroupEnd();
+        out.writeEnd();
+        out.flush();
+        EXPECT_TRUE(file.close());
+        rvmcheck::Findings findings;
+        rvmcheck::RvmContent content = rvmcheck::readRvm(bytes, findings, true);
+        EXPECT_EQ(allFindings(findings), "");
+        return content;
+    }
+    static std::string names(const rvmcheck::RvmContent& content) {
+        std::string text;
+        for (const std::uint32_t child : content.groups.at(0).children) {
+            text += content.groups[child].name + " ";
+        }
+        return text;
+    }
+    static std::string reported() {
+        std::string text;
+        for (const auto& entry : tolmar::runReport().passed()) {
+            text += std::to_string(entry.id) + " " + entry.name + " " + entry.what + ": " + entry.why + "\n";
+        }
+        return text;
+    }
+
+    TestRoot root;
+    TestUi ui;
+    PrimaryList list;
+};
+
+TEST_F(PrimitiveWriting, EveryClassGoesItsWayAndIsNumberedByItself) {
+    addCylinder();
+    add<HextBox3D>();
+    addCylinder();
+    add<HextShortBox3D>();
+    add<HextBox3D>();
+    const auto content = write();
+    EXPECT_EQ(names(content), "HextCylinder3D1 HextBox3D1 HextCylinder3D2 HextShortBox3D1 HextBox3D2 ");
+    const std::uint32_t kinds[] = {8, 2, 8, 2, 2};
+    for (std::size_t i = 0; i < 5; ++i) {
+        const auto& group = content.groups[i + 1];
+        EXPECT_EQ(group.material, 25U);
+        ASSERT_EQ(group.primitives.size(), 1U);
+        EXPECT_EQ(content.primitives[group.primitives[0]].kind, kinds[i]);
+        EXPECT_FALSE(content.primitives[i].isObstruction);
+        EXPECT_EQ(content.primitives[i].box, (std::array<float, 6>{}));
+    }
+}
+
+TEST_F(PrimitiveWriting, ObstructionsCarryTheirWord) {
+    addCylinder(50);
+    auto& sphere = add<HextSphere3D>();
+    sphere.radius = 3;
+    const auto content = write(true);
+    ASSERT_EQ(content.primitives.size(), 2U);
+    EXPECT_TRUE(content.primitives[0].isObstruction && content.primitives[1].isObstruction);
+    EXPECT_EQ(content.primitives[0].parameters[1], 50.0F);
+    EXPECT_EQ(content.primitives[1].parameters[0], 3.0F);
+}
+
+TEST_F(PrimitiveWriting, OnePrimitiveIsSpelledOut) {
+    std::string bytes;
+    tolmar::OutputFile file = memoryFile(bytes);
+    RvmFile out(file);
+    PrimitiveWriter writer(out, false);
+    auto& sphere = add<HextSphere3D>();
+    sphere.center = {1000, 2000, -500};
+    sphere.radius = 1.5;
+    EXPECT_EQ(writer.writePrimitiveList(list.list(), false, 5), 64U + 108 + 28);
+    out.flush();
+    file.close();
+    const std::string expected =
+        bytesOf("00000043 0000004E 00000054 00000042 00000040 00000001 00000002 00000004") + "HextSphere3D1" +
+        bytesOf("000000 00000000 00000000 00000000 00000005"
+                "00000050 00000052 00000049 0000004D 000000AC 00000001 00000001 00000009"
+                "3A83126F 00000000 00000000 00000000 3A83126F 00000000 00000000 00000000 3A83126F"
+                "3F800000 40000000 BF000000"
+                "00000000 00000000 00000000 00000000 00000000 00000000 3FC00000"
+                "00000043 0000004E 00000054 00000045 000000C8 00000001 00000002");
+    EXPECT_EQ(hexOf(bytes), hexOf(expected));
+}
+
+TEST_F(PrimitiveWriting, WhatCannotBeWrittenIsTakenBackButCounted) {
+    addCylinder();
+    addCylinder(1e39);
+    add<HextUnknown3D>();
+    addCylinder(7);
+    const auto content = write();
+    EXPECT_EQ(names(content), "HextCylinder3D1 HextCylinder3D3 ");
+    ASSERT_EQ(ui.boxes.size(), 1U);
+    EXPECT_EQ(ui.boxes[0], "HextUnknown3D不是可输出体元");
+    EXPECT_EQ(reported(), "7 object/HextCylinder3D2 primitive: a coordinate or size is not finite\n"
+                          "7 object/HextUnknown3D1 primitive: its class has no output form\n");
+}
+
+TEST_F(PrimitiveWriting, ClassesWithoutACounterpartBecomeFacets) {
+    auto& cut = add<HextScylinder3D>();
+    cut.diameter = 100;
+    cut.endPoint = {0, 0, 300};
+    cut.vect = {0.3, 0, 1};
+    auto& frustum = add<HextSqucone3D>();
+    frustum.bottomX = frustum.bottomY = 10;
+    frustum.topX = frustum.topY = 5;
+    frustum.height = 20;
+    const auto content = write(true);
+    EXPECT_EQ(names(content), "HextScylinder3D1 HextSqucone3D1 ");
+    ASSERT_EQ(content.primitives.size(), 2U);
+    const auto& facets = content.primitives[1];
+    EXPECT_EQ(facets.kind, 11U);
+    EXPECT_TRUE(facets.isObstruction);
+    EXPECT_EQ(facets.matrix, (std::array<float, 12>{0.001F, 0, 0, 0, 0.001F, 0, 0, 0, 0.001F, 0, 0, 0}));
+    EXPECT_EQ(facets.triangles, 12U);
+    float highest = 0;
+    for (std::size_t i = 0; i < facets.facets.size(); i += 6) {
+        highest = std::max(highest, facets.facets[i + 2]);
+        EXPECT_LE(std::fabs(facets.facets[i]), 5.0F);
+    }
+    EXPECT_EQ(highest, 20.0F);
+}
+
+TEST_F(PrimitiveWriting, ASolidThatCannotBeMadeLeavesAnEmptyFacetList) {
+    add<HextSpolygon>();
+    add<HextRevolve>();
+    auto& prism = add<HextPrism3D>();
+    prism.sides = 2;
+    const auto content = write();
+    ASSERT_EQ(content.primitives.size(), 3U);
+    for (const auto& primitive : content.primitives) {
+        EXPECT_EQ(primitive.kind, 11U);
+        EXPECT_EQ(primitive.triangles, 0U);
+    }
+    EXPECT_EQ(tolmar::runReport().passed().size(), 3U) << reported();
+}
+
+TEST_F(PrimitiveWriting, HostContentComesByItsEntity) {
+    addEntity(R"({"type":"line","startPoint":[0,0,0],"endPoint":[0,0,250]})");
+    addEntity("{");
+    addEntity(R"({"type":"circle","center":[0,0,0],"normal":[0,0,1],"radius":5})");
+    addEntity(R"({"type":"mesh","points":[[0,0,0],[10,0,0],[0,10,0]],"faces":[[0,1,2]]})");
+    const auto content = write(true);
+    EXPECT_EQ(names(content), "HextPrimaryAcadEntity1 HextPrimaryAcadEntity4 ") << reported();
+    ASSERT_EQ(content.primitives.size(), 2U);
+    EXPECT_EQ(content.primitives[0].kind, 10U);
+    EXPECT_EQ(content.primitives[0].parameters[0], 5.0F);
+    EXPECT_EQ(content.primitives[0].parameters[1], 250.0F);
+    ASSERT_EQ(content.primitives[1].triangles, 1U);
+    EXPECT_EQ(content.primitives[1].facets[3 + 2], 100.0F) << "the cross product as it stands";
+    EXPECT_EQ(tolmar::runReport().passed().size(), 2U) << reported();
+}
+
+TEST_F(PrimitiveWriting, ALineOutsideOfItsClassHasNoFacets) {
+    add<HextPrimaryAcad>().serial = R"({"type":"line","startPoint":[0,0,0],"endPoint":[0,0,250]})";
+    EXPECT_EQ(names(write()), "");
+    EXPECT_EQ(tolmar::runReport().passed().size(), 1U);
+}
+
+TEST_F(PrimitiveWriting, BlocksFallIntoTheirParts) {
+    addCylinder();
+    add<HextAcadBlockReference>().serial =
+        R"({"type":"block","parts":[
+            {"type":"solid","color":3,"primitive":{"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":1,"zLength":1}},
+            {"type":"block","parts":[{"type":"solid","color":12,"primitive":{"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":1,"zLength":1}}]},
+            {"type":"line","startPoint":[0,0,0],"endPoint":[1,0,0]}]})";
+    addCylinder();
+    const auto content = write(true);
+    EXPECT_EQ(names(content), "HextCylinder3D1 aent1 aent2 aent3 HextCylinder3D2 ") << ui.printed;
+    ASSERT_EQ(content.groups.size(), 6U);
+    EXPECT_EQ(content.groups[2].material, 5U);
+    EXPECT_EQ(content.groups[3].material, 12U);
+    EXPECT_FALSE(content.primitives[1].isObstruction);
+    EXPECT_EQ(content.primitives[1].triangles, 12U);
+    EXPECT_EQ(content.primitives[3].triangles, 0U) << "a line has no surface";
+    EXPECT_NE(ui.printed.find("\nTlDb3dSolid"), std::string::npos);
+    EXPECT_NE(ui.printed.find("\nTlDbBlockReference"), std::string::npos);
+}
+
+TEST_F(PrimitiveWriting, APrimitiveThatIsNoPolygonBodyEndsTheExport) {
+    MeshIndices indices;
+    MeshPositions positions;
+    MeshNormals normals;
+    try {
+        meshPrimitive(HextBox3D(), indices, positions, normals);
+        FAIL();
+    } catch (const NoPolygonBody& failure) {
+        EXPECT_STREQ(failure.what(), "HextBox3D不是多边形体元");
+    }
+}
+
+TEST_F(PrimitiveWriting, StrictReadersGetBoxesDiametersAndUniqueNames) {
+    auto& sphere = add<HextSphere3D>();
+    sphere.radius = 6;
+    auto& frustum = add<HextSqucone3D>();
+    frustum.point = {100, 0, 0};
+    frustum.bottomX = 10;
+    frustum.bottomY = frustum.topX = frustum.topY = 4;
+    frustum.height = 20;
+    const auto content = write(false, true);
+    EXPECT_EQ(content.primitives.at(0).parameters[0], 12.0F);
+    EXPECT_EQ(content.primitives[0].box, (std::array<float, 6>{-6, -6, -6, 6, 6, 6}));
+    EXPECT_EQ(content.primitives.at(1).box, (std::array<float, 6>{95, -2, 0, 105, 2, 20}));
+
+    std::string bytes;
+    tolmar::OutputFile file = memoryFile(bytes);
+    RvmFile out(file);
+    PrimitiveWriter writer(out, true);
+    out.writeHeader("p", "d");
+    out.writeGroupBegin("object", 4);
+    writer.startObject(7, "object");
+    writer.writePrimitiveList(list.list(), true, 1);
+    writer.writePrimitiveList(list.list(), false, 1);
+    out.writeGroupEnd();
+    out.writeEnd();
+    out.flush();
+    file.close();
+    rvmcheck::Findings findings;
+    EXPECT_EQ(names(rvmcheck::readRvm(bytes, findings)),
+              "HextSphere3D1 HextSqucone3D1 HextSphere3D1_2 HextSqucone3D1_2 ");
+}
+
+TEST(SiblingNames, SkipNamesThatAreTaken) {
+    SiblingNames names;
+    EXPECT_EQ(names.unique("V"), "V");
+    EXPECT_EQ(names.unique("V_2"), "V_2");
+    EXPECT_EQ(names.unique("V"), "V_3");
+    EXPECT_EQ(names.unique("V_2"), "V_2_2");
+    EXPECT_EQ(names.unique("V"), "V_4");
+}
+
+}  // namespace

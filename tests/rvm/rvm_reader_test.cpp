@@ -1,0 +1,129 @@
+// The checker itself: whole files pass, and every kind of damage is found.
+#include "rvm_support.h"
+
+#include "support/test_support.h"
+
+namespace {
+
+struct Sample {
+    std::string rvmBytes;
+    std::string text = "CADC_Attributes_File v1.0 , start: NEW , end: END , name_end: := , sep: &end&\r\n"
+                       "NEW Header Information\r\n"
+                       "\tSource:= Orna Data &end& Date:= 12 Sep 2020 &end& Time:= 17:48\r\n"
+                       "\tProject:=p &end& MDB:=d &end& Element:=All\r\nEND\r\n"
+                       "NEW W\r\nNEW S\r\na:=  1\r\n\tNEW Z\r\n\t\tNEW M\r\n\t\t\tNEW O\r\n\t\t\tEND\r\n\t\tEND\r\n"
+                       "\tEND\r\nEND\r\n";
+
+    Sample() {
+        tolmar::OutputFile file = memoryFile(rvmBytes);
+        rvm::RvmFile out(file);
+        out.writeHeader("p", "d");
+        for (const char* name : {"W", "S", "Z", "M", "O"}) {
+            out.writeGroupBegin(name, 1);
+        }
+        const rvm::Matrix matrix = rvm::facetMatrix();
+        out.writeGroupBegin("P1", 1);
+        out.writePrimitiveHead({rvm::kindSphere, false, &matrix, {}, 4});
+        out.writeFloat(1);
+        for (int i = 0; i < 6; ++i) {
+            out.writeGroupEnd();
+        }
+        out.writeEnd();
+        out.flush();
+        file.close();
+    }
+    std::string check() const {
+        rvmcheck::Findings findings;
+        const auto rvm = rvmcheck::readRvm(rvmBytes, findings);
+        const auto attributes = rvmcheck::readAttributes(text, findings);
+        if (findings.empty()) {
+            rvmcheck::checkPair(rvm, attributes, findings);
+        }
+        return allFindings(findings);
+    }
+    void replace(const std::string& old, const std::string& with) {
+        const std::size_t at = text.find(old);
+        ASSERT_NE(at, std::string::npos);
+        text.replace(at, old.size(), with);
+    }
+};
+
+TEST(RvmReader, TakesAWholePair) {
+    EXPECT_EQ(Sample().check(), "");
+}
+
+TEST(RvmReader, FindsEveryTruncation) {
+    const Sample whole;
+    for (std::size_t size = 0; size < whole.rvmBytes.size(); ++size) {
+        Sample cut;
+        cut.rvmBytes.resize(size);
+        EXPECT_NE(cut.check(), "") << size;
+    }
+    for (std::size_t size = 1; size < whole.text.size(); ++size) {
+        Sample cut;
+        cut.text.resize(size);
+        EXPECT_NE(cut.check(), "") << size;
+    }
+}
+
+// Bytes that mean nothing to the structure may change: texts of HEAD, names of project and database, a material, a
+// translation, numbers of a primitive. All others are noticed.
+TEST(RvmReader, FindsChangedBytesOfTheStructure) {
+    const Sample whole;
+    std::size_t unnoticed = 0;
+    for (std::size_t at = 0; at < whole.rvmBytes.size(); ++at) {
+        Sample changed;
+        changed.rvmBytes[at] = static_cast<char>(changed.rvmBytes[at] ^ 0x40);
+        unnoticed += changed.check().empty() ? 1 : 0;
+    }
+    constexpr std::size_t headTexts = 80 + 24 + 20 + 3;
+    constexpr std::size_t names = 2 * 4;
+    constexpr std::size_t groups = 6 * (12 + 4);
+    constexpr std::size_t primitive = (12 + 6 + 1) * 4;
+    EXPECT_LE(unnoticed, headTexts + names + groups + primitive + 8);
+    EXPECT_GT(unnoticed, 0U);
+}
+
+TEST(RvmReader, FindsTreesThatDiffer) {
+    const std::pair<const char*, const char*> changes[] = {{"NEW O\r", "NEW Q\r"},
+                                                           {"NEW M\r", "NEW N\r"},
+                                                           {"NEW Z\r", "NEW Y\r"},
+                                                           {"NEW W\r", "NEW V\r"},
+                                                           {"\t\t\tNEW O\r\n\t\t\tEND\r\n", ""},
+                                                           {"\t\t\tNEW O", "\t\t\tNEW O\r\n\t\t\tEND\r\n\t\t\tNEW O"},
+                                                           {"a:=  1", "a: 1"},
+                                                           {"a:=", "\ta:="},
+                                                           {"\tNEW Z", "NEW Z"},
+                                                           {"a:=  1\r\n", "a:=  1\n"},
+                                                           {"a:=  1", "a:=  \xFF"},
+                                                           {"\tEND\r\nEND\r\n", "\tEND\r\n"},
+                                                           {"Element:=All", "Element:=None"}};
+    for (const auto& [old, with] : changes) {
+        Sample sample;
+        sample.replace(old, with);
+        EXPECT_NE(sample.check(), "") << old << " -> " << with;
+    }
+}
+
+TEST(RvmReader, HostileFilesEndInFindings) {
+    rvmcheck::Findings findings;
+    std::string deep = Sample().rvmBytes.substr(0, 232);
+    for (int i = 0; i < 100000; ++i) {
+        deep += bytesOf("00000043 0000004E 00000054 00000042 00000000 00000001 00000002 00000000 00000000 00000000"
+                        "00000000 00000001");
+    }
+    EXPECT_EQ(rvmcheck::readRvm(deep, findings).groups.size(), 100000U);
+    EXPECT_LE(findings.size(), 101U);
+    EXPECT_GT(findings.size(), 0U);
+}
+
+TEST(RvmReader, TellsUtf8FromOtherBytes) {
+    for (const char* good : {"", "a", "\xC2\x80", "\xE6\xB3\xB5", "\xF0\x9F\x98\x80"}) {
+        EXPECT_TRUE(rvmcheck::isUtf8(good));
+    }
+    for (const char* bad : {"\x80", "\xC0\x80", "\xC2", "\xE6\xB3", "\xE6\xB3z", "\xF5\x80\x80\x80", "\xFF"}) {
+        EXPECT_FALSE(rvmcheck::isUtf8(bad));
+    }
+}
+
+}  // namespace

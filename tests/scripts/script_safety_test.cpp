@@ -1,0 +1,166 @@
+// Scripts that would bring the program down, hang it or eat its memory.
+#include "script_fixture.h"
+
+namespace {
+
+TEST_F(ScriptTest, AnErrorInOneCallLeavesTheNextOnesWell) {
+    load(R"(
+local calls = 0
+function getReference()
+  calls = calls + 1
+  if calls == 2 then return {{"a", nil .. "x"}} end
+  if calls == 3 then error() end
+  return {{"call", calls}}
+end)");
+    EXPECT_EQ(reference(), "call=1;");
+    EXPECT_EQ(reference(), "");
+    EXPECT_EQ(reference(), "");
+    EXPECT_EQ(reference(), "call=4;");
+    EXPECT_EQ(ui.printed, "plugins/nvoutplugins.lua:5: attempt to concatenate a nil value\n"
+                          "plugins/nvoutplugins.lua:6: error object is a nil value\n");
+    ASSERT_EQ(tolmar::runReport().passed().size(), 2U);
+    EXPECT_EQ(tolmar::runReport().passed()[0].what, "attributes");
+    EXPECT_EQ(lua_gettop(getScriptHost(false)), 0);
+}
+
+TEST_F(ScriptTest, EndlessRecursionIsAnError) {
+    const char* bodies[] = {
+        "local function f() return 1 + f() end return f()",
+        "local t = setmetatable({}, {__index = function(t, k) return t[k + 1] end}) return t[1]",
+        "local function f() return coroutine.wrap(f)() end return f()",
+        "local function f(s) return (s:gsub('.', f)) end return f('x')",
+        "return loadstring(string.rep('(', 100000))()",
+        "return loadstring('return ' .. string.rep('-', 1000000) .. '1')()",
+        "return ('a'):rep(200000):find(('.-'):rep(200000) .. 'b')",
+        "local function f() return xpcall(error, f) end return f()",
+        "local t = {} for i = 1, 1000000 do t = {t} end return t[1][1].x.y",
+        "return unpack({}, 1, 1e8)",
+        "return require('a' .. ('/'):rep(100000))",
+    };
+    for (const char* body : bodies) {
+        ui.printed.clear();
+        load(std::string("function getReference() return {{'done', 1}} end function getNodeName() ") + body + " end");
+        EXPECT_EQ(getNodeName(HxDbObjectId(8), true), "") << body;
+        EXPECT_EQ(reference(), "done=1;") << body;
+    }
+}
+
+TEST_F(ScriptTest, TheLongestPatternFitsOnTheStack) {
+    load(R"(
+local subject = ("a"):rep(4096)
+for _, item in ipairs{"a-", "a?", "a*"} do assert(subject:find(item:rep(2048))) end
+function getNodeName() return tostring(("x"):rep(9000):find(("x"):rep(5000))) .. tostring(("%."):find("%.", 1, true)) end)");
+    EXPECT_EQ(ui.printed, "");
+    EXPECT_EQ(getNodeName(HxDbObjectId(8), true), "11");
+}
+
+TEST_F(ScriptTest, CancelStopsAScriptThatLoops) {
+    const char* bodies[] = {
+        "while true do end",
+        "while true do pcall(function() while true do end end) end",
+        "while true do xpcall(function() while true do end end, function() while true do end end) end",
+        "while true do coroutine.resume(coroutine.create(function() while true do end end)) end",
+        "local t = setmetatable({}, {__index = function() while true do end end}) while true do pcall(rawequal, t.x) "
+        "end",
+        "local f f = function() local ok = pcall(f) while true do end end f()",
+        "table.sort({3, 2, 1}, function() while true do end end)",
+    };
+    for (const char* body : bodies) {
+        ui.cancelAt = 0;
+        load(std::string("function getReference() return {{'done', 1}} end\nfunction getNodeName()\n") + body + " end");
+        ui.printed.clear();
+        ui.cancelAsked = 0;
+        ui.cancelAt = 3;
+        EXPECT_EQ(getNodeName(HxDbObjectId(8), true), "") << body;
+        EXPECT_EQ(ui.printed, "plugins/nvoutplugins.lua:3: script stopped by cancel\n") << body;
+        ui.cancelAt = 0;
+        EXPECT_EQ(reference(), "done=1;") << "the next call is not stopped";
+    }
+}
+
+TEST_F(ScriptTest, MemoryHasALimit) {
+    const char* bodies[] = {
+        "local t = {} while true do t[#t + 1] = ('x'):rep(1000) .. #t end",
+        "local s = 'x' while true do s = s .. s end",
+        "return ('x'):rep(1e12)",
+        "return ('x'):rep(3e7)",
+        "kept = kept or {} for i = 1, 1e9 do kept[i] = {} end",
+    };
+    for (const char* body : bodies) {
+        ui.printed.clear();
+        HextGlibScriptor scriptor;
+        scriptor.setMemoryLimit(16 << 20);
+        root.write("a.lua", std::string("function f() ") + body + " end function g() return 'well' end");
+        ASSERT_EQ(scriptor.loadFile((root.path() / "a.lua").c_str(), 0), 0);
+        for (int round = 0; round < 2; ++round) {
+            lua_tinker::ScriptCall call(scriptor.getLua(0), "f");
+            EXPECT_FALSE(call.run()) << body;
+        }
+        EXPECT_NE(ui.printed, "");
+        lua_pushnil(scriptor.getLua(0));
+        lua_setglobal(scriptor.getLua(0), "kept");
+        lua_gc(scriptor.getLua(0), LUA_GCCOLLECT, 0);
+        lua_tinker::ScriptCall call(scriptor.getLua(0), "g");
+        EXPECT_TRUE(call.run()) << body;
+        EXPECT_EQ(call.text(), "well");
+    }
+}
+
+TEST_F(ScriptTest, WhatScriptsMayNotHave) {
+    load(R"lua(
+function f() end
+local bad = {}
+for _, call in ipairs{"os.exit(1)", "os.execute('true')", "os.setlocale('C')", "io.popen('true')", "io.read()",
+                      "io.input()", "io.output('x')", "io.lines()", "package.loadlib('x', 'y')", "newproxy(true)",
+                      "debug.sethook()", "debug.getregistry()", "io.stdin:read()", "getmetatable(io.stderr).x()",
+                      "assert(loadstring(string.dump(f)))", "assert(loadstring('\\27Lua'))",
+                      "assert(load(function() return '\\27Lua' end))", "assert(loadfile('none.lua'))",
+                      "require('debug').getupvalue(f, 1)"} do
+  local ok, why = pcall(assert(loadstring(call)))
+  if ok then bad[#bad + 1] = call end
+end
+result = table.concat(bad, " ")
+print("said", 1, nil) io.write("a", 2, "\n") io.stdout:write("")
+where = debug.getinfo(1, "l").currentline)lua");
+    EXPECT_EQ(ui.printed, "said\t1\tnil\na2\n");
+    EXPECT_EQ(global("result"), "");
+    EXPECT_EQ(global("where"), "15");
+}
+
+// Lets a message box fail as a cancelled dialog does.
+class ThrowingUi final : public TestUi {
+public:
+    void messageBox(const std::string&, const std::string&) override { throw std::runtime_error("no screen"); }
+};
+
+TEST_F(ScriptTest, AnExceptionInAFunctionForScriptsIsAScriptError) {
+    ThrowingUi throwing;
+    load("ok, why = pcall(_ALERT, 'x')\nfunction getNodeName() _ALERT('y') return 'unreached' end");
+    EXPECT_EQ(global("why"), "no screen");
+    EXPECT_EQ(getNodeName(HxDbObjectId(8), true), "");
+    EXPECT_EQ(throwing.printed, "plugins/nvoutplugins.lua:2: no screen\n");
+}
+
+TEST_F(ScriptTest, CallsLeaveNothingBehind) {
+    lua_State* state = load(R"(
+function getReference(a) return {{"id", a.objid}} end function getNodeName(a) return "n" end
+function sortTreeNodes(t) return t end)");
+    ParamList list;
+    std::vector<HxDbObjectId> sorted;
+    int before = 0;
+    for (int i = 0; i < 20000; ++i) {
+        callGetReference(HxDbObjectId(i + 1), list);
+        getNodeName(HxDbObjectId(i + 1), false);
+        sorted.clear();
+        sortTreeNodes({HxDbObjectId(8)}, sorted);
+        if (i == 100) {
+            lua_gc(state, LUA_GCCOLLECT, 0);
+            before = lua_gc(state, LUA_GCCOUNT, 0);
+        }
+    }
+    lua_gc(state, LUA_GCCOLLECT, 0);
+    EXPECT_LE(lua_gc(state, LUA_GCCOUNT, 0), before + 1);
+    EXPECT_EQ(listed(list), "id=20000;");
+}
+
+}  // namespace
