@@ -1,6 +1,6 @@
 // RVMOUT of a generated plant without a script, beside writing the same bytes and beside a bare walk of the model file.
 //
-//   bench_rvm [OBJECTS [SEED]]      default 350000 1, which makes about 10^6 primitives
+//   bench_rvm [OBJECTS [SEED]]      default 900000 1, which makes about 10^6 primitives
 //
 // The goals: both files within 8 times (aim 5) the time of writing their bytes raw in blocks of 1 MiB; load and export
 // within 1.6 times a bare walk of the model file; no memory that grows with the primitives written. Exit status 1 when
@@ -212,7 +212,7 @@ bool report(const Times& times) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    plant::GenerateOptions options{.objects = 350000, .seed = 1};
+    plant::GenerateOptions options{.objects = 900000, .seed = 1};
     if (argc > 1) {
         options.objects = std::strtoull(argv[1], nullptr, 10);
     }

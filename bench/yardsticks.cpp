@@ -1,5 +1,6 @@
 #include "yardsticks.h"
 
+#include <algorithm>
 #include <cJSON.h>
 #include <cstdio>
 #include <cstring>
@@ -153,9 +154,13 @@ std::size_t readBytes(const std::filesystem::path& file) {
     return sum;
 }
 
-std::size_t walkIntoStrings(const std::filesystem::path& file) { return Walk<Strings>().run(Bytes(file)); }
+std::size_t walkIntoStrings(const std::filesystem::path& file) {
+    return Walk<Strings>().run(Bytes(file));
+}
 
-std::size_t walkIntoArena(const std::filesystem::path& file) { return Walk<Arena>().run(Bytes(file)); }
+std::size_t walkIntoArena(const std::filesystem::path& file) {
+    return Walk<Arena>().run(Bytes(file));
+}
 
 std::size_t parseTree(const std::filesystem::path& file) {
     const Bytes bytes(file);

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr OutputChecker checkers[] = {
-    {"hext", "the folder of HEXTOUT: are its files there, are their lines whole", checkHextFolder},
+    {"hext", "the folder of HEXTOUT: is it whole, does every name exist when it is used", checkHextFolder},
     {"rvm", "an RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
      checkRvmFiles},
 };

@@ -1,5 +1,7 @@
 #include "check_hext.h"
 
+#include "checkers/hext_folder.h"
+
 #include "tolmar/code_page.h"
 #include "tolmar/file.h"
 
@@ -10,9 +12,18 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* everyRunWrites[] = {
-    "uda.txt",        "cata.txt",  "ConnTable.txt",      "nozzleSpec.txt", "PipeCompSpecGenerator.txt",
-    "SpecCreate.txt", "equip.txt", "PipeSpcoUdaSet.txt", "struct.txt",     "TempSpecGenerator.txt",
-    "axisline.txt",   "sup.txt",   "sitezone.txt",       "des-col.pmldat", "des-element-rules.pmldat",
+    "uda.txt",
+    "cata.txt",
+    "SpecCreate.txt",
+    "PipeCompSpecGenerator.txt",
+    "PipeSpcoUdaSet.txt",
+    "equip.txt",
+    "struct.txt",
+    "axisline.txt",
+    "sup.txt",
+    "sitezone.txt",
+    "des-col.pmldat",
+    "des-element-rules.pmldat",
 };
 constexpr const char* textEndings[] = {".txt", ".pmldat", ".pmlmac"};
 
@@ -75,6 +86,9 @@ Findings checkHextFolder(const fs::path& folder) {
         if (isText(file)) {
             checkText(file, findings);
         }
+    }
+    for (const std::string& finding : HextFolder::check(folder)) {
+        findings.push_back(tolmar::toUtf8(finding));
     }
     return findings;
 }

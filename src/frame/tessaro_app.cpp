@@ -1,5 +1,7 @@
 #include "frame/tessaro_app.h"
 
+#include "scripts/script_host.h"
+
 namespace {
 
 constexpr unsigned lastMessage = 15;
@@ -52,6 +54,7 @@ int TessaroApp::onUnloadApp(void* packet) {
     if (TlEdCommandStack* stack = commandStack()) {
         stack->removeGroup(commandGroup);
     }
+    destroyScriptHost();
     return result;
 }
 

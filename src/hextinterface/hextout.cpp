@@ -243,9 +243,7 @@ void deleteStaleFiles() {
 void startPackaging() {
     const std::string program = fullPath(packagePath);
     tolmar::setCurrentDirectory(tolmar::folderOf(program));
-    if (!tolmar::startProgram(program)) {
-        runReport().passedOver(0, tolmar::fileNameOf(program), "program", "could not be started");
-    }
+    tolmar::startProgram(program);
 }
 
 void runStages() {

@@ -128,8 +128,9 @@ class HextUnit : public HextNameNode {
 class HextItem : public HextNameNode {
     PLANT_OBJECT(HextItem, HextNameNode)
 };
-class HextStdFloor : public HextNameNode {
-    PLANT_OBJECT(HextStdFloor, HextNameNode)
+// A standard floor stands at the level of a zone and counts as one.
+class HextStdFloor : public HextZone {
+    PLANT_OBJECT(HextStdFloor, HextZone)
 };
 // Managers hold smart objects; world, site, zone and directory only hold managers.
 class HextManager : public HextNameNode {

@@ -96,7 +96,7 @@ void RvmTree::walk(Place first) {
     while (!open.empty()) {
         Place place = open.back();
         open.pop_back();
-        if (place.node == nullptr) {
+        if (place.node == nullptr || wasMet(place.node)) {
             continue;
         }
         HxDbObject* object = isSelectedForRvm(selection_, place.node) ? openValue(place.node) : nullptr;
@@ -113,12 +113,17 @@ void RvmTree::walk(Place first) {
     }
 }
 
+// A node that was met before ends its row: a tree that is bent into a loop ends.
+bool RvmTree::wasMet(const HxDbTreeNode* node) {
+    const bool isNew = visited_.insert(node).second;
+    if (!isNew) {
+        report(node, "met a second time");
+    }
+    return !isNew;
+}
+
 // Gives the slot for the node's sons, null when the node has no place in the tree.
 RvmNode* RvmTree::placeNode(const Place& place, HxDbObject* object) {
-    if (!visited_.insert(place.node).second) {
-        report(place.node, "met a second time");
-        return nullptr;
-    }
     if (object->isKindOf(HextWorld::desc())) {
         return placeWorld(place, object);
     }
@@ -161,11 +166,12 @@ bool RvmTree::holdsNodes(const RvmNode* slot) {
     return slot == nullptr || slot->level < managerDepth;
 }
 
-void RvmTree::reportRest(const Place& place) const {
+void RvmTree::reportRest(const Place& place) {
     if (!holdsNodes(place.slot)) {
         return;
     }
-    for (HxDbTreeNode* node = place.node->getBrother(); node != nullptr; node = node->getBrother()) {
+    HxDbTreeNode* node = place.node->getBrother();
+    for (; node != nullptr && !wasMet(node); node = node->getBrother()) {
         report(node, "behind a node without a place at the head of its row");
     }
 }

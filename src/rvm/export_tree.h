@@ -51,11 +51,12 @@ private:
     RvmNode* makeNode(int level, HxDbObject* object, RvmNode* parent);
     RvmNode* slotAbove(const HxDbTreeNode* node, int level);
     void walk(Place first);
+    bool wasMet(const HxDbTreeNode* node);
     RvmNode* placeNode(const Place& place, HxDbObject* object);
     RvmNode* placeWorld(const Place& place, HxDbObject* object);
     RvmNode* placeManager(const Place& place, HxDbObject* object);
     static bool holdsNodes(const RvmNode* slot);
-    void reportRest(const Place& place) const;
+    void reportRest(const Place& place);
 
     const ExportDataDlg::NodeSelection& selection_;
     std::deque<RvmNode> nodes_;

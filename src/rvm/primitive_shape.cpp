@@ -1,5 +1,6 @@
 #include "rvm/primitive_shape.h"
 
+#include <bit>
 #include <cmath>
 
 namespace rvm {
@@ -41,6 +42,19 @@ void setParameters(PrimitiveShape& shape, Numbers... numbers) {
 
 Point middle(const Point& a, const Point& b) {
     return {(a.x + b.x) / 2, (a.y + b.y) / 2, (a.z + b.z) / 2};
+}
+
+// Infinite and NaN have all bits of the exponent set; one more there carries into the sign. In integers, so that the
+// compiler takes several numbers at once.
+template <std::size_t N>
+bool allFinite(const std::array<float, N>& values) {
+    constexpr std::uint32_t sign = 0x80000000;
+    constexpr std::uint32_t lowestExponentBit = 0x00800000;
+    std::uint32_t carried = 0;
+    for (const float value : values) {
+        carried |= (std::bit_cast<std::uint32_t>(value) & ~sign) + lowestExponentBit;
+    }
+    return (carried & sign) == 0;
 }
 
 // The X axis that goes with a unit Z axis.
@@ -109,15 +123,7 @@ void correctRadii(const HextTorus3D& torus, double startRadius, const Vector& to
 }  // namespace
 
 bool PrimitiveShape::isFinite() const {
-    // Zero times anything finite is zero, times anything else NaN.
-    float sum = 0;
-    for (const float value : matrix) {
-        sum += value * 0.0F;
-    }
-    for (const float value : parameters) {
-        sum += value * 0.0F;
-    }
-    return sum == 0;
+    return allFinite(matrix) && allFinite(parameters);
 }
 
 const Matrix& facetMatrix() {

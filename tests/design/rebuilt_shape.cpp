@@ -6,16 +6,18 @@
 
 namespace {
 
-constexpr int steps = 720;
+constexpr int steps = 720;        // of a curve whose area counts
+constexpr int coarseSteps = 240;  // of a curve that is turned
+constexpr double stepsPerDegree = 2;
 
 double radians(double degrees) {
     return degrees * tlGePi / 180;
 }
 
 template <typename At>
-void ring(Shape& shape, double radius, At at) {
-    for (int i = 0; i < steps; ++i) {
-        const double t = 2 * tlGePi * i / steps;
+void ring(Shape& shape, double radius, At at, int count = steps) {
+    for (int i = 0; i < count; ++i) {
+        const double t = 2 * tlGePi * i / count;
         shape.points.push_back(at(radius * std::cos(t), radius * std::sin(t)));
     }
 }
@@ -69,17 +71,23 @@ Shape dish(double dia, double height) {
     Shape shape{tlGePi * height * height * (3 * r - height) / 3, {}};
     for (int i = 0; i <= 180; ++i) {
         const double z = height * i / 180, d = z + r - height;
-        ring(shape, std::sqrt(std::max(r * r - d * d, 0.0)), [&](double x, double y) { return HxGePoint3D(x, y, z); });
+        ring(
+            shape, std::sqrt(std::max(r * r - d * d, 0.0)), [&](double x, double y) { return HxGePoint3D(x, y, z); },
+            coarseSteps);
     }
     return shape;
 }
 
-// Turns points of the half plane X above 0 about Z.
-void turn(Shape& shape, const std::vector<HxGePoint3D>& section, double angle) {
-    const int turns = std::max(1, static_cast<int>(angle));
+// Turns points about an axis through the origin.
+void turn(Shape& shape, const std::vector<HxGePoint3D>& section, double degrees, const HxGeVector3D& axis) {
+    const int turns = std::max(1, static_cast<int>(degrees * stepsPerDegree));
     for (int i = 0; i <= turns; ++i) {
+        const double angle = radians(degrees) * i / turns;
+        const TlGeMatrix3d turned = TlGeMatrix3d::coordSystem({}, TlGeVector3d::kXAxis.rotatedBy(angle, axis),
+                                                              TlGeVector3d::kYAxis.rotatedBy(angle, axis),
+                                                              TlGeVector3d::kZAxis.rotatedBy(angle, axis));
         for (const HxGePoint3D& p : section) {
-            shape.points.push_back(p.rotatedBy(radians(angle) * i / turns, TlGeVector3d::kZAxis, {}));
+            shape.points.push_back(turned * p);
         }
     }
 }
@@ -88,15 +96,16 @@ Shape torus(const macro::Solid& s) {
     const double r = (s.at("rOut") + s.at("rIn")) / 2, t = (s.at("rOut") - s.at("rIn")) / 2;
     Shape shape{tlGePi * t * t * r * radians(s.at("angle")), {}};
     Shape section;
-    ring(section, t, [&](double x, double z) { return HxGePoint3D(r + x, 0, z); });
-    turn(shape, section.points, s.at("angle"));
+    ring(
+        section, t, [&](double x, double z) { return HxGePoint3D(r + x, 0, z); }, coarseSteps);
+    turn(shape, section.points, s.at("angle"), TlGeVector3d::kZAxis);
     return shape;
 }
 
 Shape squareTorus(const macro::Solid& s) {
     const double in = s.at("rIn"), out = s.at("rOut"), z = s.at("height") / 2;
     Shape shape{(out * out - in * in) * z * radians(s.at("angle")), {}};
-    turn(shape, {{in, 0, z}, {out, 0, z}, {out, 0, -z}, {in, 0, -z}}, s.at("angle"));
+    turn(shape, {{in, 0, z}, {out, 0, z}, {out, 0, -z}, {in, 0, -z}}, s.at("angle"), TlGeVector3d::kZAxis);
     return shape;
 }
 
@@ -113,7 +122,7 @@ Fillet filletAt(const std::vector<macro::Vertex>& loop, std::size_t i) {
     return fillet;
 }
 
-std::vector<HxGePoint3D> outlineOf(const std::vector<macro::Vertex>& loop) {
+std::vector<HxGePoint3D> outlineOf(const std::vector<macro::Vertex>& loop, int count = steps) {
     std::vector<HxGePoint3D> outline;
     for (std::size_t i = 0; i < loop.size(); ++i) {
         if (loop[i].frad <= 0) {
@@ -125,8 +134,8 @@ std::vector<HxGePoint3D> outlineOf(const std::vector<macro::Vertex>& loop) {
         const HxGePoint3D center = loop[i].at + toCenter * std::hypot(loop[i].frad, fillet.tangent);
         const HxGeVector3D first = loop[i].at + fillet.in * fillet.tangent - center;
         const HxGeVector3D last = loop[i].at + fillet.out * fillet.tangent - center;
-        for (int k = 0; k <= steps; ++k) {
-            outline.push_back(center + first.rotatedBy(first.angleTo(last) * k / steps, first.crossProduct(last)));
+        for (int k = 0; k <= count; ++k) {
+            outline.push_back(center + first.rotatedBy(first.angleTo(last) * k / count, first.crossProduct(last)));
         }
     }
     return outline;
@@ -153,14 +162,8 @@ Shape extrusion(const macro::Solid& s) {
 }
 
 Shape revolution(const macro::Solid& s) {
-    const std::vector<HxGePoint3D> outline = outlineOf(s.loop);
-    Shape shape{areaOf(outline, true) * radians(s.at("angle")), {}};
-    const int turns = std::max(1, static_cast<int>(s.at("angle")));
-    for (int i = 0; i <= turns; ++i) {
-        for (const HxGePoint3D& p : outline) {
-            shape.points.push_back(p.rotatedBy(radians(s.at("angle")) * i / turns, TlGeVector3d::kXAxis, {}));
-        }
-    }
+    Shape shape{areaOf(outlineOf(s.loop), true) * radians(s.at("angle")), {}};
+    turn(shape, outlineOf(s.loop, coarseSteps / 4), s.at("angle"), TlGeVector3d::kXAxis);
     return shape;
 }
 

@@ -10,6 +10,10 @@ namespace {
 
 using Signature = std::vector<std::string>;
 
+bool hasType(const HxDbObject* object) {
+    return HxDbTubeWeld::cast(object) != nullptr || !getBomValue(object, "item").empty();
+}
+
 class GeneratedPlant : public NameTest, public testing::WithParamInterface<int> {
 protected:
     GeneratedPlant() {
@@ -19,7 +23,7 @@ protected:
         names.loadTypeTable();
         getAllSubObjects(hxcom::getDataManTreeRoot(), everything);
         for (HxDbObject* object : everything) {
-            if (HxDbTubeModel::cast(object) != nullptr && !getBomValue(object, "item").empty()) {
+            if (HxDbTubeModel::cast(object) != nullptr && hasType(object)) {
                 components.push_back(HxDbSmrtlnEntity::cast(object));
             }
         }

@@ -183,7 +183,7 @@ TEST_F(BranchTest, MembersAreCountedByBranchAndType) {
 
 TEST_F(NameTest, OwnersGiveCleanNames) {
     add(2, "HextSupport", {}, R"("name":"S 1 (a)/b")");
-    add(10, component, {{"owner", "2"}, {"eqno", " E\t1,2"}});
+    add(10, component, {{"owner", "2"}, {"eqno", " E\\t1,2"}});
     add(11, component, {{"owner", "10"}});
     add(12, "HxDbNozzleModel", {}, R"("no":"N 1")");
     EXPECT_EQ(names.getSupportName(at(10)), "S1_a__b");

@@ -19,8 +19,8 @@ double longestEdge(const PlainMesh& mesh, std::size_t t) {
 ::testing::AssertionResult hasAreas(const PlainMesh& mesh) {
     for (std::size_t t = 0; t < mesh.triangles.size(); ++t) {
         const double height = twiceArea(mesh, t).length() / longestEdge(mesh, t);
-        // At most a ten-millionth of the longest edge high: the points stand on one line.
-        if (!(height > 1e-7 * longestEdge(mesh, t))) {
+        // At most a thousand-millionth of the longest edge high: the points stand on one line.
+        if (!(height > 1e-9 * longestEdge(mesh, t))) {
             return ::testing::AssertionFailure() << "triangle " << t << " has no area";
         }
     }

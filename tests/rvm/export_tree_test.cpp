@@ -144,16 +144,31 @@ TEST_F(Tree, MissingAncestorsAreMadeUpFromTheParents) {
 }
 
 TEST_F(Tree, ALoopEnds) {
-    build(objects(object(2, "HextSite", 1), object(3, "HextZone", 2), object(4, "HextZoneDirectory", 3),
-                  object(5, "HextPipeline", 4)));
+    const std::string plant = objects(object(2, "HextSite", 1), object(3, "HextZone", 2),
+                                      object(4, "HextZoneDirectory", 3), object(5, "HextPipeline", 4));
+    build(plant);
     plant::relinkSon(model->model(), *nodeOf(4), nodeOf(3));
     EXPECT_EQ(print(RvmTree(selection).buildTree(nodeOf(1))), "0:1(1:2(2:3))");
     EXPECT_EQ(passedOver(), "3 ");
+    for (const std::vector<std::int64_t>& unchecked : {std::vector<std::int64_t>{}, {5}, {6}}) {
+        build(plant + "," + object(6, "HextPipeline", 3), unchecked);
+        plant::relinkBrother(model->model(), *nodeOf(6), nodeOf(4));
+        plant::relinkBrother(model->model(), *nodeOf(5), nodeOf(5));
+        const bool has5 = unchecked != std::vector<std::int64_t>{5};
+        const bool has6 = unchecked != std::vector<std::int64_t>{6};
+        EXPECT_EQ(print(RvmTree(selection).buildTree(nodeOf(1))), std::string("0:1(1:2(2:3(") + (has5 ? "3:5" : "") +
+                                                                      (has5 && has6 ? " " : "") + (has6 ? "3:6" : "") +
+                                                                      ")))");
+    }
+    // A row without a place is listed once round.
+    build(object(2, "HextItem", 1) + "," + object(3, "HextItem", 1));
+    plant::relinkBrother(model->model(), *nodeOf(3), nodeOf(2));
+    EXPECT_EQ(print(RvmTree(selection).buildTree(nodeOf(1))), "0:1");
 }
 
-TEST_F(Tree, DepthIsNoLimit) {
+TEST_F(Tree, DirectoriesMayStandInDirectories) {
     std::string plant = object(2, "HextSite", 1) + "," + object(3, "HextZone", 2);
-    constexpr int deepest = 50000;
+    constexpr int deepest = 199;  // as deep as a model may be
     for (int id = 4; id < deepest; ++id) {
         plant += "," + object(id, "HextZoneDirectory", id - 1);
     }

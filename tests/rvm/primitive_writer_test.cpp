@@ -44,8 +44,8 @@ protected:
     }
     void addEntity(const char* json) { add<HextPrimaryAcadEntity>().serial = json; }
 
-    // Writes the list into a group and reads it back.
-    rvmcheck::RvmContent write(bool isObstruction = false, bool compat = false) {
+    // Writes the list into a group, as obstructions, as plain primitives or as both, and reads it back.
+    rvmcheck::RvmContent write(bool isObstruction = false, bool compat = false, bool both = false) {
         std::string bytes;
         tolmar::OutputFile file = memoryFile(bytes);
         RvmFile out(file);
@@ -56,6 +56,9 @@ protected:
         const std::uint64_t start = out.offset();
         const std::size_t size = writer.writePrimitiveList(list.list(), isObstruction, 25);
         EXPECT_EQ(out.offset(), start + size);
+        if (both) {
+            writer.writePrimitiveList(list.list(), !isObstruction, 25);
+        }
         out.writeGroupEnd();
         out.writeEnd();
         out.flush();
@@ -231,6 +234,106 @@ TEST_F(PrimitiveWriting, BlocksFallIntoTheirParts) {
     EXPECT_NE(ui.printed.find("\nTlDbBlockReference"), std::string::npos);
 }
 
+// Every class with `value` in all its numbers.
+void addAll(HextPrimaryArray& list, double value) {
+    const HxGePoint3D point(value, value, value);
+    const HxGeVector3D vector(value, value, value);
+    const auto add = [&](auto primitive) { list.push_back(primitive.clone()); };
+    const auto cylinder = [&](auto p) {
+        p.diameter = value;
+        p.endPoint = point;
+        return p;
+    };
+    const auto cone = [&](auto p) {
+        p.endPoint = point;
+        p.startDiameter = p.endDiameter = value;
+        return p;
+    };
+    const auto bend = [&](auto p, int form) {
+        p.startPoint = p.thirdField = point;
+        p.angle = value;
+        p.form = static_cast<std::int16_t>(form);
+        return p;
+    };
+    add(cylinder(HextCylinder3D()));
+    add(cylinder(HextScylinder3D()));
+    add(cone(HextConcone3D()));
+    add(cone(HextEcone3D()));
+    add(bend(HextTorus3D(), 0));
+    add(bend(HextTorus3D(), 1));
+    add(bend(HextSqutorus3D(), 1));
+    HextBox3D box;
+    box.xAxis = vector;
+    box.xLength = value;
+    add(box);
+    HextOval3D oval;
+    oval.vect = vector;
+    oval.axialRadius = oval.baseRadius = value;
+    add(oval);
+    HextSphere3D sphere;
+    sphere.radius = value;
+    add(sphere);
+    HextSqucone3D frustum;
+    frustum.zAxis = vector;
+    frustum.height = frustum.topX = value;
+    add(frustum);
+    HextPrism3D prism;
+    prism.endPoint = point;
+    prism.sides = 6;
+    add(prism);
+    HextSaddle3D saddle;
+    saddle.length = saddle.circleRadius = value;
+    add(saddle);
+    HextSqucir3D transition;
+    transition.topCenter = point;
+    transition.topRadius = value;
+    add(transition);
+    HextWedge3D wedge;
+    wedge.point2 = point;
+    wedge.wedgeSize = value;
+    add(wedge);
+    HextSpolygon extrusion;
+    extrusion.height = value;
+    extrusion.outline = HextVertexList{{1, {0, 0, 0}}, {1, {value, 0, 0}}, {4, {0, value, 0}}};
+    add(extrusion);
+    extrusion.outline = HextVertexList{{1, {value, 0, 0}}};
+    add(extrusion);
+    HextRevolve revolve;
+    revolve.angle = value;
+    revolve.profile = HextVertexList{{1, {1, 0, 0}}, {1, {value, 0, value}}, {4, {1, 0, 5}}};
+    add(revolve);
+}
+
+TEST_F(PrimitiveWriting, NoSizesMakeABadFile) {
+    for (const bool compat : {false, true}) {
+        for (const double value : {0.0, -1.0, 1e-300, 1e12, 1e30, 1e39, 1e300, -1e300, std::nan(""), HUGE_VAL}) {
+            freeHextPrimaryArray(list.list());
+            addAll(list.list(), value);
+            tolmar::runReport().clear();
+            const std::size_t written = write(false, compat).primitives.size();
+            EXPECT_TRUE(value == 0 ? written == list.size() : written <= list.size()) << value;
+            EXPECT_GE(written + tolmar::runReport().passed().size(), list.size()) << value;
+        }
+    }
+}
+
+TEST_F(PrimitiveWriting, LongAndCrossingOutlinesAreWritten) {
+    auto& extrusion = add<HextSpolygon>();
+    extrusion.height = 10;
+    HextVertexList round;
+    for (int i = 0; i < 100000; ++i) {
+        const double angle = i * 2 * tlGePi / 100000;
+        round.push_back({1, {1e4 * std::cos(angle), 1e4 * std::sin(angle), 0}});
+    }
+    extrusion.outline = round;
+    auto& crossing = add<HextSpolygon>();
+    crossing.height = 10;
+    crossing.outline = HextVertexList{{1, {0, 0, 0}}, {1, {10, 10, 0}}, {1, {10, 0, 0}}, {4, {0, 10, 0}}};
+    const auto content = write();
+    ASSERT_EQ(content.primitives.size(), 2U);
+    EXPECT_GT(content.primitives[0].triangles, 2U * 222) << "fewer cannot hold the tolerance";
+}
+
 TEST_F(PrimitiveWriting, APrimitiveThatIsNoPolygonBodyEndsTheExport) {
     MeshIndices indices;
     MeshPositions positions;
@@ -255,23 +358,7 @@ TEST_F(PrimitiveWriting, StrictReadersGetBoxesDiametersAndUniqueNames) {
     EXPECT_EQ(content.primitives.at(0).parameters[0], 12.0F);
     EXPECT_EQ(content.primitives[0].box, (std::array<float, 6>{-6, -6, -6, 6, 6, 6}));
     EXPECT_EQ(content.primitives.at(1).box, (std::array<float, 6>{95, -2, 0, 105, 2, 20}));
-
-    std::string bytes;
-    tolmar::OutputFile file = memoryFile(bytes);
-    RvmFile out(file);
-    PrimitiveWriter writer(out, true);
-    out.writeHeader("p", "d");
-    out.writeGroupBegin("object", 4);
-    writer.startObject(7, "object");
-    writer.writePrimitiveList(list.list(), true, 1);
-    writer.writePrimitiveList(list.list(), false, 1);
-    out.writeGroupEnd();
-    out.writeEnd();
-    out.flush();
-    file.close();
-    rvmcheck::Findings findings;
-    EXPECT_EQ(names(rvmcheck::readRvm(bytes, findings)),
-              "HextSphere3D1 HextSqucone3D1 HextSphere3D1_2 HextSqucone3D1_2 ");
+    EXPECT_EQ(names(write(true, true, true)), "HextSphere3D1 HextSqucone3D1 HextSphere3D1_2 HextSqucone3D1_2 ");
 }
 
 TEST(SiblingNames, SkipNamesThatAreTaken) {

@@ -72,7 +72,7 @@ protected:
     }
     // Unchecks items by label before OK.
     void uncheck(std::vector<std::u16string> labels) {
-        ui.onForm = [this, labels](OrnLogicForm& form) {
+        ui.onForm = [labels](OrnLogicForm& form) {
             TestUi::checkAll(form);
             std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
             while (!open.empty()) {

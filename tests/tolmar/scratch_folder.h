@@ -10,7 +10,7 @@
 class ScratchFolder {
 public:
     ScratchFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "tessaro-test-XXXXXX").string();
+        std::string name = (std::filesystem::temp_directory_path() / "tessaro-test-").string() + std::string(6, 'X');
         path_ = ::mkdtemp(name.data());
     }
     ~ScratchFolder() {

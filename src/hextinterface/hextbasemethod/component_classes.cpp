@@ -100,7 +100,8 @@ Ports portsFromNeighbours(Entity entity, const BranchItems* items) {
         }
     }
     if (ports.leave == 0) {
-        ports.leave = otherPort(entity, ports.arrive);
+        // A component alone in its branch is passed from 1 on.
+        ports.leave = otherPort(entity, ports.arrive == 0 ? 1 : ports.arrive);
     }
     if (ports.arrive == 0) {
         ports.arrive = otherPort(entity, ports.leave);

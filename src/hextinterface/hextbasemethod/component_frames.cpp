@@ -5,7 +5,6 @@
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 
-#include <cmath>
 #include <cstdio>
 
 using component::at;
@@ -63,7 +62,7 @@ HxGeVector3D arm(const CataPoints& points, std::size_t from, std::size_t to) {
 
 // "X<angle>Y" of a unit vector in the plane of the axes; negative below the X axis when `sign` is asked for.
 std::string angleWord(const HxGeVector3D& w, const HxGeVector3D& x, const HxGeVector3D& y, bool sign) {
-    double angle = std::acos(std::fmin(1.0, std::fmax(-1.0, w.dotProduct(x)))) * 180.0 / tlGePi;
+    double angle = w.angleTo(x) * 180.0 / tlGePi;
     if (sign && w.dotProduct(y) < 0) {
         angle = -angle;
     }
@@ -258,18 +257,17 @@ void _PCompEcc::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y,
 
 void _PCompBalloon::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
     const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(entity);
-    if (balloon == nullptr || !hasRecords(points, 1)) {
-        return;
-    }
-    x = -balloon->getRefvec();
-    y = (-balloon->getInsvec()).normal();
+    x = balloon != nullptr ? -balloon->getRefvec() : HxGeVector3D();
+    y = balloon != nullptr ? (-balloon->getInsvec()).normal() : HxGeVector3D();
     z = x.crossProduct(y).normal();
     checkFrame(points, x, y, z);
     std::vector<HxDbObject*> connected;
     entity->getAllConnObject(connected);
-    const HxDbTubeModel* model = connected.empty() ? nullptr : HxDbTubeModel::cast(connected.front());
-    if (model != nullptr) {
-        const char* size = smrtln::getSize(model, model->getConnNoOfSmrtln(entity, 0));
-        points[0].bore = size != nullptr ? numberOf(size) : 0;
+    for (const HxDbObject* object : connected) {
+        if (const HxDbTubeModel* model = HxDbTubeModel::cast(object); model != nullptr && hasRecords(points, 1)) {
+            const char* size = smrtln::getSize(model, model->getConnNoOfSmrtln(entity, 0));
+            points[0].bore = size != nullptr ? numberOf(size) : 0;
+            break;
+        }
     }
 }

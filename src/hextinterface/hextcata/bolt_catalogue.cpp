@@ -1,5 +1,6 @@
 #include "hextinterface/hextcata/bolt_catalogue.h"
 
+#include "hextinterface/hextcata/cata_item.h"
 #include "hextinterface/hextcata/cata_lines.h"
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
@@ -28,7 +29,7 @@ std::string numbered(std::int32_t value) {
     return "_" + std::to_string(value);
 }
 std::string numbered(double value) {
-    return numbered(static_cast<std::int32_t>(value));
+    return numbered(cutToInteger(value));
 }
 
 // The variables of a template, by their two names.

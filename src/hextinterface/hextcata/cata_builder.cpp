@@ -184,28 +184,33 @@ void CataBuilder::writeObject(HxDbSmrtlnEntity* object) {
     if (item.exists) {
         return;
     }
-    writeComponentEntry(item);
+    if (!writeComponentEntry(item)) {
+        return;
+    }
     if (object->isKindOf(HxDbBalloon::desc())) {
         connectBalloon(item);
     }
     if (!item.hasGeometry || item.points.empty()) {
         return;
     }
-    writeShape(item, isBranchItem(getBomValue(object, "item")) ? "X DDANGLE Y" : "");
+    for (const CataPoint& point : writeShape(item, isBranchItem(getBomValue(object, "item")) ? "X DDANGLE Y" : "")) {
+        testDistance(point);
+    }
     writeBolts(object);
 }
 
-void CataBuilder::writeComponentEntry(CataItem& item) {
+bool CataBuilder::writeComponentEntry(CataItem& item) {
     requireOpen();
     fillPoints(item, item.object);
     if (!writeEntry(item, item.item)) {
         leaveOut(item.object, "catalogue entry", "has no GType");
-        return;
+        return false;
     }
     if (item.object->isKindOf(HxDbTubeWeld::desc())) {
         item.hasGeometry = false;
         writeWeld(item);
     }
+    return true;
 }
 
 // ------------------------------------------------------------------------------------------------------------- tree
@@ -306,7 +311,7 @@ void CataBuilder::writeWeld(CataItem& item) {
     body.write(stream_, 2);
 }
 
-void CataBuilder::writeShape(CataItem& item, std::string refText) {
+CataPoints CataBuilder::writeShape(const CataItem& item, std::string refText) {
     PrimaryList primitives;
     getPrimaries(item.object, primitives.list(), false, false);
     CataCompGeometry geometry;
@@ -321,9 +326,7 @@ void CataBuilder::writeShape(CataItem& item, std::string refText) {
     }
     computeFrame(geometry);
     writeGeometry(geometry, stream_, item.gmseName, item.ptseName);
-    for (const CataPoint& point : geometry.points) {
-        testDistance(point);
-    }
+    return std::move(geometry.points);
 }
 
 void CataBuilder::writeBolts(const HxDbSmrtlnEntity* object) {
@@ -352,8 +355,8 @@ void CataBuilder::writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles) {
 bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
     CataItem item;
     buildItem(item, nozzle);
-    if (!item.exists) {
-        writeComponentEntry(item);
+    if (!item.exists && !writeComponentEntry(item)) {
+        return false;
     }
     if (getBomValue(nozzle, "size1").find('*') != std::string_view::npos) {
         leaveOut(nozzle, "nozzle", "its size is no plain number");

@@ -40,14 +40,16 @@ private:
     void buildItem(CataItem& item, const HxDbSmrtlnEntity* object);
     void writeObject(HxDbSmrtlnEntity* object);
     bool writeNozzle(const HxDbNozzleModel* nozzle);
-    void writeComponentEntry(CataItem& item);
+    // False, with nothing written, for an object without GType.
+    bool writeComponentEntry(CataItem& item);
     bool writeEntry(CataItem& item, std::string_view kind);
     void writeTree(CataItem& item);
     void findSkey(CataItem& item, std::string_view kind);
     void writeSets(CataItem& item);
     void writeComponentLine(const CataItem& item, std::string_view kind);
     void writeWeld(CataItem& item);
-    void writeShape(CataItem& item, std::string refText);
+    // Gives the points as they were written.
+    CataPoints writeShape(const CataItem& item, std::string refText);
     void writeBolts(const HxDbSmrtlnEntity* object);
     // Marks a name when it is new; true then.
     bool isNew(std::string_view name);

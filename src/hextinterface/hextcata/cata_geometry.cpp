@@ -96,10 +96,11 @@ void turnToStem(CataCompGeometry& geometry) {
         return;
     }
     geometry.x = (geometry.points[2].pos - geometry.points[0].pos).normal();
-    if (model == nullptr || model->getRefVec().isParallelTo(geometry.x, nearlyParallel)) {
+    const HxGeVector3D stemAxis = model != nullptr ? model->getRefVec().normal() : HxGeVector3D();
+    if (stemAxis.isZeroLength() || stemAxis.isParallelTo(geometry.x, nearlyParallel)) {
         return;
     }
-    geometry.y = model->getRefVec().normal();
+    geometry.y = stemAxis;
     geometry.z = geometry.x.crossProduct(geometry.y).normal();
     CataPoint stem = record(3, {0, 50, 0});
     stem.paxi = "Y";
@@ -115,6 +116,10 @@ void swapNozzleEnds(CataCompGeometry& geometry) {
     }
 }
 
+void leaveOut(const CataCompGeometry& geometry, const HextPrimary& primitive, std::string_view why) {
+    tolmar::runReport().passedOver(idNumber(geometry.object), primitive.isA()->name(), "primitive", why);
+}
+
 void reportPrimitive(const CataCompGeometry& geometry, const HextPrimary& primitive, const char* text) {
     hxcad::hextPrintf("\nID:%lld <非法基本体 %s>", idNumber(geometry.object), text);
     if (const HextOval3D* oval = HextOval3D::cast(&primitive)) {
@@ -122,18 +127,27 @@ void reportPrimitive(const CataCompGeometry& geometry, const HextPrimary& primit
                           oval->baseRadius, "VEC");
         hxcad::hextPrintf("{%lf,%lf,%lf}", oval->vect.x, oval->vect.y, oval->vect.z);
     }
-    tolmar::runReport().passedOver(idNumber(geometry.object), primitive.isA()->name(), "primitive",
-                                   *text != '\0' ? text : "cannot be translated for the catalogue");
+    leaveOut(geometry, primitive, *text != '\0' ? text : "cannot be translated for the catalogue");
 }
 
+bool hasFrame(const CataCompGeometry& geometry) {
+    return !geometry.x.isZeroLength() && !geometry.y.isZeroLength() && !geometry.z.isZeroLength();
+}
+
+// A family without a frame of its own (a hose that is none by kind) has no place for its primitives.
 void writePrimitives(CataCompGeometry& geometry, CataStream& out) {
+    if (!hasFrame(geometry)) {
+        for (const HextPrimary* primitive : geometry.primitives) {
+            leaveOut(geometry, *primitive, "its component has no local frame");
+        }
+        return;
+    }
     const GemFrame frame{geometry.points.front().pos, geometry.x, geometry.y, geometry.z, geometry.refText};
     int nextNumber = firstAddedNumber;
     for (const HextPrimary* primitive : geometry.primitives) {
         try {
             if (!translatePrimitive(out, *primitive, frame, geometry.points, nextNumber)) {
-                tolmar::runReport().passedOver(idNumber(geometry.object), primitive->isA()->name(), "primitive",
-                                               "has no counterpart in the catalogue");
+                leaveOut(geometry, *primitive, "has no counterpart in the catalogue");
             }
         } catch (const ExportException& failure) {
             reportPrimitive(geometry, *primitive, failure.what());

@@ -7,6 +7,8 @@
 #include "scripts/project_config.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -20,7 +22,7 @@ std::string value(const HxDbObject* object, std::string_view key) {
 
 int sizeAt(const HxDbTubeModel* model, int number) {
     const char* size = smrtln::getSize(model, number);
-    return size != nullptr ? static_cast<int>(numberOf(size)) : 0;
+    return size != nullptr ? cutToInteger(numberOf(size)) : 0;
 }
 
 // A nozzle's first end is the second of its specification.
@@ -84,6 +86,11 @@ void fillTexts(CataItem& item, const ConfigTexts& texts) {
 }
 
 }  // namespace
+
+int cutToInteger(double value) {
+    using Limits = std::numeric_limits<int>;
+    return std::isnan(value) ? 0 : static_cast<int>(std::clamp<double>(value, Limits::min(), Limits::max()));
+}
 
 void readSizes(const HxDbSmrtlnEntity* object, Bores& sizes) {
     const HxDbObject* source = object;

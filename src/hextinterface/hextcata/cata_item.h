@@ -21,6 +21,9 @@ int sizeOfEnd(const Bores& sizes, int no);
 // Outer diameter of an object by its specification; 0 when it does not tell.
 double outerDiameterOf(const HxDbSmrtlnEntity* object);
 
+// A number without its fraction; what no integer holds is cut to the nearest one, no number is 0.
+int cutToInteger(double value);
+
 struct CataItem {
     std::string smrtlnType;  // attribute "smrtln"; "Balloon" for a balloon
     std::string categoryName;

@@ -83,10 +83,8 @@ std::string planeText(const HxGeVector3D& v, int plane) {
     }
     const auto& [first, second, axes] = planes[plane - 1];
     const HxGeVector3D unit = HxGeVector3D(first, second, 0).normal();
-    double angle = std::acos(std::fmax(-1.0, std::fmin(1.0, unit.x))) * 180.0 / tlGePi;
-    if (unit.y < 0) {
-        angle = -angle;
-    }
+    // acos would lose half the digits near 0 and 180 degrees. A vector across the plane counts as 90; -0 as 0.
+    const double angle = unit.isZeroLength() ? 90.0 : std::atan2(unit.y + 0.0, unit.x) * 180.0 / tlGePi;
     std::string text(1, axes[0]);
     appendFixed(text, angle);
     return text += axes[1];

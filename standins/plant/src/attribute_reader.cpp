@@ -11,6 +11,17 @@ namespace {
 
 constexpr std::size_t mostTextBytes = (std::size_t{1} << 28) - 1;
 
+// What each type of value takes, from type 1 on.
+constexpr std::array<const char*, 9> typeWords = {"a whole number of 16 bits",
+                                                  "a number",
+                                                  "an array of three numbers",
+                                                  "a text",
+                                                  "a whole number of 32 bits",
+                                                  "a whole number",
+                                                  "a whole number",
+                                                  "a whole number of 16 bits",
+                                                  "a text"};
+
 template <typename Whole>
 bool fits(std::int64_t value) {
     return value >= std::numeric_limits<Whole>::min() && value <= std::numeric_limits<Whole>::max();
@@ -44,11 +55,11 @@ void AttributeReader::readObject(od::value& value) {
             refuse("stands twice; repeated keys need the array form");
         }
         key.inList = list_;
-        Value result = readValue(entry, key);
-        if (result.form == Value::Form::Point) {
+        smrtln::BomRecord& record = records_.emplace_back();
+        record.key = key.number;
+        if (readValue(entry, key, record) == Form::Point) {
             refuse("a text or a number expected, an array found");
         }
-        records_.push_back(result.record);
     });
 }
 
@@ -79,27 +90,22 @@ std::uint32_t AttributeReader::keyOf(const RawText& raw) {
     return index;
 }
 
-AttributeReader::Value AttributeReader::readValue(od::value& value, Key& key) {
-    Value result;
-    result.record.key = key.number;
+AttributeReader::Form AttributeReader::readValue(od::value& value, Key& key, smrtln::BomRecord& record) {
     od::raw_json_string text;
     if (value.get_raw_json_string().get(text) == simdjson::SUCCESS) [[likely]] {
-        readText(scanText(text.raw()), key, result.record);
-        return result;
+        readText(scanText(text.raw()), key, record);
+        return Form::Text;
     }
     switch (typeOf(value)) {
     case od::json_type::number:
-        readNumber(value, result);
-        break;
+        return readNumber(value, record);
     case od::json_type::array:
-        result.form = Value::Form::Point;
-        result.record.type = KVParams::Point;
-        result.record.point = readPoint(value);
-        break;
+        record.type = KVParams::Point;
+        record.point = readPoint(value);
+        return Form::Point;
     default:
         refuseValue(value, "a text or a number");
     }
-    return result;
 }
 
 void AttributeReader::readText(const RawText& raw, Key& key, smrtln::BomRecord& record) {
@@ -115,28 +121,28 @@ void AttributeReader::readText(const RawText& raw, Key& key, smrtln::BomRecord& 
     record.length = static_cast<std::uint32_t>(key.lastText.size()) & mostTextBytes;
 }
 
-void AttributeReader::readNumber(od::value& value, Value& result) {
+AttributeReader::Form AttributeReader::readNumber(od::value& value, smrtln::BomRecord& record) {
     od::number number;
     if (value.get_number().get(number) != simdjson::SUCCESS) {
         refuseValue(value, "a finite number, or a whole number of 64 bits,");
     }
     if (number.is_int64()) {
         const std::int64_t whole = number.get_int64();
-        result.form = Value::Form::Whole;
-        result.record.type = fits<std::int32_t>(whole) ? KVParams::Int : KVParams::Int64;
-        result.record.integer = whole;
-    } else if (number.is_double()) {
-        result.form = Value::Form::Real;
-        result.record.type = KVParams::Double;
-        result.record.number = number.get_double();
-    } else {
+        record.type = fits<std::int32_t>(whole) ? KVParams::Int : KVParams::Int64;
+        record.integer = whole;
+        return Form::Whole;
+    }
+    if (!number.is_double()) {
         refuseValue(value, "a finite number, or a whole number of 64 bits,");
     }
+    record.type = KVParams::Double;
+    record.number = number.get_double();
+    return Form::Real;
 }
 
 const double* AttributeReader::readPoint(od::value& value) {
     double numbers[3];
-    readTriple(value, numbers);
+    readTriple(value, {&numbers[0], &numbers[1], &numbers[2]});
     return model_->arena.copy(std::span<const double>(numbers));
 }
 
@@ -144,54 +150,40 @@ void AttributeReader::readArray(od::value& value) {
     eachElement(value, "an object or an array", [&](od::value& item) { readItem(item); });
 }
 
-namespace {
-
 // Gives a value the type that the file asks for. False when it is no value of that type.
-bool convert(smrtln::BomRecord& record, std::int64_t type, bool isText, bool isWhole, bool isPoint) {
-    const bool isNumber = !isText && !isPoint;
+bool AttributeReader::convert(smrtln::BomRecord& record, std::int64_t type, Form form) {
     record.type = static_cast<std::uint32_t>(type) & 15U;
     switch (type) {
     case KVParams::Short:
     case KVParams::ShortAlias:
-        return isWhole && fits<std::int16_t>(record.integer);
+        return form == Form::Whole && fits<std::int16_t>(record.integer);
     case KVParams::Double:
-        if (isWhole) {
+        if (form == Form::Whole) {
             record.number = static_cast<double>(record.integer);
         }
-        return isNumber;
+        return form == Form::Whole || form == Form::Real;
     case KVParams::Point:
-        return isPoint;
+        return form == Form::Point;
     case KVParams::Text:
     case KVParams::Bytes:
-        return isText;
+        return form == Form::Text;
     case KVParams::Int:
-        return isWhole && fits<std::int32_t>(record.integer);
+        return form == Form::Whole && fits<std::int32_t>(record.integer);
     case KVParams::Int64:
-        return isWhole;
+        return form == Form::Whole;
     case KVParams::Pointer:
         record.pointer = reinterpret_cast<const void*>(static_cast<std::uintptr_t>(record.integer));
-        return isWhole;
+        return form == Form::Whole;
     default:
         return false;
     }
 }
 
-constexpr std::array<const char*, 9> typeWords = {"a whole number of 16 bits",
-                                                  "a number",
-                                                  "an array of three numbers",
-                                                  "a text",
-                                                  "a whole number of 32 bits",
-                                                  "a whole number",
-                                                  "a whole number",
-                                                  "a whole number of 16 bits",
-                                                  "a text"};
-
-}  // namespace
-
 void AttributeReader::readItem(od::value& value) {
     using Row = shapes::Attribute;
     Key noKey;
-    Value result;
+    Form form = Form::Text;
+    smrtln::BomRecord& record = records_.emplace_back();
     std::uint16_t number = 0;
     std::uint16_t description = 0;
     std::int64_t type = 0;
@@ -201,7 +193,7 @@ void AttributeReader::readItem(od::value& value) {
             number = keys_[keyOf(rawText(member))].number;
             break;
         case Row::Value:
-            result = readValue(member, noKey);
+            form = readValue(member, noKey, record);
             break;
         case Row::Type:
             type = wholeNumber(member, 1, static_cast<std::int64_t>(typeWords.size()));
@@ -211,14 +203,11 @@ void AttributeReader::readItem(od::value& value) {
             break;
         }
     });
-    using Form = Value::Form;
-    if (type != 0 && !convert(result.record, type, result.form == Form::Text, result.form == Form::Whole,
-                              result.form == Form::Point)) {
+    if (type != 0 && !convert(record, type, form)) {
         refuse("type " + std::to_string(type) + " takes " + typeWords[static_cast<std::size_t>(type - 1)]);
     }
-    result.record.key = number;
-    result.record.description = description;
-    records_.push_back(result.record);
+    record.key = number;
+    record.description = description;
 }
 
 std::uint16_t AttributeReader::descriptionOf(od::value& value) {

@@ -36,20 +36,18 @@ private:
         static constexpr char blank[roomBehindText] = {};
         return {blank, 0};
     }
-    // A value before its type is known.
-    struct Value {
-        enum class Form { Text, Whole, Real, Point } form = Form::Text;
-        smrtln::BomRecord record{};
-    };
+    // What a value is before a type is asked for.
+    enum class Form { Text, Whole, Real, Point };
 
     void readObject(od::value& value);
     void readArray(od::value& value);
     void readItem(od::value& value);
     std::uint32_t keyAfter(std::uint32_t previous, const RawText& raw);
     std::uint32_t keyOf(const RawText& raw);
-    Value readValue(od::value& value, Key& key);
+    Form readValue(od::value& value, Key& key, smrtln::BomRecord& record);
     void readText(const RawText& raw, Key& key, smrtln::BomRecord& record);
-    void readNumber(od::value& value, Value& result);
+    static Form readNumber(od::value& value, smrtln::BomRecord& record);
+    static bool convert(smrtln::BomRecord& record, std::int64_t type, Form form);
     const double* readPoint(od::value& value);
     std::uint16_t descriptionOf(od::value& value);
     AttributeList keepList();

@@ -12,7 +12,7 @@ TLRX_DEFINE(HextZone, HextNameNode);
 TLRX_DEFINE(HextZoneDirectory, HextNameNode);
 TLRX_DEFINE(HextUnit, HextNameNode);
 TLRX_DEFINE(HextItem, HextNameNode);
-TLRX_DEFINE(HextStdFloor, HextNameNode);
+TLRX_DEFINE(HextStdFloor, HextZone);
 TLRX_DEFINE(HextManager, HextNameNode);
 TLRX_DEFINE(HextPipeline, HextManager);
 TLRX_DEFINE(HextStruct, HextManager);

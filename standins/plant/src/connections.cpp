@@ -31,12 +31,12 @@ void markRepeated(std::span<Connection> connections) {
 
 }  // namespace
 
-void ConnectionTier::visit(ObjectData& object) {
+void ConnectionTier::visit(ObjectData& object, std::size_t index) {
     object.isResolved = true;
     markRepeated(object.connectionSpan());
     for (const Connection& connection : object.connectionSpan()) {
         if (!connection.repeated && !tells(*connection.to.object, object.id)) {
-            backward_.push_back({connection.to.object, &object});
+            backward_.push_back({connection.to.object, &object, index});
         }
     }
 }
@@ -57,8 +57,9 @@ bool ConnectionTier::tells(const ObjectData& object, std::int64_t other) {
 }
 
 void ConnectionTier::tie(Model& model) {
-    std::stable_sort(backward_.begin(), backward_.end(),
-                     [](const Backward& a, const Backward& b) { return a.object->id < b.object->id; });
+    std::sort(backward_.begin(), backward_.end(), [](const Backward& a, const Backward& b) {
+        return a.object != b.object ? a.object->id < b.object->id : a.index < b.index;
+    });
     for (std::size_t first = 0; first < backward_.size();) {
         ObjectData& object = *backward_[first].object;
         std::vector<Connection> all;

@@ -217,7 +217,7 @@ void writeManager(Output& out, const PipelinePlan& pipeline, Id zone) {
     const Service& service = pipeline.carries();
     beginObject(out, pipeline.id, "HextPipeline", pipeline.in);
     out.member("name", pipeline.name).member("color", service.color);
-    out.text(",\"attrs\":{\"lineno\":\"").text(pipeline.line).text("\"");
+    out.text(",\"attrs\":{\"lineno\":\"").text(pipeline.name).text("\"");
     out.member("specname", pipeline.type().name).member("fluid", utf8(service.fluid)).memberAsText("zoneid", zone);
     out.member("insul", pipeline.insulated ? "1" : "0");
     if (pipeline.insulated) {

@@ -141,12 +141,13 @@ void PipeWork::across(Route& route) {
     }
 }
 
-// "CWS-1001-150-A1B"; one line number in fifty is that of the pipeline before.
+// "CWS-1001-150-A1B"; one name in fifty is that of the pipeline before.
 void PipeWork::nameAfter(PipelinePlan& plan, const Route& route) {
-    plan.name = std::string(plan.carries().code) + "-" + std::to_string(plan.number) + "-" +
-                std::to_string(pipeSizes[route.size].dn) + "-" + plan.type().name;
-    plan.line = !lastLine_.empty() && random_->chance(2) ? lastLine_ : plan.name;
-    lastLine_ = plan.line;
+    if (lastName_.empty() || !random_->chance(2)) {
+        lastName_ = std::string(plan.carries().code) + "-" + std::to_string(plan.number) + "-" +
+                    std::to_string(pipeSizes[route.size].dn) + "-" + plan.type().name;
+    }
+    plan.name = lastName_;
 }
 
 // Level pipes inside a branch, long enough for a support.

@@ -53,7 +53,7 @@ private:
     std::size_t used_ = 0;
     std::vector<SupportPoint> supports_;
     int number_ = 1000;
-    std::string lastLine_;
+    std::string lastName_;
 };
 
 }  // namespace plant::generator

@@ -102,8 +102,7 @@ struct PipelinePlan {
     Id id = 0;
     Id in = 0;
     int number = 0;
-    std::string name;
-    std::string line;  // the line number, which two pipelines may share
+    std::string name;  // and line number, which two pipelines may share
     int service = 0;
     int pipingClass = 0;
     bool insulated = false;

@@ -47,7 +47,7 @@ private:
     void begin(Run& run, const Route& route);
     void turn(Run& run, const Route& route, int leg);
     void finish(Run& run, const Route& route);
-    void furnish(Run& run, const Leg& leg, int share);
+    void furnish(Run& run, const Leg& leg, int legsLeft);
     bool addGroup(Run& run, const Leg& leg);
     int freeObjects(const Run& run) const { return limit_ - run.plan().objects(); }
 

@@ -154,7 +154,6 @@ void Run::endAtStop() {
 }
 
 void Run::startAt(NozzlePlan& nozzle) {
-    plan_->branches[branch_].push_back(nozzle.id);
     nozzle.pipeline = plan_->id;
     nozzle.faceFlow = outFlow();
     end_ = {-1, 0, &nozzle, Joint::Flange};
@@ -168,7 +167,6 @@ void Run::endAt(NozzlePlan& nozzle) {
     nozzle.to = last().id;
     nozzle.pipeline = plan_->id;
     nozzle.faceFlow = inFlow();
-    plan_->branches[branch_].push_back(nozzle.id);
     end_ = {};
 }
 

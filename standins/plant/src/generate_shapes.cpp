@@ -14,7 +14,6 @@ namespace {
 struct Drawing {
     Primitives& shape;
     const Part& part;
-    const PipelinePlan& pipeline;
     const PipeSize& size = pipeSizes[part.size1];
     const PipeSize& second = pipeSizes[part.size2];
 
@@ -278,7 +277,7 @@ struct DrawingRow {
 };
 
 const DrawingRow drawings[familyCount] = {
-    {drawPipe, true},         {drawFlangedPipe, false},  {drawArc, true},         {drawArc, true},
+    {drawPipe, true},         {drawFlangedPipe, true},   {drawArc, true},         {drawArc, true},
     {drawArc, true},          {drawMiter, false},        {drawTee, true},         {drawTee, true},
     {drawTee, true},          {drawYPiece, true},        {drawCross, true},       {drawCross, true},
     {drawOlet, false},        {drawOlet, false},         {drawOlet, false},       {drawOlet, false},
@@ -300,7 +299,7 @@ Point balloonCenter(const Part& balloon) {
 
 void writeShape(Output& out, const Part& part, const PipelinePlan& pipeline) {
     Primitives shape(out);
-    const Drawing drawing{shape, part, pipeline};
+    const Drawing drawing{shape, part};
     const DrawingRow& row = drawings[static_cast<int>(part.family)];
     row.draw(drawing);
     if (pipeline.insulated && row.insulated) {

@@ -95,10 +95,8 @@ void Library::writeBolts(const BoltIds& ids, int pipingClass, int size) {
     begin(ids.bolt, "HextBolt").member("standard", "BOLT").member("cname", utf8(u8"六角头螺栓"));
     out_->member("type", "HEXBOLT").text(",\"spec\":\"M").whole(flange.bolt).text("x").whole(length).text("\"");
     out_->member("stan", "GB/T 5782").member("material", "35").member("unit", 1);
-    out_->text(",\"boltSpec\":\"M")
-        .whole(flange.bolt)
-        .text("\",\"weight\":")
-        .number(diameter * diameter * length * 6.2e-6);
+    out_->text(",\"boltSpec\":\"M").whole(flange.bolt).text("x").whole(length);
+    out_->text("\",\"weight\":").number(diameter * diameter * length * 6.2e-6);
     out_->text(",\"price\":").number(diameter * 0.15).member("sortNo", sortNo).text("}");
     begin(ids.nut, "HextNut").member("standard", "NUT").member("cname", utf8(u8"六角螺母"));
     out_->member("type", "HEXNUT").text(",\"spec\":\"M").whole(flange.bolt).text("\"").member("stan", "GB/T 6170");

@@ -54,7 +54,7 @@ const EndsRow endsRows[endsCount] = {
     "\"item\":\"PIPE\",\"itype\":\"" itype "\",\"smrtln\":\"" smrtln "\",\"module\":\"Piping\",\"mtype\":\"pipe\""
 #define VALVE(item, itype, smrtln)                                                                                     \
     "\"item\":\"" item "\",\"itype\":\"" itype "\",\"smrtln\":\"" smrtln "\",\"module\":\"Piping\",\"mtype\":"         \
-                                                                         "\"valve\""
+    "\"valve\""
 
 const FamilyRow familyRows[familyCount] = {
     {"HxDbPipeSpec", nullptr, "TPPE", PIPE("SMLS", "Pipe"), "GB/T 17395", "I", u8"无缝钢管", 2, nullptr},

@@ -7,6 +7,9 @@
 
 namespace plant {
 
+// Ids are numbers that a double holds exactly.
+inline constexpr std::int64_t largestId = (std::int64_t{1} << 53) - 1;
+
 // Ids that run on from the first one, as most files have them, are looked up in an array, the others in a hash table.
 class IdIndex {
 public:

@@ -99,7 +99,7 @@ od::json_type typeOf(od::value& value) {
     return type;
 }
 
-void readTriple(od::value& value, double (&numbers)[3]) {
+void readTriple(od::value& value, double* const (&places)[3]) {
     constexpr std::string_view expected = "an array of three finite numbers";
     od::array array;
     if (value.get_array().get(array) != simdjson::SUCCESS) [[unlikely]] {
@@ -107,14 +107,14 @@ void readTriple(od::value& value, double (&numbers)[3]) {
     }
     std::size_t count = 0;
     for (auto result : array) {
-        od::value element;
-        check(std::move(result).get(element));
-        if (count == std::size(numbers)) {
+        check(result.error());
+        od::value&& element = std::move(result).value_unsafe();
+        if (count == std::size(places)) {
             refuse(std::string(expected) + ", more found");
         }
-        numbers[count++] = finiteNumber(element);
+        *places[count++] = finiteNumber(element);
     }
-    if (count != std::size(numbers)) {
+    if (count != std::size(places)) {
         refuse(std::string(expected) + ", " + std::to_string(count) + " found");
     }
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "byte_part.h"
+#include "id_index.h"
 #include "refusal.h"
 #include "shape.h"
 #include "short_number.h"
@@ -17,9 +18,6 @@
 namespace plant {
 
 namespace od = simdjson::ondemand;
-
-// Ids are numbers that a double holds exactly.
-inline constexpr std::int64_t largestId = (std::int64_t{1} << 53) - 1;
 
 // "<expected> expected, <what stands there> found".
 [[noreturn]] void refuseValue(od::value& value, std::string_view expected);
@@ -103,13 +101,11 @@ inline RawText rawText(od::value& value, std::string_view expected = "a text") {
     return scanText(raw.raw());
 }
 od::json_type typeOf(od::value& value);
-// An array of three finite numbers.
-void readTriple(od::value& value, double (&numbers)[3]);
+// An array of three finite numbers, each put straight into its place.
+void readTriple(od::value& value, double* const (&places)[3]);
 template <typename Triple>
-Triple triple(od::value& value) {
-    double numbers[3];
-    readTriple(value, numbers);
-    return {numbers[0], numbers[1], numbers[2]};
+void readTriple(od::value& value, Triple& triple) {
+    readTriple(value, {&triple.x, &triple.y, &triple.z});
 }
 
 // Calls handle(element) for each element of an array, whose first one counts as number `index` in messages.
@@ -117,8 +113,8 @@ template <typename Handle>
 void eachElement(od::array& array, std::size_t index, Handle handle) {
     try {
         for (auto result : array) {
-            od::value element;
-            check(std::move(result).get(element));
+            check(result.error());
+            od::value&& element = std::move(result).value_unsafe();  // a copy would cost more than the rest
             handle(element);
             ++index;
         }
@@ -144,8 +140,8 @@ void eachEntry(od::object& object, Handle handle) {
     try {
         for (auto result : object) {
             name = {};
-            od::field field;
-            check(std::move(result).get(field));
+            check(result.error());
+            od::field&& field = std::move(result).value_unsafe();  // a copy would cost more than the rest
             const RawText key = scanText(field.key().raw());
             name = key.view();
             handle(key, field.value());

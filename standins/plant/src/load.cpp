@@ -2,7 +2,6 @@
 #include "model_reader.h"
 #include "plant/model.h"
 #include "refusal.h"
-#include "resolver.h"
 
 #include <new>
 
@@ -17,7 +16,6 @@ LoadResult load(std::string_view name, Open open) {
         const std::unique_ptr<ByteSource> source = open();
         ModelPtr model(new Model);
         ModelReader(*model).read(*source);
-        resolveModel(*model);
         result.model = std::move(model);
     } catch (const Refusal& refusal) {
         result.error = std::string(name).append(": ").append(refusal.text());

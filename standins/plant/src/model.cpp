@@ -29,6 +29,8 @@ void ModelDeleter::operator()(Model* model) const {
 void setCurrentModel(Model* model) { current = model; }
 Model* currentModel() { return current; }
 
+std::size_t objectCount(const Model& model) { return model.objects.size(); }
+
 Model::~Model() {
     for (HextPrimary* primitive : withDestructor) {
         primitive->~HextPrimary();
@@ -50,7 +52,18 @@ std::int64_t Model::nodeId(const ObjectData& object) const {
     return object.hasNodeId ? idsOfNodes.at(&object) : object.id + nodeIdOffset;
 }
 
-Model& ObjectData::model() const { return *database->model; }
+DatabaseData& ObjectData::database() const {
+    const ObjectData* top = this;
+    while (top->parent != nullptr) {
+        top = top->parent;
+    }
+    for (DatabaseData& database : model->databases) {
+        if (database.root.object == top) {
+            return database;
+        }
+    }
+    return *model->main;
+}
 
 const Property* ObjectData::find(Member member) const {
     for (const Property* property = properties; property != properties + propertyCount; ++property) {
@@ -82,7 +95,7 @@ HxDbObject* ObjectData::reference(Member member) const {
 }
 
 const smrtln::BomRecord* ObjectData::attribute(std::string_view key) const {
-    const auto number = model().attributes.keys.find(key);
+    const auto number = model->attributes.keys.find(key);
     if (!number) {
         return nullptr;
     }
@@ -105,9 +118,9 @@ const char* ObjectData::attributeText(std::string_view key) const {
     case KVParams::ShortAlias:
     case KVParams::Int:
     case KVParams::Int64:
-        return model().numberTexts.try_emplace(record, std::to_string(record->integer)).first->second.c_str();
+        return model->numberTexts.try_emplace(record, std::to_string(record->integer)).first->second.c_str();
     case KVParams::Double:
-        return model().numberTexts.try_emplace(record, sixDecimals(record->number)).first->second.c_str();
+        return model->numberTexts.try_emplace(record, sixDecimals(record->number)).first->second.c_str();
     default:
         return nullptr;
     }
@@ -116,7 +129,7 @@ const char* ObjectData::attributeText(std::string_view key) const {
 std::vector<ObjectData*> ObjectData::sons() const {
     std::vector<ObjectData*> found;
     std::unordered_set<const ObjectData*> seen;
-    const bool bent = model().relinked;
+    const bool bent = model->relinked;
     for (ObjectData* one = son; one != nullptr && (!bent || seen.insert(one).second); one = one->brother) {
         found.push_back(one);
     }

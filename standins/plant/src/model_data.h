@@ -147,9 +147,10 @@ struct ObjectData {
 
     HxDbObject& object() { return *std::launder(reinterpret_cast<HxDbObject*>(self)); }
     const HxDbObject& object() const { return *std::launder(reinterpret_cast<const HxDbObject*>(self)); }
+    // That of the tree in which the object stands; the main one for an object without a tree.
+    DatabaseData& database() const;
     // Null for an object that cannot be opened.
     HxDbObject* opened() { return available ? &object() : nullptr; }
-    Model& model() const;
     bool inTree() const { return parent != nullptr || son != nullptr || isRoot; }
 
     const Property* find(Member member) const;
@@ -174,7 +175,7 @@ struct ObjectData {
     alignas(HxDbObject) std::byte self[sizeof(HxDbObject)];
     HxDbTreeNode node;
     std::int64_t id = 0;
-    DatabaseData* database = nullptr;
+    Model* model = nullptr;
     ObjectData* parent = nullptr;
     ObjectData* son = nullptr;
     ObjectData* lastSon = nullptr;
@@ -192,6 +193,7 @@ struct ObjectData {
     std::int16_t color = 0;
     std::uint8_t classRow = 0;  // in classRows()
     std::uint8_t propertyCount = 0;
+    std::uint8_t depth = 0;  // objects above it in the tree
     PartKind kind = PartKind::Default;
     bool available : 1 = true;
     bool hasShape : 1 = false;

@@ -10,12 +10,13 @@ namespace plant {
 namespace {
 
 constexpr std::string_view formatName = "tessaro-plant";
+constexpr std::string_view quotedFormatName = "\"tessaro-plant\"";
 constexpr std::int64_t formatVersion = 1;
 constexpr std::int64_t largestColor = 255;
 
 void checkFormat(od::value& value) {
     if (rawText(value).view() != formatName) {
-        refuseValue(value, "\"" + std::string(formatName) + "\"");
+        refuseValue(value, quotedFormatName);
     }
 }
 
@@ -52,6 +53,7 @@ void ModelReader::read(ByteSource& source) {
         }
     }
     checkComplete(shapes::top(), seen_);
+    resolver_.finish();
 }
 
 // The byte of the file where reading stands; the reader is a token ahead of what is wrong.
@@ -71,6 +73,7 @@ void ModelReader::readPiece(const Piece& piece) {
     if (isEmpty && !piece.mayBeEmpty) {
         throw Refusal("nothing behind a comma", Refusal::syntax);
     }
+    resolver_.resolveNew();
     const char* rest = nullptr;
     if (document_.current_location().get(rest) == simdjson::SUCCESS) {
         throw Refusal("the end of the file expected", Refusal::syntax);

@@ -5,6 +5,7 @@
 #include "class_table.h"
 #include "object_reader.h"
 #include "piece_cutter.h"
+#include "resolver.h"
 #include "text_keeper.h"
 
 namespace plant {
@@ -12,9 +13,9 @@ namespace plant {
 class ModelReader {
 public:
     explicit ModelReader(Model& model) : model_(&model), unescape_(parser_), texts_(model.texts, unescape_),
-          objects_(model, document_, texts_) {}
+          objects_(model, document_, texts_), resolver_(model) {}
 
-    // Reads the pieces of a source to its end. Throws a Refusal. References stay unresolved.
+    // Reads the pieces of a source to its end. Throws a Refusal.
     void read(ByteSource& source);
 
 private:
@@ -36,6 +37,7 @@ private:
     Unescaper unescape_;
     TextKeeper texts_;
     ObjectReader objects_;
+    Resolver resolver_;
     std::uint64_t seen_ = 0;  // members of the top level
 };
 

@@ -11,6 +11,9 @@ namespace {
 constexpr std::int64_t lastPointNumber = std::numeric_limits<std::int16_t>::max();
 constexpr std::int64_t largestSection = std::numeric_limits<std::int32_t>::max();
 
+// Far more than any plant has; operations climb and descend the tree level by level.
+constexpr std::uint8_t deepestTree = 200;
+
 Plant::Flow readFlow(od::value& value) {
     std::int64_t flow;
     if (value.get_int64().get(flow) != simdjson::SUCCESS || flow < 0 || flow > 2) {
@@ -23,6 +26,7 @@ Plant::Flow readFlow(od::value& value) {
 
 void ObjectReader::read(od::value& value) {
     object_ = &model_->objects.append();
+    object_->model = model_;
     family_ = nullptr;
     properties_.clear();
     const Shape* shape = &identityShape();
@@ -131,8 +135,12 @@ void ObjectReader::readParent(od::value& value) {
     if (parent == nullptr || parent == object_) {
         refuse("no object " + std::to_string(id) + " before this one");
     }
+    if (parent->depth == deepestTree) {
+        refuse("the tree is deeper than " + std::to_string(deepestTree) + " levels");
+    }
     lastParent_ = parent;
     object_->parent = parent;
+    object_->depth = static_cast<std::uint8_t>(parent->depth + 1);
     (parent->son == nullptr ? parent->son : parent->lastSon->brother) = object_;
     parent->lastSon = object_;
 }
@@ -170,7 +178,7 @@ Property& ObjectReader::addProperty(const MemberRow& row, std::size_t count) {
 
 void ObjectReader::readVector(const MemberRow& row, od::value& value) {
     double numbers[3];
-    readTriple(value, numbers);
+    readTriple(value, {&numbers[0], &numbers[1], &numbers[2]});
     addProperty(row).vector = model_->arena.copy(std::span<const double>(numbers));
 }
 
@@ -196,7 +204,7 @@ void ObjectReader::readKeyPoints(const MemberRow& row, od::value& value) {
             if (static_cast<Row>(member) == Row::No) {
                 number = static_cast<std::int16_t>(wholeNumber(inner, 0, lastPointNumber));
             } else {
-                at = triple<HxGePoint3D>(inner);
+                readTriple(inner, at);
             }
         });
         points.emplace_back(number, 0, at);
@@ -329,7 +337,7 @@ HxDbSmrtlnPoint ObjectReader::readPoint(od::value& value, std::size_t index) {
             number = static_cast<std::int16_t>(wholeNumber(member, 0, lastPointNumber));
             break;
         case Row::At:
-            at = triple<HxGePoint3D>(member);
+            readTriple(member, at);
             break;
         case Row::Flow:
             flow = readFlow(member);
@@ -355,7 +363,7 @@ void ObjectReader::readConnections(od::value& value, std::size_t point) {
 }
 
 void ObjectReader::addConnection(od::value& id, std::size_t point, std::size_t element, bool inArray) {
-    Connection connection{};
+    Connection& connection = connections_.emplace_back();
     connection.to.id = objectId(id);
     if (connection.to.id == object_->id) {
         refuse("an object does not hang at itself");
@@ -363,7 +371,6 @@ void ObjectReader::addConnection(od::value& id, std::size_t point, std::size_t e
     connection.point = static_cast<std::uint16_t>(point);
     connection.element = static_cast<std::uint32_t>(element);
     connection.inArray = inArray;
-    connections_.push_back(connection);
 }
 
 }  // namespace plant

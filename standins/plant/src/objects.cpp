@@ -31,10 +31,10 @@ std::vector<HxDbObjectId> listOrSons(const ObjectData& data, Member member, cons
 }  // namespace
 
 HxDbObjectId HxDbObject::objectId() const {
-    return HxDbObjectId(isNode(*this) ? data_->model().nodeId(*data_) : data_->id);
+    return HxDbObjectId(isNode(*this) ? data_->model->nodeId(*data_) : data_->id);
 }
 
-HxDbDataBase* HxDbObject::database() const { return &data_->database->object; }
+HxDbDataBase* HxDbObject::database() const { return &data_->database().object; }
 
 void HxDbObject::openForWrite(int) {}
 

@@ -123,10 +123,10 @@ void PrimitiveReader::readField(od::value& value, const FieldRow& field, HextPri
         at<double>(field, primitive) = finiteNumber(value);
         break;
     case FieldType::Point:
-        at<HxGePoint3D>(field, primitive) = triple<HxGePoint3D>(value);
+        readTriple(value, at<HxGePoint3D>(field, primitive));
         break;
     case FieldType::Vector:
-        at<HxGeVector3D>(field, primitive) = triple<HxGeVector3D>(value);
+        readTriple(value, at<HxGeVector3D>(field, primitive));
         break;
     case FieldType::Int32:
         at<std::int32_t>(field, primitive) = static_cast<std::int32_t>(wholeNumber(value, field.low, field.high));

@@ -1,7 +1,6 @@
 #include "resolver.h"
 
 #include "class_table.h"
-#include "connections.h"
 #include "refusal.h"
 
 #include <string>
@@ -11,37 +10,49 @@ namespace plant {
 
 namespace {
 
-// Calls `body`, giving a refusal its place within the object.
-template <typename Body>
-void inObject(std::size_t index, Body body) {
+// Calls `body`, giving a refusal its place: a member's name or an element's number.
+template <typename Place, typename Body>
+void within(Place place, Body body) {
     try {
         body();
     } catch (Refusal& refusal) {
-        refusal.within(index);
-        refusal.within("objects");
-        throw;
-    }
-}
-template <typename Body>
-void inMember(std::string_view member, Body body) {
-    try {
-        body();
-    } catch (Refusal& refusal) {
-        refusal.within(member);
-        throw;
-    }
-}
-template <typename Body>
-void inElement(std::size_t index, Body body) {
-    try {
-        body();
-    } catch (Refusal& refusal) {
-        refusal.within(index);
+        refusal.within(place);
         throw;
     }
 }
 
-void resolve(Model& model, Reference& reference, const HxRxClass* target) {
+// Calls visit(reference) for each element, with its place.
+template <typename Visit>
+void visitList(const ReferenceList& list, Visit visit) {
+    for (std::size_t i = 0; i < list.count; ++i) {
+        within(i, [&] { visit(list.items[i]); });
+    }
+}
+
+// Calls visit(reference) for each reference of a property, with its place within the member.
+template <typename Visit>
+void visitProperty(Property& property, Reading reading, Visit visit) {
+    switch (reading) {
+    case Reading::Reference:
+        return visit(property.reference);
+    case Reading::References:
+        return visitList({property.references, property.count}, visit);
+    case Reading::Branches:
+        for (std::size_t i = 0; i < property.count; ++i) {
+            within(i, [&] { visitList(property.branches[i], visit); });
+        }
+        return;
+    case Reading::Runs:
+        for (std::size_t i = 0; i < property.count; ++i) {
+            within(i, [&] { within(std::string_view("items"), [&] { visitList(property.runs[i].items, visit); }); });
+        }
+        return;
+    default:
+        return;
+    }
+}
+
+void resolveReference(const Model& model, Reference& reference, const HxRxClass* target) {
     const std::int64_t id = reference.id;
     ObjectData* object = model.objects.find(id);
     if (object == nullptr) {
@@ -54,43 +65,9 @@ void resolve(Model& model, Reference& reference, const HxRxClass* target) {
     reference.object = object;
 }
 
-void resolveList(Model& model, const ReferenceList& list, const HxRxClass* target) {
-    for (std::uint32_t i = 0; i < list.count; ++i) {
-        inElement(i, [&] { resolve(model, list.items[i], target); });
-    }
-}
-
-void resolveRuns(Model& model, const Property& property, const HxRxClass* target) {
-    for (std::uint32_t i = 0; i < property.count; ++i) {
-        inElement(i, [&] { inMember("items", [&] { resolveList(model, property.runs[i].items, target); }); });
-    }
-}
-
-void resolveBranches(Model& model, const Property& property, const HxRxClass* target) {
-    for (std::uint32_t i = 0; i < property.count; ++i) {
-        inElement(i, [&] { resolveList(model, property.branches[i], target); });
-    }
-}
-
-void resolveProperty(Model& model, Property& property) {
-    const MemberRow& row = memberRow(property.member);
-    switch (row.reading) {
-    case Reading::Reference:
-        return resolve(model, property.reference, row.target);
-    case Reading::References:
-        return resolveList(model, {property.references, property.count}, row.target);
-    case Reading::Branches:
-        return resolveBranches(model, property, row.target);
-    case Reading::Runs:
-        return resolveRuns(model, property, row.target);
-    default:
-        return;
-    }
-}
-
-void resolveConnection(Model& model, Connection& connection) {
+void resolveConnection(const Model& model, Connection& connection) {
     try {
-        resolve(model, connection.to, HxDbSmrtlnEntity::desc());
+        resolveReference(model, connection.to, HxDbSmrtlnEntity::desc());
     } catch (Refusal& refusal) {
         if (connection.inArray) {
             refusal.within(std::size_t{connection.element});
@@ -102,62 +79,34 @@ void resolveConnection(Model& model, Connection& connection) {
     }
 }
 
-// The nodes of the tree are objects with ids of their own; none may be that of an object or of another node.
-void checkNodeId(const Model& model, const ObjectData& object) {
-    const std::int64_t id = model.nodeId(object);
-    const ObjectData* standsForId = id > nodeIdOffset ? model.objects.find(id - nodeIdOffset) : nullptr;
-    const bool otherNode = object.hasNodeId ? standsForId != nullptr && !standsForId->hasNodeId : model.nodeIds.contains(id);
-    if (id > largestId || otherNode || model.objects.find(id) != nullptr) {
-        inMember("node", [&] {
-            refuse("id " + std::to_string(id) + " of the tree node is " + (id > largestId ? "too large" : "taken"));
+void resolveObject(const Model& model, ObjectData& object) {
+    for (Property& property : object.propertySpan()) {
+        const MemberRow& row = memberRow(property.member);
+        within(row.name, [&] {
+            visitProperty(property, row.reading,
+                          [&](Reference& reference) { resolveReference(model, reference, row.target); });
         });
     }
-}
-
-bool mayCollide(const Model& model, const ObjectData& object) {
-    return object.hasNodeId || (object.inTree() && (model.objects.largestId() > nodeIdOffset || !model.nodeIds.empty()));
-}
-
-void resolveObject(Model& model, ObjectData& object) {
-    for (Property& property : object.propertySpan()) {
-        inMember(memberRow(property.member).name, [&] { resolveProperty(model, property); });
-    }
-    for (std::uint32_t i = 0; i < object.connectionCount; ++i) {
-        resolveConnection(model, object.connections[i]);
-    }
-    if (mayCollide(model, object)) {
-        checkNodeId(model, object);
+    for (Connection& connection : object.connectionSpan()) {
+        resolveConnection(model, connection);
     }
 }
 
-// Databases stand in the tree from the root down; parents stand earlier than their sons.
-void findDatabase(Model& model, ObjectData& object) {
-    if (object.parent != nullptr) {
-        object.database = object.parent->database;
-    } else if (!object.isRoot) {
-        object.database = model.main;
+void resolveRoot(const Model& model, DatabaseData& database) {
+    resolveReference(model, database.root, nullptr);
+    ObjectData& root = *database.root.object;
+    if (root.parent != nullptr || root.isRoot) {
+        refuse("object " + std::to_string(root.id) + " has a place in a tree already");
     }
+    root.isRoot = true;
 }
 
 void resolveRoots(Model& model) {
     for (std::size_t i = 0; i < model.databases.size(); ++i) {
-        DatabaseData& database = model.databases[i];
-        if (database.root.id == 0) {
-            continue;
-        }
-        try {
-            resolve(model, database.root, nullptr);
-            ObjectData& root = *database.root.object;
-            if (root.parent != nullptr || root.isRoot) {
-                refuse("object " + std::to_string(root.id) + " has a place in a tree already");
-            }
-            root.isRoot = true;
-            root.database = &database;
-        } catch (Refusal& refusal) {
-            refusal.within("root");
-            refusal.within(i);
-            refusal.within("databases");
-            throw;
+        if (DatabaseData& database = model.databases[i]; database.root.id != 0) {
+            within(std::string_view("databases"), [&] {
+                within(i, [&] { within(std::string_view("root"), [&] { resolveRoot(model, database); }); });
+            });
         }
     }
 }
@@ -165,25 +114,78 @@ void resolveRoots(Model& model) {
 void resolveProject(Model& model) {
     Reference& manager = model.project.currentManager;
     if (manager.id != 0) {
-        inMember("project", [&] { inMember("currentManager", [&] { resolve(model, manager, nullptr); }); });
+        within(std::string_view("project.currentManager"), [&] { resolveReference(model, manager, nullptr); });
+    }
+}
+
+// The nodes of the tree are objects with ids of their own; none may be that of an object or of another node.
+void checkNodeId(const Model& model, const ObjectData& object) {
+    const std::int64_t id = model.nodeId(object);
+    const ObjectData* byDefault = id > nodeIdOffset ? model.objects.find(id - nodeIdOffset) : nullptr;
+    const bool isTaken = object.hasNodeId ? byDefault != nullptr && byDefault->inTree() && !byDefault->hasNodeId
+                                          : model.nodeIds.contains(id);
+    if (id > largestId || isTaken || model.objects.find(id) != nullptr) {
+        refuse("the id " + std::to_string(id) + " of the tree node is " + (id > largestId ? "too large" : "taken"));
+    }
+}
+
+void checkNodeIds(const Model& model) {
+    if (model.nodeIds.empty() && model.objects.largestId() <= nodeIdOffset) {
+        return;
+    }
+    for (std::size_t i = 0; i < model.objects.size(); ++i) {
+        const ObjectData& object = model.objects[i];
+        if (object.hasNodeId || object.inTree()) {
+            within(std::string_view("objects"), [&] {
+                within(i, [&] { within(std::string_view("node"), [&] { checkNodeId(model, object); }); });
+            });
+        }
     }
 }
 
 }  // namespace
 
-void resolveModel(Model& model) {
-    resolveProject(model);
-    resolveRoots(model);
-    ConnectionTier tier;
-    for (std::size_t i = 0; i < model.objects.size(); ++i) {
-        ObjectData& object = model.objects[i];
-        findDatabase(model, object);
-        if (object.propertyCount != 0 || object.connectionCount != 0 || mayCollide(model, object)) {
-            inObject(i, [&] { resolveObject(model, object); });
-            tier.visit(object);
+void Resolver::resolveNew() {
+    for (; next_ < model_->objects.size(); ++next_) {
+        ObjectData& object = model_->objects[next_];
+        if (object.propertyCount == 0 && object.connectionCount == 0) {
+            continue;
+        }
+        if (waits(object)) {
+            waiting_.push_back(static_cast<std::uint32_t>(next_));
+        } else {
+            resolve(next_);
         }
     }
-    tier.tie(model);
+}
+
+bool Resolver::waits(ObjectData& object) const {
+    bool missing = false;
+    for (Property& property : object.propertySpan()) {
+        visitProperty(property, memberRow(property.member).reading, [&](const Reference& reference) {
+            missing = missing || model_->objects.find(reference.id) == nullptr;
+        });
+    }
+    for (const Connection& connection : object.connectionSpan()) {
+        missing = missing || model_->objects.find(connection.to.id) == nullptr;
+    }
+    return missing;
+}
+
+void Resolver::resolve(std::size_t index) {
+    ObjectData& object = model_->objects[index];
+    within(std::string_view("objects"), [&] { within(index, [&] { resolveObject(*model_, object); }); });
+    tier_.visit(object, index);
+}
+
+void Resolver::finish() {
+    resolveProject(*model_);
+    resolveRoots(*model_);
+    for (const std::uint32_t index : waiting_) {
+        resolve(index);
+    }
+    checkNodeIds(*model_);
+    tier_.tie(*model_);
 }
 
 }  // namespace plant

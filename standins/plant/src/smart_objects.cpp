@@ -118,7 +118,7 @@ HxDbTubeSpecification* HxDbTubeModelSpec::getSpec() const {
         return HxDbTubeSpecification::cast(data_->reference(Member::Spec));
     }
     const std::int64_t id = plant::idOfText(data_->attributeText("specid"));
-    return id != 0 ? HxDbTubeSpecification::cast(data_->model().find(id)) : nullptr;
+    return id != 0 ? HxDbTubeSpecification::cast(data_->model->find(id)) : nullptr;
 }
 
 HxDbSupportItem* HxDbSupportModel::getSupItem() const {

@@ -167,7 +167,7 @@ HxDbBoltNutModel* getAttachBoltNut(const HxDbTubeModelSpec* object) {
 }
 
 bool getCurrentWeldConfigColor(const HxDbTubeWeld* weld, short& color) {
-    const int given = weld != nullptr ? weld->data().model().project.weldColor : 0;
+    const int given = weld != nullptr ? weld->data().model->project.weldColor : 0;
     if (given != 0) {
         color = static_cast<short>(given);
     }

@@ -163,7 +163,8 @@ Tl::ErrorStatus buildTorus(const HextTorus3D& t, tolmar::Body& body) {
     if (std::max(start, end) > turn.radius + leastLength) {
         return Tl::eSelfCutting;
     }
-    if (start == 0) {
+    // From the larger end to the smaller one.
+    if (start < end) {
         std::swap(start, end);
         reverseTurn(turn);
     }
@@ -186,7 +187,7 @@ Tl::ErrorStatus buildSquareTorus(const HextSqutorus3D& t, tolmar::Body& body) {
     double height = orNothing(t.startHeight);
     double endWidth = orNothing(t.endWidth);
     double endHeight = orNothing(t.endHeight);
-    if (width == 0 || height == 0) {
+    if (width * height < endWidth * endHeight) {
         std::swap(width, endWidth);
         std::swap(height, endHeight);
         reverseTurn(turn);

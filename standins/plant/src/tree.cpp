@@ -19,7 +19,7 @@ HxDbTreeNode* rootOf(const plant::DatabaseData& database) {
 // Knows the nodes that were entered, where a tree may have a cycle.
 class CycleGuard {
 public:
-    explicit CycleGuard(const HxDbTreeNode& start) : needed_(start.data().model().relinked) { enter(&start); }
+    explicit CycleGuard(const HxDbTreeNode& start) : needed_(start.data().model->relinked) { enter(&start); }
     bool enter(const HxDbTreeNode* node) { return !needed_ || entered_.insert(node).second; }
 
 private:

@@ -12,9 +12,14 @@ namespace {
 // The facets between two rings stand off by the chords of the profile and by those of the rings together. This much of
 // the tolerance goes to the former.
 constexpr double profileShare = 0.55;
-// A tapered bend is a twisted surface: what the division rules do not know of gets the rest of the tolerance.
-constexpr double taperedShare = 0.7;
-constexpr double twistShare = 0.3;
+// A tapered bend is a twisted surface. Where its section is round, the twist gets a part of the tolerance of its own,
+// the more the faster the section changes.
+constexpr double leastTwistShare = 0.08;
+constexpr double mostTwistShare = 0.45;
+// A surface that is an arc all over (a sphere, a torus) may swell: its points stand this much outside, so that the
+// facets may cut in deeper. In parts of the tolerance, and at most of the arc's radius.
+constexpr double swellShare = 0.4;
+constexpr double mostSwell = 0.05;
 constexpr int refinements = 4;
 constexpr double refinement = 4;
 constexpr double unlimited = std::numeric_limits<double>::infinity();
@@ -77,19 +82,47 @@ private:
     std::vector<double> steps_;
 };
 
+// A circle clear of the axis, or an arc about the axis from the one of its ends on it to the other.
+bool isArcAllOver(const Outline& profile) {
+    const OutlinePiece& arc = profile.front();
+    const bool closed = profile.size() == 1 && arc.center.x > arc.radiusX * (1 + mostSwell);
+    const bool fromAxisToAxis =
+        profile.size() == 2 && !profile[1].isArc && arc.start.x == 0 && profile[1].start.x == 0 && arc.center.x == 0;
+    return arc.isArc && arc.sweep > 0 && arc.radiusX == arc.radiusY && (closed || fromAxisToAxis);
+}
+
+double twistShareOf(const RevolvedBody& body) {
+    const OutlinePiece& arc = body.profile.front();
+    if (!body.tapered || !arc.isArc) {
+        return 0;
+    }
+    const double slope = arc.radiusX * std::fabs(body.endFactor.x - 1) / (body.angle * body.pivot.x);
+    return std::clamp(3.0 * slope * std::sqrt(arc.radiusX / body.pivot.x), leastTwistShare, mostTwistShare);
+}
+
 class ProfileMaker {
 public:
     ProfileMaker(const RevolvedBody& body, double tolerance, MeshScratch& scratch, Profile& profile)
-        : body_(body), tolerance_(body.tapered ? taperedShare * tolerance : tolerance), scratch_(scratch),
-          profile_(profile) {
+        : body_(body), tolerance_(tolerance * (1 - twistShareOf(body))), twistTolerance_(tolerance - tolerance_),
+          scratch_(scratch), profile_(profile) {
+        if (twistTolerance_ == 0) {
+            twistTolerance_ = tolerance;
+        }
         growth_ = body.tapered ? std::max({1.0, body.endFactor.x, body.endFactor.y}) : 1.0;
+        profile_.pieces.clear();
+        std::copy(body.profile.begin(), body.profile.end(), profile_.pieces.extend(body.profile.size()));
+        if (growth_ == 1 && isArcAllOver(body.profile)) {
+            swell(std::min(swellShare * tolerance, mostSwell * body.profile.front().radiusX));
+        }
     }
 
-    bool flatten(double sag) {
+    // `share` of what the facets may cut in is for the chords of the profile.
+    bool flatten(double share) {
+        const double sag = share * (tolerance_ + swell_);
         profile_.chords.clear();
         profile_.limits.clear();
         scratch_.region.clear();
-        for (const OutlinePiece& piece : body_.profile) {
+        for (const OutlinePiece& piece : profile_.pieces) {
             scratch_.region.edgeOfPiece.push_back(static_cast<std::uint32_t>(scratch_.region.pointCount()));
             if (!piece.isArc) {
                 addLine(piece);
@@ -104,14 +137,9 @@ public:
         return true;
     }
 
-    // After the outlines were united there are only straight chords and sharp corners. New crossings may stand off the
-    // axis by a rounding.
+    // After the outlines were united there are only straight chords and sharp corners.
     void resetToLines() {
         const std::size_t count = scratch_.region.pointCount();
-        for (std::size_t i = 0; i < count; ++i) {
-            Point2& p = scratch_.region.points[i];
-            p.x = p.x <= leastSize ? 0 : p.x;
-        }
         profile_.chords.clear();
         profile_.limits.clear();
         std::fill_n(profile_.chords.extend(count), count, ProfileChord{0, 0, false});
@@ -131,13 +159,29 @@ public:
             if (body_.tapered) {
                 divideTwisted(rings, first, loopEnd);
             }
-            equaliseRings(rings, first, loopEnd);
+            if (body_.tapered && (body_.endFactor.x == 0 || body_.endFactor.y == 0)) {
+                makeEqual(rings, first, loopEnd);
+            } else {
+                equaliseRings(rings, first, loopEnd);
+            }
             first = loopEnd;
         }
         return numberRings();
     }
 
 private:
+    void swell(double by) {
+        swell_ = by;
+        const Point2 center = profile_.pieces[0].center;
+        const double factor = 1 + by / profile_.pieces[0].radiusX;
+        for (std::size_t i = 0; i < profile_.pieces.size(); ++i) {
+            OutlinePiece& piece = profile_.pieces[i];
+            piece.start = {center.x + (piece.start.x - center.x) * factor, center.y + (piece.start.y - center.y) * factor};
+            piece.radiusX *= factor;
+            piece.radiusY *= factor;
+        }
+    }
+
     void addLine(const OutlinePiece& piece) {
         scratch_.region.points.push_back(piece.start);
         profile_.chords.push_back({0, 0, false});
@@ -182,11 +226,16 @@ private:
 
     // On a hollow arc the far side is the other one.
     double pointLimit(const OutlinePiece& arc, double t) const {
-        return arcPointLimit(arc, arc.sweep < 0 ? t + tlGePi : t, tolerance_);
+        return arcPointLimit(arc, arc.sweep < 0 ? t + tlGePi : t, tolerance_ - swell_);
     }
 
     void addNormals() {
-        const Region& region = scratch_.region;
+        Region& region = scratch_.region;
+        for (std::size_t i = 0; i < region.pointCount(); ++i) {
+            // A rounding off the axis is on it.
+            Point2& p = region.points[i];
+            p.x = p.x <= leastSize ? 0 : p.x;
+        }
         std::size_t first = 0;
         for (const std::uint32_t loopEnd : region.loopEnds) {
             for (std::size_t i = first; i < loopEnd; ++i) {
@@ -205,9 +254,22 @@ private:
     double chordLimit(std::size_t chord) const {
         const ProfileChord& c = profile_.chords[chord];
         const bool addsUp = (c.radial > 0) != c.hollow;
-        const double left = addsUp ? tolerance_ - c.sag * growth_ : tolerance_;
+        const double left = addsUp ? tolerance_ + swell_ - c.sag * growth_ : tolerance_ - swell_;
         const double radial = std::fabs(c.radial);
         return radial < 1e-12 ? unlimited : left / radial;
+    }
+
+    // How fast a point of a tapered section changes its place, as a part of how fast it moves on. The curve that it runs
+    // along bends the more.
+    double bend(std::size_t i) const {
+        if (!body_.tapered) {
+            return 1;
+        }
+        const Point2& p = scratch_.region.points[i];
+        const double slope = std::hypot((body_.endFactor.x - 1) * (p.x - body_.pivot.x),
+                                        (body_.endFactor.y - 1) * (p.y - body_.pivot.y)) /
+                             (body_.angle * std::max(p.x, leastSize));
+        return 1 + 2 * slope * slope;
     }
 
     // The largest radius that a point reaches.
@@ -217,27 +279,30 @@ private:
     }
 
     std::uint32_t ringChords(std::size_t i, double limit) const {
-        if (scratch_.region.points[i].x == 0) {
+        const double radius = reach(i);
+        if (radius == 0) {
             return 0;
         }
-        return arcChords(reach(i), body_.angle, std::min(limit, profile_.limits[i]));
+        return arcChords(radius, body_.angle, std::min(limit, profile_.limits[i]) / bend(i));
     }
 
-    // Quadrangles of a tapered body are twisted: their diagonal stands off by how much the sections differ and by how
+    // Quadrangles of a tapered body are twisted: their diagonal stands off by how much the section changes and by how
     // unequal the two rings are.
+    std::uint32_t twistChords(std::size_t i, std::size_t j) const {
+        const Point2& a = scratch_.region.points[i];
+        const Point2& b = scratch_.region.points[j];
+        const double change = std::fabs(body_.endFactor.x - 1) * std::fabs(a.x - body_.pivot.x) +
+                              std::fabs(body_.endFactor.y - 1) * std::fabs(a.y - body_.pivot.y);
+        const double twist = change * growth_ * std::fabs(a.x - b.x) * growth_ / (2 * (a.x + b.x));
+        return static_cast<std::uint32_t>(std::min(std::ceil(twist / twistTolerance_), 1e9));
+    }
+
     void divideTwisted(Ring* rings, std::size_t first, std::size_t loopEnd) const {
-        const double fx = std::fabs(body_.endFactor.x - 1);
-        const double fy = std::fabs(body_.endFactor.y - 1);
-        double twist = 0;
         for (std::size_t i = first; i < loopEnd; ++i) {
-            const Point2& a = scratch_.region.points[i];
-            const Point2& b = scratch_.region.points[i + 1 == loopEnd ? first : i + 1];
-            const double change = fx * std::fabs(a.x - body_.pivot.x) + fy * std::fabs(a.y - body_.pivot.y);
-            twist = std::max(twist, change * std::fabs(a.x - b.x) / (2 * (a.x + b.x)));
-        }
-        const double least = std::min(std::ceil(twist / (twistShare * tolerance_ / taperedShare)), 1e9);
-        for (std::size_t i = first; i < loopEnd; ++i) {
-            rings[i].chords = std::max(rings[i].chords, static_cast<std::uint32_t>(least));
+            const std::size_t j = i + 1 == loopEnd ? first : i + 1;
+            const std::uint32_t least = twistChords(i, j);
+            rings[i].chords = std::max(rings[i].chords, least);
+            rings[j].chords = std::max(rings[j].chords, least);
         }
     }
 
@@ -253,6 +318,17 @@ private:
             scratch_.region.points[large].x * std::cos(body_.angle / (2.0 * rings[large].chords));
         if (scratch_.region.points[small].x > inner) {
             rings[i].chords = rings[j].chords = std::max(rings[i].chords, rings[j].chords);
+        }
+    }
+
+    // Rings that meet in a tip.
+    static void makeEqual(Ring* rings, std::size_t first, std::size_t loopEnd) {
+        std::uint32_t most = 0;
+        for (std::size_t i = first; i < loopEnd; ++i) {
+            most = std::max(most, rings[i].chords);
+        }
+        for (std::size_t i = first; i < loopEnd; ++i) {
+            rings[i].chords = most;
         }
     }
 
@@ -288,7 +364,9 @@ private:
 
     const RevolvedBody& body_;
     double tolerance_;
-    double growth_;
+    double twistTolerance_;
+    double growth_ = 1;
+    double swell_ = 0;
     MeshScratch& scratch_;
     Profile& profile_;
 };
@@ -322,9 +400,9 @@ MeshStatus uniteProfile(MeshScratch& scratch) {
 MeshStatus makeProfile(const RevolvedBody& body, double tolerance, MeshScratch& scratch, Profile& profile) {
     ProfileMaker maker(body, tolerance, scratch, profile);
     RegionCheck check = RegionCheck::Failed;
-    double sag = profileShare * tolerance;
-    for (int round = 0; round <= refinements && check == RegionCheck::Failed; ++round, sag /= refinement) {
-        if (!maker.flatten(sag)) {
+    double share = profileShare;
+    for (int round = 0; round <= refinements && check == RegionCheck::Failed; ++round, share /= refinement) {
+        if (!maker.flatten(share)) {
             return MeshStatus::TooManyTriangles;
         }
         check = checkProfile(scratch);
@@ -334,7 +412,7 @@ MeshStatus makeProfile(const RevolvedBody& body, double tolerance, MeshScratch& 
     }
     profile.touching = check != RegionCheck::Ok;
     if (check == RegionCheck::Failed) {
-        maker.flatten(profileShare * tolerance);
+        maker.flatten(profileShare);
         const MeshStatus united = uniteProfile(scratch);
         if (united != MeshStatus::Ok) {
             return united;

@@ -15,6 +15,8 @@ struct ProfileChord {
 };
 
 struct Profile {
+    // The body's, or a little larger where the mesh may swell.
+    PlainBuffer<OutlinePiece> pieces;
     // Chord i leads from point i of `scratch.region` to the next of its loop.
     PlainBuffer<ProfileChord> chords;
     // The most that the ring's own chords may stand off their circle, by what is known of the point alone.

@@ -104,7 +104,7 @@ bool writeWhole(int file, std::string_view bytes) {
 bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
     std::error_code error;
     const std::filesystem::path target = std::filesystem::weakly_canonical(path, error);
-    std::string scratch = (error ? path : target).string() + ".XXXXXX";
+    std::string scratch = (error ? path : target).string() + "." + std::string(6, 'X');
     const int file = ::mkostemp(scratch.data(), O_CLOEXEC);
     if (file < 0) {
         return false;

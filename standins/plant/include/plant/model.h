@@ -1,6 +1,7 @@
 // The plant model in memory: reading a model file, and the model that the platform's operations answer from.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -34,6 +35,9 @@ LoadResult loadModelText(std::string_view json, std::string_view name = "model")
 // anything uses the platform.
 void setCurrentModel(Model* model);
 Model* currentModel();
+
+// Objects of all classes that stand in the file.
+std::size_t objectCount(const Model& model);
 
 // For tests of what a running platform could do to a model: a changed attribute (new records, old ones stay valid), an
 // object that no longer opens, a son or brother link that leads elsewhere. Nothing happens for an unknown object.

@@ -1,0 +1,254 @@
+// HEXTOUT of generated plants, model in memory, beside loading the model and beside writing the same bytes.
+//
+//   bench_hext [OBJECTS...]      default 10000 100000
+//
+// The goals: the whole command, its dialog included, within 4 times (aim 2) the load of the same model; its files within
+// 8 times the time of writing their bytes raw in blocks of 1 MiB; the cost of an object at the largest number at most
+// 1.25 times that at the smallest; peak memory at most that of the loaded model plus half. Exit status 1 when one is
+// missed. A generated plant holds pipelines, equipment, structures and supports in the usual mix.
+#include "forms/forms.h"
+#include "hextinterface/hext_commands.h"
+#include "plant/model.h"
+#include "platform/attribute_cache.h"
+#include "scripts/script_host.h"
+#include "tolmar/host_ui.h"
+#include "tolmar/run_report.h"
+#include "tolmar/system.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <malloc.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr double loadGoal = 4;
+constexpr double rawGoal = 8;
+constexpr double growthGoal = 1.25;
+constexpr double memoryGoal = 1.5;
+constexpr double never = std::numeric_limits<double>::max();
+
+double seconds(Clock::time_point from) {
+    return std::chrono::duration<double>(Clock::now() - from).count();
+}
+
+// A memory figure of this process in KiB: "VmHWM:" the most that was resident since the last reset, "VmRSS:" now.
+long memory(std::string_view key) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(key)) {
+            return std::atol(line.c_str() + key.size());
+        }
+    }
+    return 0;
+}
+void resetPeakMemory() {
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+// Checks everything.
+class BenchUi final : public tolmar::HostUi {
+public:
+    BenchUi() { tolmar::setHostUi(this); }
+    ~BenchUi() override { tolmar::setHostUi(nullptr); }
+    void print(const std::string&) override {}
+    void messageBox(const std::string& text, const std::string&) override { failure = text; }
+    std::optional<std::string> fileDialog(const tolmar::FileDialog&) override { return std::nullopt; }
+    std::optional<std::string> folderDialog(const std::string&) override { return std::nullopt; }
+    std::optional<std::string> inputBox(const std::string&) override { return std::nullopt; }
+    void runForm(OrnLogicForm& form) override {
+        for (OrnLogicControl* control : form.controls()) {
+            if (auto* tree = dynamic_cast<OrnLogicTree*>(control)) {
+                for (OrnLogicTree::Item item : tree->topItems()) {
+                    tree->setItemUnderMouse(item);
+                    form.onControlClicked(tree->id());
+                }
+            }
+        }
+        form.onControlClicked(OrnLogicForm::ResultOk);
+    }
+    void progressChanged(const tolmar::ProgressState& state) override {
+        if (state.open && opened == Clock::time_point()) {
+            opened = Clock::now();
+        }
+    }
+    bool cancelRequested() override { return false; }
+
+    std::string failure;
+    Clock::time_point opened{};
+};
+
+// An installation root of its own: the example's configuration and scripts, no packaging program.
+class Folder {
+public:
+    Folder() : path_(fs::temp_directory_path() / ("tessaro-bench-hext-" + std::to_string(::getpid()))) {
+        const fs::path example = fs::path(TESSARO_SOURCE_DIR) / "examples" / "install";
+        for (const char* part : {"plugins", "sys", "temp"}) {
+            fs::create_directories(path_ / part);
+            fs::copy(example / part, path_ / part, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        }
+        tolmar::setInstallationRoot(path_.string());
+    }
+    ~Folder() {
+        std::error_code ignored;
+        fs::remove_all(path_, ignored);
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+    fs::path model() const { return path_ / "plant.json"; }
+    fs::path out() const { return path_ / "temp" / "hext"; }
+    fs::path raw() const { return path_ / "raw"; }
+
+private:
+    fs::path path_;
+};
+
+struct Times {
+    std::size_t objects = 0;
+    std::size_t bytes = 0;
+    double load = never;
+    double whole = never;  // the command, its dialog included
+    double write = never;  // from the end of the dialog on
+    double raw = never;
+    long loaded = 0;  // KiB
+    long peak = 0;
+    double perObject() const { return whole / static_cast<double>(objects); }
+};
+
+// One load and export; false when it fails.
+bool runOnce(const Folder& folder, Times& times) {
+    malloc_trim(0);
+    const long before = memory("VmRSS:");
+    const auto loadStart = Clock::now();
+    const plant::LoadResult result = plant::loadModel(folder.model());
+    if (!result) {
+        std::fprintf(stderr, "%s\n", result.error.c_str());
+        return false;
+    }
+    times.load = std::min(times.load, seconds(loadStart));
+    times.objects = plant::objectCount(*result.model);
+    plant::setCurrentModel(result.model.get());
+    BenchUi ui;
+    tolmar::runReport().clear();
+    malloc_trim(0);
+    resetPeakMemory();
+    times.loaded = memory("VmRSS:") - before;
+    const auto start = Clock::now();
+    hextout();
+    times.whole = std::min(times.whole, seconds(start));
+    times.write = std::min(times.write, seconds(ui.opened));
+    times.peak = std::max(times.peak, memory("VmHWM:") - before);
+    destroyScriptHost();
+    clearBomCache();
+    plant::setCurrentModel(nullptr);
+    if (!ui.failure.empty() || tolmar::runReport().outcome() != tolmar::RunOutcome::Done) {
+        std::fprintf(stderr, "the export failed: %s\n", tolmar::runReport().reason().c_str());
+        return false;
+    }
+    return true;
+}
+
+std::vector<std::string> outputs(const Folder& folder) {
+    std::vector<std::string> files;
+    for (const auto& entry : fs::directory_iterator(folder.out())) {
+        if (entry.path().filename() != "config.json") {
+            std::ifstream in(entry.path(), std::ios::binary);
+            files.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        }
+    }
+    return files;
+}
+
+double writeRaw(const std::vector<std::string>& files, const fs::path& target) {
+    constexpr std::size_t block = 1 << 20;
+    const auto start = Clock::now();
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const int file = ::open((target.string() + std::to_string(i)).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
+        for (std::size_t at = 0; at < files[i].size(); at += block) {
+            const std::size_t size = std::min(block, files[i].size() - at);
+            if (::write(file, files[i].data() + at, size) != static_cast<ssize_t>(size)) {
+                std::abort();
+            }
+        }
+        ::close(file);
+    }
+    return seconds(start);
+}
+
+bool measure(std::uint64_t objects, Times& times) {
+    const Folder folder;
+    std::string error;
+    if (!plant::generateModel({.objects = objects, .seed = 1}, folder.model(), error)) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+        return false;
+    }
+    const int rounds = objects <= 20000 ? 9 : objects <= 200000 ? 5 : 2;
+    for (int round = 0; round < rounds; ++round) {
+        if (!runOnce(folder, times)) {
+            return false;
+        }
+        const std::vector<std::string> files = outputs(folder);
+        times.bytes = 0;
+        for (const std::string& file : files) {
+            times.bytes += file.size();
+        }
+        times.raw = std::min(times.raw, writeRaw(files, folder.raw()));
+    }
+    return true;
+}
+
+bool report(const Times& times) {
+    const double load = times.whole / times.load;
+    const double raw = times.write / times.raw;
+    const double resident = static_cast<double>(times.peak) / static_cast<double>(std::max(times.loaded, 1L));
+    std::printf("%zu objects, %.1f MiB in all files\n", times.objects, static_cast<double>(times.bytes) / (1 << 20));
+    std::printf("  load               %.3f s\n", times.load);
+    std::printf("  command            %.3f s, %.2f times the load, at most %.0f wanted, aim 2\n", times.whole, load,
+                loadGoal);
+    std::printf("  without the dialog %.3f s, %.1f times a raw write of %.3f s, at most %.0f wanted\n", times.write, raw,
+                times.raw, rawGoal);
+    std::printf("  an object          %.2f us\n", times.perObject() * 1e6);
+    std::printf("  peak memory        %.2f times the model's %.1f MiB, at most %.1f wanted\n", resident,
+                static_cast<double>(times.loaded) / 1024, memoryGoal);
+    return load <= loadGoal && raw <= rawGoal && resident <= memoryGoal;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::uint64_t> sizes;
+    for (int i = 1; i < argc; ++i) {
+        sizes.push_back(std::strtoull(argv[i], nullptr, 10));
+    }
+    if (sizes.empty()) {
+        sizes = {10000, 100000};
+    }
+    bool good = true;
+    std::vector<double> costs;
+    for (const std::uint64_t size : sizes) {
+        Times times;
+        if (!measure(size, times)) {
+            return 2;
+        }
+        good = report(times) && good;
+        costs.push_back(times.perObject());
+    }
+    if (costs.size() > 1) {
+        const double growth = costs.back() / costs.front();
+        std::printf("cost of an object, largest to smallest plant: %.2f, at most %.2f wanted\n", growth, growthGoal);
+        good = good && growth <= growthGoal;
+    }
+    std::printf("%s\n", good ? "good" : "TOO SLOW OR TOO LARGE");
+    return good ? 0 : 1;
+}

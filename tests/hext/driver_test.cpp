@@ -1,0 +1,190 @@
+#include "hext_fixture.h"
+
+#include "../../apps/tessaro/checkers/hext_folder.h"
+
+namespace {
+
+class Driver : public HextRunTest {
+protected:
+    void load(const std::string& json) {
+        model.reset();
+        model = std::make_unique<TestModel>(json);
+    }
+    std::unique_ptr<TestModel> model;
+};
+
+TEST_F(Driver, WritesEveryFileAndAFolderThatHoldsTogether) {
+    load(example());
+    hextout();
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Done) << tolmar::runReport().reason();
+    for (const char* name :
+         {"uda.txt", "cata.txt", "SpecCreate.txt", "PipeCompSpecGenerator.txt", "PipeSpcoUdaSet.txt", "ConnTable.txt",
+          "nozzleSpec.txt", "TempSpecGenerator.txt", "equip.txt", "struct.txt", "axisline.txt", "sup.txt",
+          "sitezone.txt", "pipe.txt", "des-col.pmldat", "des-element-rules.pmldat"}) {
+        EXPECT_TRUE(root.exists(std::string("temp/hext/") + name)) << name;
+    }
+    for (const std::string& finding : HextFolder::check(root.path() / "temp" / "hext")) {
+        ADD_FAILURE() << tolmar::toUtf8(finding);
+    }
+    EXPECT_TRUE(wasPackaged());
+    EXPECT_TRUE(ui.boxes.empty());
+    const std::size_t prepare = ui.printed.find("\nPrepare:\n");
+    EXPECT_NE(prepare, std::string::npos);
+    EXPECT_LT(prepare, ui.printed.find("\n创建管线模型:\n"));
+}
+
+TEST_F(Driver, ASecondRunInTheSameProcessWritesTheSameBytes) {
+    load(example());
+    hextout();
+    const Files first = files();
+    hextout();
+    const Files second = files();
+    ASSERT_EQ(first.size(), second.size());
+    for (const auto& [name, bytes] : first) {
+        EXPECT_TRUE(second.at(name) == bytes) << name;
+    }
+}
+
+TEST_F(Driver, EveryConfigurationGivesAFolderThatHoldsTogether) {
+    load(example());
+    const std::string config = root.read("temp/hext/config.json");
+    for (const char* change : {R"("eqnoName": 1)", R"("equipPostName": 0)", R"("boltSpec": 1)"}) {
+        std::string changed = config;
+        const std::string key = std::string(change).substr(0, std::string(change).find(':'));
+        const std::size_t at = changed.find(key);
+        ASSERT_NE(at, std::string::npos) << key;
+        changed.replace(at, changed.find_first_of(",\n}", at) - at, change);
+        root.write("temp/hext/config.json", changed);
+        hextout();
+        EXPECT_EQ(outcome(), tolmar::RunOutcome::Done) << change << tolmar::runReport().reason();
+        for (const std::string& finding : HextFolder::check(root.path() / "temp" / "hext")) {
+            ADD_FAILURE() << change << ": " << tolmar::toUtf8(finding);
+        }
+    }
+}
+
+TEST_F(Driver, GeneratedPlantsGiveFoldersThatHoldTogether) {
+    for (const std::uint64_t seed : {1, 2, 3}) {
+        load(plant::generateModelText({.objects = 2000, .seed = seed}));
+        hextout();
+        EXPECT_EQ(outcome(), tolmar::RunOutcome::Done) << seed << ": " << tolmar::runReport().reason();
+        const auto findings = HextFolder::check(root.path() / "temp" / "hext");
+        EXPECT_TRUE(findings.empty()) << seed << ": " << findings.size() << ", " << tolmar::toUtf8(findings.front());
+        EXPECT_TRUE(root.exists("temp/hext/pipe.txt"));
+    }
+}
+
+TEST_F(Driver, EquipmentAloneWritesNoPipesAndIsPackaged) {
+    load(example());
+    ui.onForm = [](OrnLogicForm& form) {
+        std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
+        while (!open.empty()) {
+            const OrnLogicTree::Item item = open.back();
+            open.pop_back();
+            auto* node = static_cast<HxDbTreeNode*>(item->data);
+            if (openAs<HextEquipe>(node->getTreeNodeValue()) != nullptr && !OrnLogicTree::checked(item)) {
+                TestUi::click(form, item);
+            }
+            open.insert(open.end(), item->children.begin(), item->children.end());
+        }
+        form.onControlClicked(OrnLogicForm::ResultOk);
+    };
+    hextout();
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
+    EXPECT_FALSE(root.exists("temp/hext/pipe.txt"));
+    EXPECT_EQ(root.read("temp/hext/cata.txt").find("FIX_BEND"), std::string::npos);
+    EXPECT_NE(root.read("temp/hext/equip.txt").size(), 0U);
+    EXPECT_EQ(ui.printed.find("Prepare:"), std::string::npos);
+    EXPECT_EQ(ui.printed.find("创建支架库:"), std::string::npos);
+    EXPECT_NE(ui.printed.find("创建管嘴库:"), std::string::npos);
+    EXPECT_TRUE(wasPackaged());
+}
+
+TEST_F(Driver, CancellingTheDialogLeavesOldFilesDeletedAndStartsNothing) {
+    load(example());
+    root.write("temp/hext/CONNTABLE.TXT", "old");
+    root.write("temp/hext/gtype_lost.log", "kept");
+    ui.onForm = [](OrnLogicForm& form) { form.onControlClicked(OrnLogicForm::ResultCancel); };
+    hextout();
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Cancelled);
+    EXPECT_FALSE(root.exists("temp/hext/CONNTABLE.TXT"));
+    EXPECT_TRUE(root.exists("temp/hext/gtype_lost.log"));
+    EXPECT_TRUE(files().empty());
+    EXPECT_FALSE(wasPackaged());
+}
+
+TEST_F(Driver, ABrokenConfigurationEndsTheRunBeforeAnyFile) {
+    load(example());
+    for (const char* config : {"", "{", "[1,2", "not json"}) {
+        root.write("temp/hext/config.json", config);
+        ui.boxes.clear();
+        tolmar::runReport().clear();
+        hextout();
+        EXPECT_EQ(ui.boxes, std::vector<std::string>{"parse fail"}) << config;
+        EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
+        EXPECT_TRUE(files().empty()) << config;
+        EXPECT_FALSE(ui.progress.open);
+    }
+    EXPECT_FALSE(wasPackaged());
+}
+
+TEST_F(Driver, ComponentsWithoutTypeEndTheRunWithAList) {
+    load(example());
+    root.write("temp/hext/config.json", R"({"skey":[],"type":{},"color":[]})");
+    hextout();
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
+    EXPECT_NE(ui.printed.find("不存在GType\n"), std::string::npos);
+    EXPECT_LT(ui.printed.find("不存在GType"), ui.printed.find("不存在该类型到skey的转换"));
+    EXPECT_FALSE(root.exists("temp/hext/pipe.txt"));
+    EXPECT_TRUE(root.exists("temp/hext/gtype_lost.log"));
+    EXPECT_FALSE(wasPackaged());
+}
+
+TEST_F(Driver, AComponentInTwoBranchesEndsTheRun) {
+    load(TestModel::withObjects(
+        R"({"id":10,"class":"HextPipeline","in":1,"branches":[[11,12,13],[14,12,15]]},
+           {"id":11,"class":"HxDbPipeSpec"},{"id":12,"class":"HxDbPipeSpec"},{"id":13,"class":"HxDbPipeSpec"},
+           {"id":14,"class":"HxDbPipeSpec"},{"id":15,"class":"HxDbPipeSpec"})"));
+    hextout();
+    EXPECT_EQ(ui.boxes, std::vector<std::string>{"多个分支存在相同管件"});
+    EXPECT_NE(ui.printed.find("多个分支存在相同管件12:"), std::string::npos);
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
+}
+
+// A cancel at every progress call: no box, the dialog closed, nothing packaged, and the next run whole.
+TEST_F(Driver, ACancelAtAnyProgressCallEndsTheRunQuietly) {
+    load(example());
+    hextout();
+    const Files whole = files();
+    wasPackaged();
+    std::filesystem::remove(root.path() / "temp" / "hext.tar");
+    int cancelled = 0;
+    for (int at = 1;; at += 7) {
+        tolmar::runReport().clear();
+        ui.cancelAsked = 0;
+        ui.cancelAt = at;
+        hextout();
+        ui.cancelAt = 0;
+        if (outcome() != tolmar::RunOutcome::Cancelled) {
+            break;
+        }
+        ++cancelled;
+        ASSERT_TRUE(ui.boxes.empty()) << at;
+        ASSERT_FALSE(ui.progress.open) << at;
+        ASSERT_FALSE(wasPackaged()) << at;
+    }
+    EXPECT_GT(cancelled, 5);
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
+    EXPECT_TRUE(files() == whole);
+}
+
+TEST_F(Driver, AFileThatCannotBeWrittenFailsTheRun) {
+    load(example());
+    std::filesystem::remove_all(root.path() / "temp" / "hext" / "pipe.txt");
+    std::filesystem::create_directory(root.path() / "temp" / "hext" / "pipe.txt");
+    hextout();
+    ASSERT_FALSE(tolmar::runReport().failedFiles().empty());
+    EXPECT_NE(tolmar::runReport().failedFiles().front().path.find("pipe.txt"), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,52 @@
+// Runs the macro export in this process on a model and a copy of the example installation.
+#pragma once
+
+#include "hextinterface/hext_commands.h"
+#include "hextinterface/model_extraction.h"
+#include "scripts/script_host.h"
+#include "support/test_support.h"
+#include "tolmar/code_page.h"
+
+#include <map>
+
+class HextRunTest : public testing::Test {
+protected:
+    using Files = std::map<std::string, std::string>;
+
+    HextRunTest() {
+        namespace fs = std::filesystem;
+        fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        usedColours().clear();
+    }
+    ~HextRunTest() override {
+        tolmar::waitForStartedPrograms();
+        destroyScriptHost();
+    }
+
+    static std::string example() {
+        std::ifstream file(std::filesystem::path(TESSARO_SOURCE_DIR) / "examples" / "pump-station.json");
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+    // The macro files of the working folder with their bytes.
+    Files files() const {
+        Files result;
+        for (const auto& entry : std::filesystem::directory_iterator(root.path() / "temp" / "hext")) {
+            const std::string name = entry.path().filename().string();
+            if (name != "config.json" && name != "gtype_lost.log") {
+                result[name] = root.read("temp/hext/" + name);
+            }
+        }
+        return result;
+    }
+    static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
+    bool wasPackaged() {
+        tolmar::waitForStartedPrograms();
+        return root.exists("temp/hext.tar");
+    }
+
+    TestRoot root;
+    TestUi ui;
+};

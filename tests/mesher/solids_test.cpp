@@ -1,0 +1,117 @@
+// Every primitive class, in every size and turned in space: closed, outward, within the tolerance, of the right volume.
+#include "mesh_checker.h"
+#include "platform/entities.h"
+#include "shape_cases.h"
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+Place turnedPlace() {
+    Place place;
+    place.origin = {1234.5, -789.25, 456.125};
+    const TlGeVector3d axis = TlGeVector3d(1, 2, 3).normal();
+    place.x = place.x.rotatedBy(0.7, axis);
+    place.y = place.y.rotatedBy(0.7, axis);
+    place.z = place.z.rotatedBy(0.7, axis);
+    return place;
+}
+
+PlainMesh meshOf(const HextPrimary3D& primitive, double tolerance) {
+    const std::unique_ptr<TlDbEntity> entity(transHextPrimary3D(&primitive));
+    const ORNACadPrimary3D* parametric = ORNACadPrimary3D::cast(entity.get());
+    TlDb3dSolid* solid = nullptr;
+    if (parametric == nullptr || parametric->getSolid(solid) != Tl::eOk) {
+        return {};
+    }
+    const std::unique_ptr<TlDb3dSolid> owned(solid);
+    tolmar::TriangleMesh mesh;
+    if (tolmar::meshBody(*solid->body(), tolerance, mesh) != tolmar::MeshStatus::Ok) {
+        return {};
+    }
+    EXPECT_EQ(mesh.faces.size(), std::size_t(tolmar::faceCount(*solid->body())));
+    return plainMesh(mesh);
+}
+
+// The farthest that samples of the mesh stand off the true surface, in millimetres.
+double worstOff(const ShapeCase& shape, const PlainMesh& mesh, const Place& place, double size) {
+    double worst = 0;
+    const std::size_t every = mesh.triangles.size() / 20000 + 1;
+    eachSample(mesh, every, [&](const TlGePoint3d& p) {
+        const TlGePoint3d local = place.local(p);
+        worst = std::max(worst, size * shape.offSurface({local.x / size, local.y / size, local.z / size}));
+    });
+    return worst;
+}
+
+// The farthest that points of the true surface stand off the mesh.
+double worstGap(const ShapeCase& shape, const PlainMesh& mesh, const Place& place, double size) {
+    double worst = 0;
+    for (const TlGePoint3d& p : shape.surface()) {
+        worst = std::max(worst, distanceTo(mesh, place.at(p.x * size, p.y * size, p.z * size)));
+    }
+    return worst;
+}
+
+class Solids : public ::testing::TestWithParam<std::size_t> {
+protected:
+    const ShapeCase& shape() const { return shapeCases()[GetParam()]; }
+};
+
+TEST_P(Solids, AreClosedAndHoldTheToleranceInEverySize) {
+    const Place place = turnedPlace();
+    for (const double size : {0.1, 1.0, 10.0, 100.0, 1000.0, 1e4}) {
+        SCOPED_TRACE(shape().name + " of size " + std::to_string(size));
+        const PlainMesh mesh = meshOf(*shape().make(place, size), 1.0);
+        ASSERT_TRUE(isManifold(mesh));
+        EXPECT_GT(volumeOf(mesh), 0);
+        EXPECT_LE(worstOff(shape(), mesh, place, size), 1.0 + 1e-6);
+        EXPECT_LE(worstGap(shape(), mesh, place, size), 1.0 + 1e-6);
+    }
+}
+
+TEST_P(Solids, AreClosedAtAKilometre) {
+    const Place place = turnedPlace();
+    const double size = 1e6;
+    const PlainMesh mesh = meshOf(*shape().make(place, size), 1.0);
+    ASSERT_TRUE(isManifold(mesh)) << shape().name;
+    EXPECT_LE(worstOff(shape(), mesh, place, size), 1.0 + 1e-6) << shape().name;
+}
+
+TEST_P(Solids, HaveTheVolumeAndAreaOfTheFormula) {
+    const Place place = turnedPlace();
+    const double size = 100;
+    const double tolerance = 0.002;
+    const PlainMesh mesh = meshOf(*shape().make(place, size), tolerance);
+    ASSERT_FALSE(mesh.triangles.empty()) << shape().name;
+    // A mesh within the tolerance of the surface differs by no more than a layer of that thickness.
+    const double volume = shape().volume * size * size * size;
+    EXPECT_NEAR(volumeOf(mesh), volume, areaOf(mesh) * tolerance) << shape().name;
+    if (shape().area > 0) {
+        const double area = shape().area * size * size;
+        EXPECT_NEAR(areaOf(mesh), area, 2e-4 * area) << shape().name;
+    }
+}
+
+TEST_P(Solids, TakeNoMoreTrianglesThanTheChordRuleDoes) {
+    for (const double size : {100.0, 1000.0, 1e4}) {
+        const double rule = shape().chordRule(size);
+        if (rule > 0) {
+            const PlainMesh mesh = meshOf(*shape().make(Place(), size), 1.0);
+            EXPECT_LE(double(mesh.triangles.size()), 1.1 * rule + 8) << shape().name << " of size " << size;
+        }
+    }
+}
+
+std::string caseName(const ::testing::TestParamInfo<std::size_t>& info) {
+    std::string name = shapeCases()[info.param].name + "_" + std::to_string(info.param);
+    for (char& c : name) {
+        c = std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
+    }
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Classes, Solids, ::testing::Range<std::size_t>(0, shapeCases().size()), caseName);
+
+}  // namespace

@@ -1,0 +1,122 @@
+// The program with the real module on the example plant, as a user runs it.
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path binaries = TESSARO_BIN_DIR;
+const fs::path examples = fs::path(TESSARO_SOURCE_DIR) / "examples";
+
+std::string readFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string outputOf(const std::string& command) {
+    std::string text;
+    std::FILE* pipe = ::popen(command.c_str(), "r");
+    char buffer[4096];
+    for (std::size_t got; pipe != nullptr && (got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+        text.append(buffer, got);
+    }
+    if (pipe != nullptr) {
+        ::pclose(pipe);
+    }
+    return text;
+}
+
+class RealModule : public testing::Test {
+protected:
+    RealModule() : folder_(fs::temp_directory_path() / ("tessaro-real-" + std::to_string(::getpid()))) {
+        ::unsetenv("TESSARO_MODULE");
+        ::unsetenv("TESSARO_ROOT");
+        fs::remove_all(folder_);
+        fs::create_directories(folder_ / "out");
+        fs::copy(examples / "install", root(), fs::copy_options::recursive);
+    }
+    ~RealModule() override {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+
+    fs::path root() const { return folder_ / "install"; }
+    fs::path out() const { return folder_ / "out"; }
+    // Exit status of the program; what it says goes to said().
+    int tessaro(const std::string& arguments) {
+        const std::string command = "'" + (binaries / "tessaro").string() + "' " + arguments + " >'" +
+                                    (folder_ / "stdout").string() + "' 2>'" + (folder_ / "stderr").string() + "'";
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    int run(const std::string& command, const std::string& options = {}) {
+        return tessaro("run " + command + " --model '" + (examples / "pump-station.json").string() + "' --root '" +
+                       root().string() + "' --out '" + out().string() + "' --report '" +
+                       (folder_ / "report.json").string() + "' " + options);
+    }
+    std::string said() const { return readFile(folder_ / "stderr"); }
+    std::string report() const { return readFile(folder_ / "report.json"); }
+
+private:
+    fs::path folder_;
+};
+
+TEST_F(RealModule, ExportsItsFourFunctionsAndNothingElse) {
+    std::istringstream symbols(outputOf("nm -D --defined-only '" + (binaries / "libtessaro.so").string() + "'"));
+    std::set<std::string> names;
+    for (std::string address, kind, name; symbols >> address >> kind >> name;) {
+        names.insert(name);
+    }
+    EXPECT_EQ(names, (std::set<std::string>{"CopyDesignAndDwg", "XDBOUT", "tlrxEntryPoint", "tlrxGetApiVersion"}));
+}
+
+TEST_F(RealModule, RegistersItsSevenCommands) {
+    EXPECT_EQ(tessaro("commands"), 0);
+    EXPECT_EQ(outputOf("'" + (binaries / "tessaro").string() + "' commands 2>/dev/null | wc -l"), "7\n");
+}
+
+TEST_F(RealModule, HextoutWritesAFolderThatItsCheckerTakes) {
+    EXPECT_EQ(run("HEXTOUT"), 3) << said();
+    EXPECT_NE(report().find("\"passedOver\""), std::string::npos);
+    EXPECT_TRUE(fs::exists(root() / "temp" / "hext" / "pipe.txt"));
+    EXPECT_TRUE(fs::exists(root() / "temp" / "hext.tar")) << "the packaging program ran";
+    EXPECT_EQ(tessaro("check hext '" + (root() / "temp" / "hext").string() + "'"), 0) << said();
+}
+
+TEST_F(RealModule, RvmoutWritesAPairThatItsCheckerTakes) {
+    const int status = run("RVMOUT");
+    EXPECT_TRUE(status == 0 || status == 3) << said();
+    std::set<std::string> endings;
+    for (const auto& entry : fs::directory_iterator(out())) {
+        endings.insert(entry.path().extension().string());
+    }
+    EXPECT_EQ(endings, (std::set<std::string>{".rvm", ".txt"}));
+    EXPECT_EQ(tessaro("check rvm '" + out().string() + "'"), 0) << said();
+}
+
+TEST_F(RealModule, ShowHextBranchNeedsOnePipeline) {
+    EXPECT_EQ(run("ShowHextBranch"), 2) << said();
+    EXPECT_NE(said().find("exactly one pipeline"), std::string::npos);
+}
+
+TEST_F(RealModule, ARootThatCannotBeWrittenIsStatusFour) {
+    fs::remove_all(root() / "temp" / "hext" / "uda.txt");
+    fs::create_directory(root() / "temp" / "hext" / "uda.txt");
+    EXPECT_EQ(run("HEXTOUT"), 4) << said();
+    EXPECT_FALSE(fs::exists(root() / "temp" / "hext.tar"));
+}
+
+}  // namespace
