@@ -141,6 +141,7 @@ private:
         answers.inputs = options_.inputs;
         answers.selection = {options_.select, options_.deselect};
         answers.dryRun = options_.dryRun;
+        answers.listItems = options_.verbose;
         answers.cancelled = interrupted;
         std::string error;
         if (!options_.selectFile.empty() && !readSelectFile(options_.selectFile, answers.selection, error)) {

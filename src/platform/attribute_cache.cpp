@@ -2,6 +2,7 @@
 
 #include "platform/model_tests.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -11,21 +12,110 @@ namespace {
 
 using Records = std::span<const smrtln::BomRecord>;
 
+// Numbers of attribute keys. Callers ask with literals, so the place of a text in memory finds its slot, and the text
+// itself says whether the slot is the right one.
+class KeyNumbers {
+public:
+    static constexpr std::uint32_t none = 0xFFFFFFFF;
+
+    std::uint32_t find(std::string_view key) {
+        const auto keys = smrtln::bomKeys();
+        Slot& slot = slots_[slotOf(key)];
+        const bool known =
+            slot.number < keys.size() ? keys[slot.number] == key : slot.keyCount == keys.size() && slot.missing == key;
+        if (!known) {
+            fill(slot, keys, key);
+        }
+        return slot.number;
+    }
+    void clear() { slots_.assign(slotCount, {}); }
+
+private:
+    struct Slot {
+        std::uint32_t number = none;
+        std::size_t keyCount = 0;  // when `missing` was not among the keys
+        std::string missing;
+    };
+    static constexpr std::size_t slotCount = 2048;
+
+    static std::size_t slotOf(std::string_view key) {
+        const auto place = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key.data()));
+        return static_cast<std::size_t>((place * 0x9E3779B97F4A7C15ULL) >> 53);
+    }
+    static void fill(Slot& slot, std::span<const std::string_view> keys, std::string_view key) {
+        const auto at = std::find(keys.begin(), keys.end(), key);
+        slot.number = at == keys.end() ? none : static_cast<std::uint32_t>(at - keys.begin());
+        slot.keyCount = keys.size();
+        slot.missing = at == keys.end() ? key : std::string_view();
+    }
+
+    std::vector<Slot> slots_{slotCount};
+};
+
+// Lists by object id in a flat table, where the ids of a small block stand side by side.
+class RecordLists {
+public:
+    struct List {
+        std::int64_t id = 0;  // 0: free
+        const smrtln::BomRecord* data = nullptr;
+        std::size_t count = 0;
+        Records records() const { return {data, count}; }
+    };
+
+    // The list of an id, or the free place where it goes. Ids are not 0.
+    List& at(std::int64_t id) {
+        std::size_t place = placeOf(id);
+        while (lists_[place].id != 0 && lists_[place].id != id) {
+            place = (place + 1) & (lists_.size() - 1);
+        }
+        return lists_[place];
+    }
+    List& add(std::int64_t id, Records records) {
+        if (2 * ++used_ > lists_.size()) {
+            grow();
+        }
+        return at(id) = {id, records.data(), records.size()};
+    }
+    void clear() {
+        lists_.assign(smallest, {});
+        lists_.shrink_to_fit();
+        used_ = 0;
+    }
+
+private:
+    static constexpr std::size_t smallest = 1024;
+    static constexpr unsigned blockBits = 2;
+
+    std::size_t placeOf(std::int64_t id) const {
+        const auto number = static_cast<std::uint64_t>(id);
+        const std::uint64_t block = ((number >> blockBits) * 0x9E3779B97F4A7C15ULL) >> 20;
+        return static_cast<std::size_t>((block << blockBits) | (number & ((1U << blockBits) - 1))) &
+               (lists_.size() - 1);
+    }
+    void grow() {
+        std::vector<List> old(2 * lists_.size());
+        old.swap(lists_);
+        for (const List& list : old) {
+            if (list.id != 0) {
+                at(list.id) = list;
+            }
+        }
+    }
+
+    std::vector<List> lists_{smallest};  // a power of two, at most half of them in use
+    std::size_t used_ = 0;
+};
+
 // The platform keeps the records of a list as long as the model lives, so the cache holds views, and the text forms of
 // values that are no text.
 class BomCache {
 public:
     Records recordsOf(const HxDbObject* object) {
-        const HxDbObjectId id = object->objectId();
-        if (id == lastId_) {
-            return last_;
+        if (object != lastObject_) {
+            last_ = listOf(object);
+            lastObject_ = object;
         }
-        const auto [at, isNew] = lists_.try_emplace(id);
-        if (isNew) {
-            at->second = smrtln::getObjectBomRecords(object);
-        }
-        lastId_ = id;
-        return last_ = at->second;
+        return last_;
     }
 
     std::string_view textOf(const smrtln::BomRecord& record) {
@@ -39,17 +129,39 @@ public:
         return at->second;
     }
 
+    const smrtln::BomRecord* find(const HxDbObject* object, std::string_view key) {
+        const Records records = recordsOf(object);
+        const std::uint32_t number = keys_.find(key);
+        for (const smrtln::BomRecord& record : records) {
+            if (record.key == number) {
+                return &record;
+            }
+        }
+        return nullptr;
+    }
+
     void clear() {
         lists_.clear();
         texts_.clear();
-        lastId_ = {};
+        keys_.clear();
+        lastObject_ = nullptr;
         last_ = {};
     }
 
 private:
-    std::unordered_map<HxDbObjectId, Records> lists_;
+    Records listOf(const HxDbObject* object) {
+        const std::int64_t id = object->objectId().toInt();
+        if (id == 0) {
+            return smrtln::getObjectBomRecords(object);
+        }
+        const RecordLists::List& known = lists_.at(id);
+        return known.id != 0 ? known.records() : lists_.add(id, smrtln::getObjectBomRecords(object)).records();
+    }
+
+    RecordLists lists_;
+    KeyNumbers keys_;
     std::unordered_map<const smrtln::BomRecord*, std::string> texts_;
-    HxDbObjectId lastId_;
+    const HxDbObject* lastObject_ = nullptr;
     Records last_;
 };
 
@@ -77,12 +189,8 @@ std::string_view getBomValue(const HxDbObject* object, std::string_view key) {
     if (object == nullptr) {
         return {};
     }
-    const Records records = cache().recordsOf(object);
-    const auto keys = smrtln::bomKeys();
-    for (const smrtln::BomRecord& record : records) {
-        if (keys[record.key] == key) {
-            return cache().textOf(record);
-        }
+    if (const smrtln::BomRecord* record = cache().find(object, key)) {
+        return cache().textOf(*record);
     }
     return defaultValue(object, key);
 }

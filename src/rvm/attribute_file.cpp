@@ -109,6 +109,9 @@ void AttributeFile::writeElementEnd(std::string_view indent) {
 }
 
 void AttributeFile::writeElementAttributes(HxDbObjectId id, int level) {
+    if (!asksScript_) {
+        return;
+    }
     getReferenceRvm(id, params_);
     for (const KVParams& param : params_) {
         value_.clear();

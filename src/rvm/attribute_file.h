@@ -21,8 +21,9 @@ std::string_view attributeIndent(int level);
 class AttributeFile {
 public:
     // `compat`: attributes without a value are left out, keys and values that a reader could take for the file's own
-    // words are changed.
-    AttributeFile(tolmar::OutputFile& file, bool compat) : file_(file), compat_(compat) {}
+    // words are changed. Without `asksScript` elements have no attributes.
+    AttributeFile(tolmar::OutputFile& file, bool compat, bool asksScript = true)
+        : file_(file), compat_(compat), asksScript_(asksScript) {}
     AttributeFile(const AttributeFile&) = delete;
     AttributeFile& operator=(const AttributeFile&) = delete;
 
@@ -41,6 +42,7 @@ private:
 
     tolmar::OutputFile& file_;
     bool compat_;
+    bool asksScript_;
     std::string line_;
     std::string value_;
     ParamList params_;

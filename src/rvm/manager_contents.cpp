@@ -3,6 +3,7 @@
 #include "platform/hxcom.h"
 #include "tolmar/run_report.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 namespace {
@@ -80,12 +81,10 @@ private:
 
 std::vector<ContentPart> managerContents(HxDbObject* manager, HxDbTreeNode* node,
                                          const std::function<bool(const HxDbTreeNode*)>& isSelected) {
-    std::vector<HxDbTreeNode*> managersBelow;
-    getAllSubNode(node, managersBelow, HextNameNode::desc(), true);
-    if (!managersBelow.empty()) {
-        return ContentWalk(manager, isSelected).run(node);
-    }
     std::vector<ContentPart> whole{{manager->objectId(), {}}};
-    getAllSubObjects(node, whole.front().objects, nullptr);
-    return whole;
+    std::vector<HxDbObject*>& all = whole.front().objects;
+    getAllSubObjects(node, all, nullptr);
+    const bool isPlain = std::none_of(all.begin(), all.end(),
+                                      [](const HxDbObject* object) { return object->isKindOf(HextNameNode::desc()); });
+    return isPlain ? whole : ContentWalk(manager, isSelected).run(node);
 }

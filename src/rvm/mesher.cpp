@@ -103,7 +103,8 @@ void appendArrays(const tolmar::TriangleMesh& from, Mesh& mesh) {
     mesh.positions.insert(mesh.positions.end(), from.nodes.begin(), from.nodes.end());
     const std::size_t first = mesh.indices.size();
     mesh.indices.resize(first + from.triangles.size());
-    std::transform(from.triangles.begin(), from.triangles.end(), mesh.indices.begin() + static_cast<std::ptrdiff_t>(first),
+    std::transform(from.triangles.begin(), from.triangles.end(),
+                   mesh.indices.begin() + static_cast<std::ptrdiff_t>(first),
                    [base](std::uint32_t node) { return base + node; });
 }
 

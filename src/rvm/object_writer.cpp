@@ -1,7 +1,6 @@
 #include "rvm/object_writer.h"
 
 #include "rvm/object_material.h"
-#include "scripts/node_name.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 
@@ -29,8 +28,8 @@ void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObj
     if (objects.empty()) {
         return;
     }
-    pair_.text.writeElementStart(name, elementIndent(levelManager));
-    pair_.text.writeElementAttributes(id, levelManager);
+    pair_.text().writeElementStart(name, elementIndent(levelManager));
+    pair_.text().writeElementAttributes(id, levelManager);
     nameTable_.clear();
     siblings_.clear();
     for (const HxDbObject* object : objects) {
@@ -39,7 +38,7 @@ void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObj
             writeObject(*smart, isPipeline);
         }
     }
-    pair_.text.writeElementEnd(elementIndent(levelManager));
+    pair_.text().writeElementEnd(elementIndent(levelManager));
 }
 
 void ObjectWriter::writeObject(const HxDbSmrtlnEntity& object, bool isPipeline) {
@@ -48,9 +47,9 @@ void ObjectWriter::writeObject(const HxDbSmrtlnEntity& object, bool isPipeline) 
     }
     const std::string name = objectName(object, isPipeline);
     const std::string_view indent = elementIndent(levelObject);
-    pair_.text.writeElementStart(name, indent);
-    pair_.text.writeElementAttributes(object.objectId(), levelObject);
-    pair_.text.writeElementEnd(indent);
+    pair_.text().writeElementStart(name, indent);
+    pair_.text().writeElementAttributes(object.objectId(), levelObject);
+    pair_.text().writeElementEnd(indent);
     writeGroup(object, name);
     freeHextPrimaryArray(shape_.list());
 }
@@ -73,25 +72,25 @@ bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
 }
 
 std::string ObjectWriter::objectName(const HxDbSmrtlnEntity& object, bool isPipeline) {
-    std::string name = nodeName(&object, isPipeline);
+    std::string name = pair_.nameOf(&object, isPipeline);
     if (isPipeline) {
         const int use = ++nameTable_[name];
         if (use > 1) {
             name += std::to_string(use);
         }
     }
-    return pair_.options.compat ? siblings_.unique(name) : name;
+    return pair_.options().compat ? siblings_.unique(name) : name;
 }
 
 void ObjectWriter::writeGroup(const HxDbSmrtlnEntity& object, const std::string& name) {
     const std::uint32_t material = objectMaterial(object);
-    pair_.rvm.writeGroupBegin(tolmar::toUtf8(name), material);
-    pair_.primitives.startObject(object.objectId().toInt(), name);
+    pair_.rvm().writeGroupBegin(tolmar::toUtf8(name), material);
+    pair_.primitives().startObject(object.objectId().toInt(), name);
     if (!obstructions_.empty()) {
-        pair_.primitives.writePrimitiveList(obstructions_, true, material);
+        pair_.primitives().writePrimitiveList(obstructions_, true, material);
     }
-    pair_.primitives.writePrimitiveList(solids_, false, material);
-    pair_.rvm.writeGroupEnd();
+    pair_.primitives().writePrimitiveList(solids_, false, material);
+    pair_.rvm().writeGroupEnd();
 }
 
 }  // namespace rvm

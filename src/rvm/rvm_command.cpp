@@ -9,6 +9,7 @@
 #include "rvm/tree_writer.h"
 #include "scripts/options.h"
 #include "scripts/script_host.h"
+#include "scripts/script_presence.h"
 #include "tolmar/code_page.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
@@ -50,9 +51,8 @@ void startProgress(const std::string& title) {
 // One export: where to, how, and of what.
 class RvmExport {
 public:
-    explicit RvmExport(std::string basePath)
-        : basePath_(std::move(basePath)), options_{optionOn(options::rvmCompat), optionOn(options::nvExpandBranch)},
-          selection_(ExportDataDlg::selectedNodes()) {
+    RvmExport(std::string basePath, const rvm::Options& options)
+        : basePath_(std::move(basePath)), options_(options), selection_(ExportDataDlg::selectedNodes()) {
         addRoot(hxcom::getDataManTreeRoot());
         std::vector<HxDbObject*> others;
         hxcom::getTreeRootOfOther(others);
@@ -174,13 +174,19 @@ bool askSelection() {
     return false;
 }
 
-void runExport() {
+// A script that loads is asked even for functions that it has not: each such call says so on the command line.
+rvm::Options readOptions(bool isScriptLoaded) {
+    return {optionOn(options::rvmCompat), optionOn(options::nvExpandBranch),
+            isScriptLoaded || scriptHasFunction("getNodeName"), isScriptLoaded || scriptHasFunction("getReferenceRvm")};
+}
+
+void runExport(bool isScriptLoaded) {
     const bool isCustom = checkExportCustom();
     const std::string basePath = askBasePath();
     if (!askSelection()) {
         return;
     }
-    RvmExport run(basePath);
+    RvmExport run(basePath, readOptions(isScriptLoaded));
     if (isCustom ? run.writeCustom() : run.writePlain()) {
         tolmar::messageBox("导出结束");
     } else {
@@ -197,12 +203,13 @@ void showFailure(const char* text) {
 }  // namespace
 
 void rvmout() {
-    getScriptHost(true);
+    const bool isScriptLoaded = getScriptHost(true) != nullptr;
     ProgressScope progress;
     try {
-        runExport();
+        runExport(isScriptLoaded);
     } catch (const ProgressCancelException&) {
         destroyScriptHost();
+        progress.close();
         tolmar::messageBox("导出取消");
         runReport().ended(RunOutcome::Cancelled);
     } catch (const std::exception& failure) {

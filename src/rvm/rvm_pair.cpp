@@ -1,6 +1,7 @@
 #include "rvm/rvm_pair.h"
 
 #include "platform/hxcom.h"
+#include "scripts/node_name.h"
 #include "tolmar/code_page.h"
 
 namespace rvm {
@@ -32,21 +33,25 @@ RvmPair::RvmPair(const std::string& basePath, const Options& wanted)
               tolmar::OutputFile(basePath + ".txt", tolmar::FileMode::Text), wanted) {}
 
 RvmPair::RvmPair(tolmar::OutputFile rvmFile, tolmar::OutputFile textFile, const Options& wanted)
-    : rvmFile_(std::move(rvmFile)), textFile_(std::move(textFile)), options(wanted), rvm(rvmFile_),
-      text(textFile_, wanted.compat), primitives(rvm, wanted.compat) {}
+    : rvmFile_(std::move(rvmFile)), textFile_(std::move(textFile)), options_(wanted), rvm_(rvmFile_),
+      text_(textFile_, wanted.compat, wanted.asksAttributes), primitives_(rvm_, wanted.compat) {}
 
 void RvmPair::writeHeader() {
-    const bool utf8 = options.compat;
-    rvm.writeHeader(utf8 ? tolmar::toUtf8(projectName()) : projectName(),
-                    utf8 ? tolmar::toUtf8(databaseName()) : databaseName());
+    const bool utf8 = options_.compat;
+    rvm_.writeHeader(utf8 ? tolmar::toUtf8(projectName()) : projectName(),
+                     utf8 ? tolmar::toUtf8(databaseName()) : databaseName());
 }
 
 void RvmPair::writeAttributeHeader() {
-    text.writeAttributeHeader(projectName(), databaseName());
+    text_.writeAttributeHeader(projectName(), databaseName());
+}
+
+std::string RvmPair::nameOf(const HxDbObject* object, bool isPipelineObject) const {
+    return options_.asksNames ? nodeName(object, isPipelineObject) : namelessName;
 }
 
 bool RvmPair::close() {
-    rvm.flush();
+    rvm_.flush();
     const bool isRvmWhole = closeFile(rvmFile_);
     return closeFile(textFile_) && isRvmWhole;
 }

@@ -4,7 +4,6 @@
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 #include "rvm/manager_contents.h"
-#include "scripts/node_name.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 
@@ -84,28 +83,28 @@ bool TreeWriter::begin(const RvmNode& node, const std::string& rootName) {
         report(node.object, "grid", "grids have no place in an RVM file");
         return false;
     }
-    const std::string plainName = node.level == levelRoot ? rootName : nodeName(node.object, true);
+    const std::string plainName = node.level == levelRoot ? rootName : pair_.nameOf(node.object, true);
     reportProgress(node, plainName);
     const std::string name = uniqueName(plainName);
     beginGroup(name);
     if (node.level < levelManager) {
-        pair_.text.writeElementStart(name, elementIndent(node.level));
+        pair_.text().writeElementStart(name, elementIndent(node.level));
     }
     if (node.level == levelSite || node.level == levelZone) {
-        pair_.text.writeElementAttributes(idOf(node.object), node.level);
+        pair_.text().writeElementAttributes(idOf(node.object), node.level);
     }
     if (node.level == levelManager) {
         writeContents(node, name);
     }
-    open_.push_back({&node, 0, pair_.options.compat ? std::make_unique<SiblingNames>() : nullptr});
+    open_.push_back({&node, 0, pair_.options().compat ? std::make_unique<SiblingNames>() : nullptr});
     return true;
 }
 
 void TreeWriter::end(const RvmNode& node) {
-    pair_.rvm.writeGroupEnd();
+    pair_.rvm().writeGroupEnd();
     const bool isClosedInText = node.level == levelSite || node.level == levelZone;
-    if (isClosedInText || (node.level == levelRoot && pair_.options.compat)) {
-        pair_.text.writeElementEnd(elementIndent(node.level));
+    if (isClosedInText || (node.level == levelRoot && pair_.options().compat)) {
+        pair_.text().writeElementEnd(elementIndent(node.level));
     }
 }
 
@@ -115,7 +114,7 @@ std::string TreeWriter::uniqueName(const std::string& name) {
 }
 
 void TreeWriter::beginGroup(const std::string& name) {
-    pair_.rvm.writeGroupBegin(tolmar::toUtf8(name), noMaterial);
+    pair_.rvm().writeGroupBegin(tolmar::toUtf8(name), noMaterial);
 }
 
 void TreeWriter::writeContents(const RvmNode& manager, const std::string& name) {
@@ -124,7 +123,7 @@ void TreeWriter::writeContents(const RvmNode& manager, const std::string& name) 
         return;
     }
     const bool isPipeline = manager.object->isKindOf(HextPipeline::desc());
-    if (isPipeline && pair_.options.expandBranches) {
+    if (isPipeline && pair_.options().expandBranches) {
         writeBranches(*manager.object, manager.treeNode);
     } else {
         writeParts(manager, name, isPipeline);
@@ -141,8 +140,8 @@ void TreeWriter::writeParts(const RvmNode& manager, const std::string& name, boo
         if (part.objects.empty()) {
             continue;
         }
-        if (!isFirst && pair_.options.compat) {
-            pair_.rvm.writeGroupEnd();
+        if (!isFirst && pair_.options().compat) {
+            pair_.rvm().writeGroupEnd();
             partName = uniqueName(name);
             beginGroup(partName);
         }
@@ -160,7 +159,7 @@ void TreeWriter::writeBranches(const HxDbObject& pipeline, HxDbTreeNode* node) {
         openBranch(branches[i], objects);
         beginGroup(name);
         objects_.writeObjects(objects, HxDbObjectId(), name, true);
-        pair_.rvm.writeGroupEnd();
+        pair_.rvm().writeGroupEnd();
     }
     reportBranchless(node, branches);
 }

@@ -6,5 +6,5 @@
 std::string nodeName(const HxDbObject* object, bool isPipelineObject) {
     const HxDbObjectId id = object != nullptr ? object->objectId() : HxDbObjectId();
     std::string name = getNodeName(id, isPipelineObject);
-    return name.empty() ? "Other" : name;
+    return name.empty() ? namelessName : name;
 }

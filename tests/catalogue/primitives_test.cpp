@@ -1,6 +1,6 @@
 // Every class of primitive, turned and moved anywhere: its catalogue lines are read back and compared with the
 // primitive that they came from.
-#include "cata_text.h"
+#include "random_place.h"
 
 #include "frame/exceptions.h"
 #include "hextinterface/hextcata/cata_lines.h"
@@ -9,7 +9,6 @@
 #include "support/test_support.h"
 
 #include <functional>
-#include <random>
 
 namespace {
 
@@ -17,34 +16,6 @@ using Point = HxGePoint3D;
 using Vector = HxGeVector3D;
 using Shapes = std::vector<SolidShape>;
 using PrimitivePtr = std::unique_ptr<HextPrimary>;
-
-class Random {
-public:
-    explicit Random(unsigned seed) : engine_(seed) {}
-    double number(double low, double high) {
-        return low + (high - low) * static_cast<double>(engine_() >> 11) * 0x1p-53;
-    }
-    Point point(double reach = 300) { return {number(-reach, reach), number(-reach, reach), number(-reach, reach)}; }
-    Vector direction() {
-        Vector v;
-        do {
-            v = point(1).asVector();
-        } while (v.length() < 0.2 || v.length() > 1);
-        return v.normal();
-    }
-    Vector across(const Vector& v) { return v.crossProduct(direction()).normal(); }
-    Placement placement() {
-        Placement place;
-        place.origin = point(1e5);
-        place.x = direction();
-        place.y = across(place.x);
-        place.z = place.x.crossProduct(place.y);
-        return place;
-    }
-
-private:
-    std::mt19937_64 engine_;
-};
 
 // Makes the primitive in the plant and tells what it is in the component's frame.
 using MakeCase = std::function<Shapes(Random&, const Placement&, PrimitivePtr&)>;

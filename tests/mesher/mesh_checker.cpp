@@ -138,8 +138,8 @@ double volumeOf(const PlainMesh& mesh) {
     double sixfold = 0;
     const TlGePoint3d origin = mesh.points.front();
     for (const auto& [a, b, c] : mesh.triangles) {
-        sixfold += (mesh.points[a] - origin)
-                       .dotProduct((mesh.points[b] - origin).crossProduct(mesh.points[c] - origin));
+        sixfold +=
+            (mesh.points[a] - origin).dotProduct((mesh.points[b] - origin).crossProduct(mesh.points[c] - origin));
     }
     return sixfold / 6;
 }

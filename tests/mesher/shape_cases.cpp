@@ -21,9 +21,9 @@ double none(double) {
 // --- truth in the half plane of a revolution: distance of (r, z) from a profile of segments and arcs
 
 struct Stroke {
-    TlGePoint3d a, b;        // (r, z) in x and y
-    double radius = 0;       // of an arc; 0 for a segment
-    TlGePoint3d center;      // of an arc, which runs counter-clockwise from a to b
+    TlGePoint3d a, b;    // (r, z) in x and y
+    double radius = 0;   // of an arc; 0 for a segment
+    TlGePoint3d center;  // of an arc, which runs counter-clockwise from a to b
 };
 
 double ahead(double from, double to) {
@@ -60,9 +60,8 @@ Points pointsOf(const Stroke& s, int count) {
         const double t = double(i) / count;
         if (s.radius > 0) {
             const double from = std::atan2(s.a.y - s.center.y, s.a.x - s.center.x);
-            const double sweep = s.a.isEqualTo(s.b)
-                                     ? 2 * pi
-                                     : ahead(from, std::atan2(s.b.y - s.center.y, s.b.x - s.center.x));
+            const double sweep =
+                s.a.isEqualTo(s.b) ? 2 * pi : ahead(from, std::atan2(s.b.y - s.center.y, s.b.x - s.center.x));
             out.emplace_back(s.center.x + s.radius * std::cos(from + sweep * t),
                              s.center.y + s.radius * std::sin(from + sweep * t), 0);
         } else {
@@ -149,9 +148,7 @@ struct Frustum {
         return out;
     }
     double volume() const { return pi * height * (r0 * r0 + r0 * r1 + r1 * r1) / 3; }
-    double area() const {
-        return pi * (r0 + r1) * std::hypot(height, r1 - r0) + pi * (r0 * r0 + r1 * r1);
-    }
+    double area() const { return pi * (r0 + r1) * std::hypot(height, r1 - r0) + pi * (r0 * r0 + r1 * r1); }
     double rule(double s) const {
         const double start = r0 > 0 ? chords(r0 * s) : 0;
         const double end = r1 > 0 ? chords(r1 * s) : 0;
@@ -319,7 +316,9 @@ ShapeCase boxCase(const std::string& name, int handedness, int pointKind) {
                 box->pointKind = pointKind;
                 return box;
             },
-            [=](const TlGePoint3d& p) { return inCorner({p.x + xy * 0.5, p.y + xy * 0.3, p.z - z0}); },
+            [=](const TlGePoint3d& p) {
+                return inCorner({p.x + xy * 0.5, p.y + xy * 0.3, p.z - z0});
+            },
             [=] {
                 Points points = extrudedPoints(unitSquare(), 0.3);
                 for (TlGePoint3d& p : points) {
@@ -327,7 +326,8 @@ ShapeCase boxCase(const std::string& name, int handedness, int pointKind) {
                 }
                 return points;
             },
-            0.18, 2 * (0.6 + 0.3 + 0.18),
+            0.18,
+            2 * (0.6 + 0.3 + 0.18),
             [](double) { return 12; }};
 }
 
@@ -376,7 +376,8 @@ ShapeCase pyramidCase(const std::string& name, const Pyramid& f, double triangle
                 }
                 return points;
             },
-            h / 6 * (f.bx * f.by + 4 * middle + f.tx * f.ty), 0,
+            h / 6 * (f.bx * f.by + 4 * middle + f.tx * f.ty),
+            0,
             [triangles](double) { return triangles; }};
 }
 
@@ -436,7 +437,8 @@ ShapeCase outlinedCase(const Outlined& o) {
             },
             extrudedOff(o.strokes, h),
             [=] { return extrudedPoints(o.strokes, h); },
-            o.area * h, 2 * o.area + o.perimeter * h,
+            o.area * h,
+            2 * o.area + o.perimeter * h,
             [=](double s) { return 4 * o.points(s) + 4 * holes - 4; }};
 }
 
@@ -445,17 +447,19 @@ void addExtrusions(std::vector<ShapeCase>& out) {
         return HextVertex{static_cast<std::int16_t>(kind), {x, y, 0}};
     };
     const double d = std::sqrt(0.5);
-    out.push_back(outlinedCase({"extrusion of an L, clockwise",
-                                {vertex(1, 0, 0), vertex(1, 0, 1), vertex(1, 0.2, 1), vertex(1, 0.2, 0.2),
-                                 vertex(1, 1, 0.2), vertex(4, 1, 0)},
-                                {},
-                                polygon({{0, 0, 0}, {1, 0, 0}, {1, 0.2, 0}, {0.2, 0.2, 0}, {0.2, 1, 0}, {0, 1, 0}}),
-                                0.36, 4, [](double) { return 6.0; }}));
+    out.push_back(outlinedCase(
+        {"extrusion of an L, clockwise",
+         {vertex(1, 0, 0), vertex(1, 0, 1), vertex(1, 0.2, 1), vertex(1, 0.2, 0.2), vertex(1, 1, 0.2), vertex(4, 1, 0)},
+         {},
+         polygon({{0, 0, 0}, {1, 0, 0}, {1, 0.2, 0}, {0.2, 0.2, 0}, {0.2, 1, 0}, {0, 1, 0}}),
+         0.36,
+         4,
+         [](double) { return 6.0; }}));
     // A stadium: two half circles of radius 0.3, the second one closing, and a round hole in each half.
     out.push_back(outlinedCase(
         {"extrusion with arcs and holes",
-         {vertex(1, 0, 0), vertex(2, 1, 0), vertex(7, 1 + 0.3 * d, 0.3 - 0.3 * d), vertex(1, 1, 0.6),
-          vertex(5, 0, 0.6), vertex(3, -0.3, 0.3)},
+         {vertex(1, 0, 0), vertex(2, 1, 0), vertex(7, 1 + 0.3 * d, 0.3 - 0.3 * d), vertex(1, 1, 0.6), vertex(5, 0, 0.6),
+          vertex(3, -0.3, 0.3)},
          {{vertex(6, 0.1, 0.3), vertex(6, 0, 0.4), vertex(6, -0.1, 0.3)},
           {vertex(6, 1.2, 0.3), vertex(6, 1, 0.1), vertex(6, 0.8, 0.3)}},
          {{{0, 0, 0}, {1, 0, 0}, 0, {}},
@@ -464,7 +468,8 @@ void addExtrusions(std::vector<ShapeCase>& out) {
           {{0, 0.6, 0}, {0, 0, 0}, 0.3, {0, 0.3, 0}},
           {{0.1, 0.3, 0}, {0.1, 0.3, 0}, 0.1, {0, 0.3, 0}},
           {{1.2, 0.3, 0}, {1.2, 0.3, 0}, 0.2, {1, 0.3, 0}}},
-         0.6 + pi * (0.09 - 0.01 - 0.04), 2 + 2 * pi * (0.3 + 0.1 + 0.2),
+         0.6 + pi * (0.09 - 0.01 - 0.04),
+         2 + 2 * pi * (0.3 + 0.1 + 0.2),
          [](double s) { return 2 + 2 * std::ceil(chords(0.3 * s) / 2) + chords(0.1 * s) + chords(0.2 * s); }}));
     // A chain of arcs: a half circle to the right and three quarters of one to the left make an S-like blade.
     out.push_back(outlinedCase({"extrusion with chained arcs",
@@ -476,15 +481,17 @@ void addExtrusions(std::vector<ShapeCase>& out) {
                                  {{1, 0, 0}, {1, -1, 0}, 0, {}},
                                  {{1, -1, 0}, {0, -1, 0}, 0, {}},
                                  {{0, -1, 0}, {0, 0, 0}, 0, {}}},
-                                1, 3 + pi * 0.5,
+                                1,
+                                3 + pi * 0.5,
                                 [](double s) { return 3 + 2 * std::ceil(chords(0.25 * s) / 2); }}));
-    out.push_back(outlinedCase({"extrusion of a ring",
-                                {vertex(6, 0.5, 0), vertex(6, 0, 0.5), vertex(6, -0.5, 0)},
-                                {{vertex(6, 0, 0.49), vertex(6, 0.49, 0), vertex(6, -0.49, 0)}},
-                                {{{0.5, 0, 0}, {0.5, 0, 0}, 0.5, {0, 0, 0}},
-                                 {{0.49, 0, 0}, {0.49, 0, 0}, 0.49, {0, 0, 0}}},
-                                pi * (0.25 - 0.2401), 2 * pi * 0.99,
-                                [](double s) { return chords(0.5 * s) + chords(0.49 * s); }}));
+    out.push_back(
+        outlinedCase({"extrusion of a ring",
+                      {vertex(6, 0.5, 0), vertex(6, 0, 0.5), vertex(6, -0.5, 0)},
+                      {{vertex(6, 0, 0.49), vertex(6, 0.49, 0), vertex(6, -0.49, 0)}},
+                      {{{0.5, 0, 0}, {0.5, 0, 0}, 0.5, {0, 0, 0}}, {{0.49, 0, 0}, {0.49, 0, 0}, 0.49, {0, 0, 0}}},
+                      pi * (0.25 - 0.2401),
+                      2 * pi * 0.99,
+                      [](double s) { return chords(0.5 * s) + chords(0.49 * s); }}));
     const std::vector<Stroke> triangle = polygon({{0, 0, 0}, {0.8, 0, 0}, {0.1, 0.5, 0}});
     out.push_back({"wedge",
                    [](const Place& at, double s) {
@@ -525,8 +532,12 @@ ShapeCase saddleCase(const std::string& name, double across, double high, double
     // Local X along the section, Y up, Z along the axis.
     const double half = std::min(r, across / 2);
     const double center = high + std::sqrt(r * r - half * half);
-    std::vector<Stroke> strokes = polygon({{across / 2 - half, high, 0}, {0, high, 0}, {0, 0, 0}, {across, 0, 0},
-                                           {across, high, 0}, {across / 2 + half, high, 0}});
+    std::vector<Stroke> strokes = polygon({{across / 2 - half, high, 0},
+                                           {0, high, 0},
+                                           {0, 0, 0},
+                                           {across, 0, 0},
+                                           {across, high, 0},
+                                           {across / 2 + half, high, 0}});
     strokes.back() = {{across / 2 - half, high, 0}, {across / 2 + half, high, 0}, r, {across / 2, center, 0}};
     if (half == across / 2) {
         strokes = {strokes[1], strokes[2], strokes[3], strokes.back()};
@@ -548,7 +559,8 @@ ShapeCase saddleCase(const std::string& name, double across, double high, double
             },
             extrudedOff(strokes, 0.9),
             [=] { return extrudedPoints(strokes, 0.9); },
-            area * 0.9, 2 * area + perimeter * 0.9,
+            area * 0.9,
+            2 * area + perimeter * 0.9,
             [=](double s) {
                 const double onArc = std::ceil(chords(r * s) * sweep / (2 * pi));
                 return 4 * (strokes.size() - 1 + onArc) - 4;
@@ -579,8 +591,8 @@ void addSquareRound(std::vector<ShapeCase>& out) {
                        const double t = p.z / h;
                        const double x = std::fabs(p.x - lean * t) - a / 2 * (1 - t);
                        const double y = std::fabs(p.y) - b / 2 * (1 - t);
-                       const double outside = std::hypot(std::max(x, 0.0), std::max(y, 0.0)) +
-                                              std::min(std::max(x, y), 0.0);
+                       const double outside =
+                           std::hypot(std::max(x, 0.0), std::max(y, 0.0)) + std::min(std::max(x, y), 0.0);
                        return std::min({std::fabs(outside - r * t), std::fabs(p.z), std::fabs(h - p.z)});
                    },
                    [=] {
@@ -612,10 +624,14 @@ struct BendCase {
 
 const std::vector<BendCase>& bendCases() {
     static const std::vector<BendCase> cases = {
-        {"short way", Way::Short, pi / 2},     {"short way, wide", Way::Short, 2.8},
-        {"long way", Way::Long, 2 * pi - 2},   {"full", Way::Full, 2 * pi},
-        {"half", Way::Half, pi},               {"by degrees", Way::Degrees, pi / 6},
-        {"by radians", Way::Radians, 0.8},     {"by radians backward", Way::Backward, 0.8},
+        {"short way", Way::Short, pi / 2},
+        {"short way, wide", Way::Short, 2.8},
+        {"long way", Way::Long, 2 * pi - 2},
+        {"full", Way::Full, 2 * pi},
+        {"half", Way::Half, pi},
+        {"by degrees", Way::Degrees, pi / 6},
+        {"by radians", Way::Radians, 0.8},
+        {"by radians backward", Way::Backward, 0.8},
     };
     return cases;
 }
@@ -641,8 +657,8 @@ void setBend(Torus& torus, const BendCase& bend, const Place& at, double radius,
     }
 }
 
-// The section turns and changes from `from` to `to` on its way; `sectionOff` is the distance from a section's outline in
-// its own plane, x away from the axis.
+// The section turns and changes from `from` to `to` on its way; `sectionOff` is the distance from a section's outline
+// in its own plane, x away from the axis.
 struct Sections {
     double radius;
     double angle;
@@ -657,8 +673,7 @@ Off bendOff(const Sections& b) {
         const double at = turn < -1e-9 ? turn + 2 * pi : turn;
         double least = b.off(std::hypot(p.x, p.y) - b.radius, p.z, std::clamp(at / b.angle, 0.0, 1.0));
         if (b.hasEnds) {
-            least = std::min(
-                {least, std::fabs(p.y), std::fabs(p.y * std::cos(b.angle) - p.x * std::sin(b.angle))});
+            least = std::min({least, std::fabs(p.y), std::fabs(p.y * std::cos(b.angle) - p.x * std::sin(b.angle))});
         }
         return least;
     };
@@ -695,23 +710,22 @@ ShapeCase torusCase(const BendCase& bend, double r0, double r1) {
                 torus->endDiameter = 2 * (backward ? r0 : r1) * s;
                 return torus;
             },
-            bendOff(sections),
-            [=] { return bendPoints(sections); },
-            pi * mean * radius * bend.angle,
+            bendOff(sections), [=] { return bendPoints(sections); }, pi * mean * radius * bend.angle,
             r0 == r1 ? 2 * pi * r0 * radius * bend.angle + (whole ? 0 : 2 * pi * r0 * r0) : 0,
             [=](double s) {
                 const double around = chords(std::max(r0, r1) * s);
-                const double along =
-                    std::ceil(chords((radius + std::max(r0, r1)) * s) * bend.angle / (2 * pi) - 1e-9);
+                const double along = std::ceil(chords((radius + std::max(r0, r1)) * s) * bend.angle / (2 * pi) - 1e-9);
                 return 2 * around * along + (whole && r0 == r1 ? 0 : 2 * (around - 2));
-            }};
+            },
+            // The rule knows nothing of the twist of a reducing bend.
+            r0 == r1               ? 1.1
+            : std::min(r0, r1) > 0 ? 1.8
+                                   : 2.0};
 }
 
 ShapeCase squareTorusCase(const BendCase& bend, double w0, double h0, double w1, double h1) {
     const double radius = 0.6;
-    const auto size = [=](double t) {
-        return TlGePoint3d((w0 + (w1 - w0) * t) / 2, (h0 + (h1 - h0) * t) / 2, 0);
-    };
+    const auto size = [=](double t) { return TlGePoint3d((w0 + (w1 - w0) * t) / 2, (h0 + (h1 - h0) * t) / 2, 0); };
     const Sections sections{radius, bend.angle,
                             [=](double x, double y, double t) {
                                 return std::min(std::fabs(size(t).x - std::fabs(x)),
@@ -801,7 +815,9 @@ ShapeCase revolvedCase(const Revolved& r) {
             },
             revolvedOff(r.strokes, std::fabs(r.angle)),
             [=] { return revolvedPoints(r.strokes, std::fabs(r.angle)); },
-            r.area * r.centroid * std::fabs(r.angle), 0, r.rule};
+            r.area * r.centroid * std::fabs(r.angle),
+            0,
+            r.rule};
 }
 
 void addRevolved(std::vector<ShapeCase>& out) {
@@ -821,9 +837,8 @@ void addRevolved(std::vector<ShapeCase>& out) {
     out.push_back(revolvedCase({"revolved ring, backward", -1.3, ring, ringStrokes, 0.04, 0.4, ringRule(1.3, 4)}));
     // On the axis along an edge, and at a point.
     const HextVertexList onAxis{vertex(1, 0, 0), vertex(1, 0.4, 0.1), vertex(1, 0.3, 0.5), vertex(4, 0, 0.6)};
-    const std::vector<Stroke> open{{{0, 0, 0}, {0.4, 0.1, 0}, 0, {}},
-                                   {{0.4, 0.1, 0}, {0.3, 0.5, 0}, 0, {}},
-                                   {{0.3, 0.5, 0}, {0, 0.6, 0}, 0, {}}};
+    const std::vector<Stroke> open{
+        {{0, 0, 0}, {0.4, 0.1, 0}, 0, {}}, {{0.4, 0.1, 0}, {0.3, 0.5, 0}, 0, {}}, {{0.3, 0.5, 0}, {0, 0.6, 0}, 0, {}}};
     std::vector<Stroke> closed = open;
     closed.push_back({{0, 0.6, 0}, {0, 0, 0}, 0, {}});
     const double area = 0.02 + 0.035 * 4 + 0.015;
@@ -835,7 +850,7 @@ void addRevolved(std::vector<ShapeCase>& out) {
     out.push_back(revolvedCase({"revolved, touching the axis", 2 * pi, touching, triangle, 0.1, 0.8 / 3, none}));
     out.push_back(revolvedCase({"revolved, touching, part", 2, touching, triangle, 0.1, 0.8 / 3, none}));
     // A bead and a groove: a rectangle with a half circle out and one in.
-    const HextVertexList bead{vertex(1, 0.3, 0),   vertex(2, 0.5, 0),    vertex(3, 0.6, 0.1), vertex(1, 0.5, 0.2),
+    const HextVertexList bead{vertex(1, 0.3, 0),   vertex(2, 0.5, 0),   vertex(3, 0.6, 0.1),   vertex(1, 0.5, 0.2),
                               vertex(1, 0.5, 0.4), vertex(2, 0.3, 0.4), vertex(3, 0.36, 0.34), vertex(4, 0.3, 0.28)};
     const std::vector<Stroke> beadStrokes{{{0.3, 0, 0}, {0.5, 0, 0}, 0, {}},
                                           {{0.5, 0, 0}, {0.5, 0.2, 0}, 0.1, {0.5, 0.1, 0}},
@@ -847,8 +862,8 @@ void addRevolved(std::vector<ShapeCase>& out) {
     const double in1 = pi * 0.0036 / 2;
     const double beadArea = 0.08 + out1 - in1;
     const double beadMoment = 0.08 * 0.4 + out1 * (0.5 + 0.4 / (3 * pi)) - in1 * (0.3 + 0.24 / (3 * pi));
-    out.push_back(revolvedCase(
-        {"revolved bead and groove", 2 * pi, bead, beadStrokes, beadArea, beadMoment / beadArea, none}));
+    out.push_back(
+        revolvedCase({"revolved bead and groove", 2 * pi, bead, beadStrokes, beadArea, beadMoment / beadArea, none}));
     out.push_back(
         revolvedCase({"revolved bead and groove, part", 5, bead, beadStrokes, beadArea, beadMoment / beadArea, none}));
 }

@@ -35,6 +35,8 @@ struct ShapeCase {
     double area = 0;  // 0: no closed formula
     // Triangles by the chord rule at the radius in millimetres of the size given; 0 when there is no rule.
     std::function<double(double size)> chordRule;
+    // How many times the rule's triangles the mesh may take.
+    double overRule = 1.1;
 };
 
 const std::vector<ShapeCase>& shapeCases();

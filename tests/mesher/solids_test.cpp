@@ -99,7 +99,8 @@ TEST_P(Solids, TakeNoMoreTrianglesThanTheChordRuleDoes) {
         const double rule = shape().chordRule(size);
         if (rule > 0) {
             const PlainMesh mesh = meshOf(*shape().make(Place(), size), 1.0);
-            EXPECT_LE(double(mesh.triangles.size()), 1.1 * rule + 8) << shape().name << " of size " << size;
+            EXPECT_LE(double(mesh.triangles.size()), shape().overRule * rule + 8)
+                << shape().name << " of size " << size;
         }
     }
 }

@@ -76,11 +76,11 @@ INSTANTIATE_TEST_SUITE_P(
                 head + R"("databases":[{"name":"A","root":2}],"objects":[)" +
                     R"({"id":1,"class":"HextWorld"},{"id":2,"class":"HextSite","in":1}]})",
                 "databases[0].root: object 2 has a place in a tree already"},
-        BadFile{"Module", fileWith("", R"("project":{"module":50},)"), "project.module: 48, 65 or 73 expected, 50 found"},
+        BadFile{"Module", fileWith("", R"("project":{"module":50},)"),
+                "project.module: 48, 65 or 73 expected, 50 found"},
         BadFile{"WeldColor", fileWith("", R"("project":{"weldColor":0},)"),
                 "project.weldColor: a whole number from 1 to 255 expected, 0 found"},
-        BadFile{"Manager", fileWith("", R"("project":{"currentManager":77},)"),
-                "project.currentManager: no object 77"},
+        BadFile{"Manager", fileWith("", R"("project":{"currentManager":77},)"), "project.currentManager: no object 77"},
         BadFile{"ItemTwice", fileWith("", R"("project":{"designItems":{"a":"1","a":"2"}},)"),
                 "project.designItems.a: stands twice"},
         BadFile{"LabelNoText", fileWith("", R"("attributeLabels":{"item":3},)"),
@@ -111,22 +111,19 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"InItself", smart(R"("in":2)"), "objects[1].in: no object 2 before this one"},
         BadFile{"InLater", fileWith(R"({"id":2,"class":"HextSite","in":3},{"id":3,"class":"HextSite","in":2})"),
                 "objects[1].in: no object 3 before this one"},
-        BadFile{"Color", smart(R"("color":256)"),
-                "objects[1].color: a whole number from 0 to 255 expected, 256 found"},
+        BadFile{"Color", smart(R"("color":256)"), "objects[1].color: a whole number from 0 to 255 expected, 256 found"},
         BadFile{"Name", smart(R"("name":null)"), "objects[1].name: a text expected, null found"},
         BadFile{"ZeroInText", smart(R"("name":"a\u0000b")"), R"(objects[1].name: "a\u0000b" holds a zero character)"},
         BadFile{"LoneSurrogate", smart(R"("name":"\ud800")"),
                 R"(objects[1].name: "\ud800" holds an escape that stands for nothing)"},
         BadFile{"BadEscape", smart(R"("name":"\q")"),
                 R"(objects[1].name: "\q" holds an escape that stands for nothing)"},
-        BadFile{"Kind", smart(R"("kind":"tube")"),
-                R"(objects[1].kind: the name of a kind expected, "tube" found)"},
+        BadFile{"Kind", smart(R"("kind":"tube")"), R"(objects[1].kind: the name of a kind expected, "tube" found)"},
         BadFile{"NodeTaken", object("HextSite", R"("in":1,"node":1)"),
                 "objects[1].node: the id 1 of the tree node is taken"},
         BadFile{"NodeOfOther", object("HextSite", R"("in":1,"node":70368744177665)"),
                 "objects[0].node: the id 70368744177665 of the tree node is taken"},
-        BadFile{"NodeTwice",
-                fileWith(R"({"id":2,"class":"HextSite","node":50},{"id":3,"class":"HextSite","node":50})"),
+        BadFile{"NodeTwice", fileWith(R"({"id":2,"class":"HextSite","node":50},{"id":3,"class":"HextSite","node":50})"),
                 "objects[2].node: id 50 is that of another node"},
         BadFile{"NodeTooLarge", fileWith(R"({"id":9007199254740000,"class":"HextSite","in":1})"),
                 "objects[1].node: the id 9077567998917664 of the tree node is too large"},
@@ -158,8 +155,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "objects[1].points[1]: number 1 stands twice"},
         BadFile{"PointNumber", smart(R"("points":[{"no":32768,"at":[0,0,0]}])"),
                 "objects[1].points[0].no: a whole number from 0 to 32767 expected, 32768 found"},
-        BadFile{"PointWithoutPlace", smart(R"("points":[{"no":1}])"),
-                "objects[1].points[0]: member \"at\" is missing"},
+        BadFile{"PointWithoutPlace", smart(R"("points":[{"no":1}])"), "objects[1].points[0]: member \"at\" is missing"},
         BadFile{"TwoCoordinates", smart(R"("points":[{"no":1,"at":[0,0]}])"),
                 "objects[1].points[0].at: an array of three finite numbers expected, 2 found"},
         BadFile{"FourCoordinates", smart(R"("points":[{"no":1,"at":[0,0,0,0]}])"),
@@ -168,8 +164,9 @@ INSTANTIATE_TEST_SUITE_P(
                 R"(objects[1].points[0].at: a finite number expected, "1" found)"},
         BadFile{"DanglingTo", smart(R"("points":[{"no":1,"at":[0,0,0],"to":77}])"),
                 "objects[1].points[0].to: no object 77"},
-        BadFile{"DanglingToOfList", smart(R"("points":[{"no":3,"at":[0,0,0]},{"no":1,"at":[0,0,0],"to":[3,77]}]},)"
-                                          R"({"id":3,"class":"HxDbPipeSpec")"),
+        BadFile{"DanglingToOfList",
+                smart(R"("points":[{"no":3,"at":[0,0,0]},{"no":1,"at":[0,0,0],"to":[3,77]}]},)"
+                      R"({"id":3,"class":"HxDbPipeSpec")"),
                 "objects[1].points[1].to[1]: no object 77"},
         BadFile{"ToItself", smart(R"("points":[{"no":1,"at":[0,0,0],"to":2}])"),
                 "objects[1].points[0].to: an object does not hang at itself"},
@@ -223,20 +220,103 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Syntax, BadInput,
     testing::Values(
-        BadFile{"Truncated", head + R"("databases":[{"name":)", "x"}, BadFile{"TruncatedInObjects", fileWith(R"({"id":2,)"), "x"},
-        BadFile{"CutInArray", fileWith("").substr(0, fileWith("").size() - 2), "x"},
-        BadFile{"CutBehindArray", fileWith("").substr(0, fileWith("").size() - 1), "x"},
-        BadFile{"CommaAtEnd", fileWith("").insert(fileWith("").size() - 2, ","), "x"},
-        BadFile{"CommaBehindArray", fileWith("").insert(fileWith("").size() - 1, ","), "x"},
-        BadFile{"MissingComma", fileWith(R"({"id":2 "class":"HextSite"})"), "x"},
-        BadFile{"MissingCommaBetween", fileWith(R"({"id":2,"class":"HextSite"}{"id":3,"class":"HextSite"})"), "x"},
-        BadFile{"Trailing", fileWith("") + " x", "x"}, BadFile{"TwoDocuments", fileWith("") + "{}", "x"},
-        BadFile{"WrongBracket", fileWith(R"({"id":2,"class":"HextSite"]})"), "x"},
-        BadFile{"NotClosedText", fileWith(R"({"id":2,"class":"HextSite","name":"abc})"), "x"},
-        BadFile{"NewlineInText", fileWith("{\"id\":2,\"class\":\"HextSite\",\n\"name\":\"a\nb\"}"), "x"},
-        BadFile{"NotUtf8", fileWith("{\"id\":2,\"class\":\"HextSite\",\n \"name\":\"\xC3\xA9\xFF\"}"), "x"},
-        BadFile{"KeyNoText", fileWith("{id:2}"), "x"},
-        BadFile{"Literal", fileWith(R"({"id":2,"class":"HextSite","available":tru})"), "x"},
-        BadFile{"MillionDeep", fileWith(smart(R"("points":)" + std::string(1000000, '['))), "x"}));
+        BadFile{"Truncated", head + R"("databases":[{"name":)",
+                "a bracket is not closed as it was opened, line 1, column 60 (byte 60)"},
+        BadFile{"TruncatedInObjects", fileWith(R"({"id":2,)"),
+                "objects: a bracket is not closed as it was opened, line 1, column 155 (byte 155)"},
+        BadFile{"CutInArray", fileWith("").substr(0, fileWith("").size() - 2),
+                "\",\" or \"]\" expected, the end of the file found, line 1, column 144 (byte 144)"},
+        BadFile{"CutBehindArray", fileWith("").substr(0, fileWith("").size() - 1),
+                "\",\" or \"}\" expected, the end of the file found, line 1, column 145 (byte 145)"},
+        BadFile{"CommaAtEnd", fileWith("").insert(fileWith("").size() - 2, ","),
+                "objects[1]: an object expected, ] found"},
+        BadFile{"CommaBehindArray", fileWith("").insert(fileWith("").size() - 1, ","),
+                "nothing behind a comma, near line 1, column 147 (byte 147)"},
+        BadFile{"MissingComma", fileWith(R"({"id":2 "class":"HextSite"})"),
+                "objects[1]: a comma, colon, bracket or name is missing or one too many, near line 1, column 153 (byte "
+                "153)"},
+        BadFile{"MissingCommaBetween", fileWith(R"({"id":2,"class":"HextSite"}{"id":3,"class":"HextSite"})"),
+                "objects[2]: a comma, colon, bracket or name is missing or one too many, near line 1, column 172 (byte "
+                "172)"},
+        BadFile{"Trailing", fileWith("") + " x",
+                "the end of the file expected, \"x\" found, line 1, column 147 (byte 147)"},
+        BadFile{"TwoDocuments", fileWith("") + "{}",
+                "the end of the file expected, \"{\" found, line 1, column 146 (byte 146)"},
+        BadFile{"WrongBracket", fileWith(R"({"id":2,"class":"HextSite"]})"),
+                "objects: a bracket is not closed as it was opened, line 1, column 173 (byte 173)"},
+        BadFile{"NotClosedText", fileWith(R"({"id":2,"class":"HextSite","name":"abc})"),
+                "a text without an end, line 1, column 179 (byte 179)"},
+        BadFile{"NewlineInText", fileWith("{\"id\":2,\"class\":\"HextSite\",\n\"name\":\"a\nb\"}"),
+                "a control character in a text, line 2, column 10 (byte 182)"},
+        BadFile{"NotUtf8", fileWith("{\"id\":2,\"class\":\"HextSite\",\n \"name\":\"\xC3\xA9\xFF\"}"),
+                "not UTF-8, line 2, column 11 (byte 184)"},
+        BadFile{"KeyNoText", fileWith("{id:2}"),
+                "objects[1]: a comma, colon, bracket or name is missing or one too many, near line 1, column 146 (byte "
+                "146)"},
+        BadFile{"Literal", fileWith(R"({"id":2,"class":"HextSite","available":tru})"),
+                "objects[1].available: true or false expected, tru found"},
+        BadFile{"MillionDeepClosed", smart(R"("points":)" + std::string(1000000, '[') + std::string(1000000, ']')),
+                "objects[1].points[0]: an object expected, an array found"},
+        BadFile{"MillionDeep", fileWith(smart(R"("points":)" + std::string(1000000, '['))),
+                "objects: a bracket is not closed as it was opened, line 1, column 1000339 (byte 1000339)"}));
+
+// A folder of its own for files that cannot be read.
+class BadFiles : public testing::Test {
+protected:
+    BadFiles() : folder_(std::filesystem::temp_directory_path() / ("bad-files-" + std::to_string(::getpid()))) {
+        std::filesystem::create_directories(folder_);
+    }
+    ~BadFiles() override { std::filesystem::remove_all(folder_); }
+    std::string errorOf(const std::string& name) const {
+        const plant::LoadResult result = plant::loadModel(folder_ / name);
+        EXPECT_FALSE(result);
+        const std::string start = (folder_ / name).string() + ": ";
+        EXPECT_EQ(result.error.substr(0, start.size()), start);
+        return result.error.substr(start.size());
+    }
+    std::filesystem::path folder_;
+};
+
+TEST_F(BadFiles, SayWhyTheyCannotBeRead) {
+    EXPECT_EQ(errorOf("nowhere.json"), "cannot be read: No such file or directory");
+    EXPECT_EQ(errorOf("."), "cannot be read: Is a directory");
+    std::ofstream(folder_ / "empty.json").flush();
+    EXPECT_EQ(errorOf("empty.json"), "the file is empty");
+    std::ofstream(folder_ / "lines.json") << "{\n  \"format\": \"tessaro-plant\",\n  \"version\" 1\n}\n";
+    EXPECT_EQ(errorOf("lines.json"),
+              "a comma, colon, bracket or name is missing or one too many, near line 4, column 1 (byte 50)");
+}
+
+// Each prefix of a good file is refused, none is taken for a smaller model.
+TEST(BadInputs, EveryTruncationIsRefused) {
+    const std::string good = fileWith(
+        R"({"id":2,"class":"HxDbPipeSpec","name":"a\"b","attrs":{"k":"v"},"points":[{"no":1,"at":[1,2,3],"to":3}]},)"
+        R"({"id":3,"class":"HxDbPipeSpec","primitives":[{"type":"HextSphere3D","center":[0,0,0],"radius":1e1}]})");
+    ASSERT_TRUE(plant::loadModelText(good));
+    for (std::size_t size = 0; size < good.size(); ++size) {
+        EXPECT_FALSE(plant::loadModelText(good.substr(0, size))) << size;
+    }
+}
+
+// A damaged byte gives a model or a message, never anything else; the sanitizers watch.
+TEST(BadInputs, DamagedBytesDoNoHarm) {
+    const std::string good = fileWith(
+        R"({"id":2,"class":"HextPipeline","in":1,"branches":[[3,4]],"runs":[{"name":"r","items":[3]}]},)"
+        R"({"id":3,"class":"HxDbPipeSpec","in":2,"attrs":[{"key":"a","value":"\u4e2d","type":4}]},)"
+        R"({"id":4,"class":"HxDbPipeSpec","in":2,"primitives":[{"type":"HextRevolve","center":[0,0,0],"axis":[0,0,1],)"
+        R"("angle":1,"profile":[[1,0,0,0],[4,1,1,1]]},{"type":"HextPrimaryAcad","entity":{"a":[1,true,null,"x"]}}]})");
+    ASSERT_TRUE(plant::loadModelText(good));
+    std::size_t refused = 0;
+    for (std::size_t at = 0; at < good.size(); ++at) {
+        for (const char byte : {'"', '\\', '{', '}', '[', ']', ',', ':', '0', '-', ' ', '\0', '\n', '\xFF'}) {
+            std::string bad = good;
+            bad[at] = byte;
+            const plant::LoadResult result = plant::loadModelText(bad);
+            EXPECT_NE(static_cast<bool>(result), !result.error.empty());
+            refused += result ? 0 : 1;
+        }
+    }
+    EXPECT_GT(refused, good.size() * 8);
+}
 
 }  // namespace

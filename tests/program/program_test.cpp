@@ -171,9 +171,9 @@ TEST_F(Program, SelectionReachesTheScopeDialog) {
 }
 
 TEST_F(Program, DryRunWritesNothing) {
-    const Ended ended = run({"SCOPE", "WRITE", "--dry-run", "--select", "**/Site A", "--set", "outWeld=1"});
+    const Ended ended = run({"SCOPE", "WRITE", "--dry-run", "--select", "**/Site A", "--set", "outWeld=1", "-v"});
     EXPECT_EQ(ended.status, 0) << ended.err;
-    EXPECT_TRUE(ended.said("1 of 3 items"));
+    EXPECT_TRUE(ended.said("1 of 3 items of the scope would go out\n  World/Site A\n"));
     EXPECT_FALSE(fs::exists(folder.file("out")));
     EXPECT_FALSE(fs::exists(folder.file("option.ini")));
 }

@@ -14,8 +14,8 @@
 
 namespace plant {
 
-// Pieces stay where they are as long as the arena lives, with `roomBehindText` readable bytes behind each. Destructors of
-// what is put in are not run.
+// Pieces stay where they are as long as the arena lives, with `roomBehindText` readable bytes behind each. Destructors
+// of what is put in are not run.
 class Arena {
 public:
     Arena() = default;

@@ -18,15 +18,21 @@ public:
     static constexpr std::size_t size = sizeof(__m128i);
 
     explicit BytePart(const char* at) : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(at))) {}
-    std::uint64_t equal(char c) const { return bitsOf(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c))); }
+    std::uint64_t equal(char c) const {
+        return bitsOf(_mm_cmpeq_epi8(bytes_, _mm_set1_epi8(c)));
+    }
     // Equal once the bits of `mask` are set.
     std::uint64_t equalWith(char mask, char c) const {
         return bitsOf(_mm_cmpeq_epi8(_mm_or_si128(bytes_, _mm_set1_epi8(mask)), _mm_set1_epi8(c)));
     }
-    std::uint64_t notAscii() const { return bitsOf(bytes_); }
+    std::uint64_t notAscii() const {
+        return bitsOf(bytes_);
+    }
 
 private:
-    static std::uint64_t bitsOf(__m128i mask) { return static_cast<unsigned>(_mm_movemask_epi8(mask)); }
+    static std::uint64_t bitsOf(__m128i mask) {
+        return static_cast<unsigned>(_mm_movemask_epi8(mask));
+    }
     __m128i bytes_;
 #else
     static constexpr std::size_t size = sizeof(std::uint64_t);
@@ -37,13 +43,21 @@ private:
             bytes_ = __builtin_bswap64(bytes_);
         }
     }
-    std::uint64_t equal(char c) const { return zeroBytes(bytes_ ^ all(c)); }
+    std::uint64_t equal(char c) const {
+        return zeroBytes(bytes_ ^ all(c));
+    }
     // Equal once the bits of `mask` are set.
-    std::uint64_t equalWith(char mask, char c) const { return zeroBytes((bytes_ | all(mask)) ^ all(c)); }
-    std::uint64_t notAscii() const { return gather(bytes_); }
+    std::uint64_t equalWith(char mask, char c) const {
+        return zeroBytes((bytes_ | all(mask)) ^ all(c));
+    }
+    std::uint64_t notAscii() const {
+        return gather(bytes_);
+    }
 
 private:
-    static constexpr std::uint64_t all(char c) { return 0x0101010101010101ULL * static_cast<unsigned char>(c); }
+    static constexpr std::uint64_t all(char c) {
+        return 0x0101010101010101ULL * static_cast<unsigned char>(c);
+    }
     static std::uint64_t zeroBytes(std::uint64_t word) {
         constexpr std::uint64_t low = all(0x7F);
         return gather(~(((word & low) + low) | word | low));

@@ -15,7 +15,9 @@ namespace plant {
 
 namespace {
 
-[[noreturn]] void refuseFile() { refuse("cannot be read: " + std::generic_category().message(errno)); }
+[[noreturn]] void refuseFile() {
+    refuse("cannot be read: " + std::generic_category().message(errno));
+}
 
 class FileSource final : public ByteSource {
 public:
@@ -79,9 +81,13 @@ private:
 
 }  // namespace
 
-std::unique_ptr<ByteSource> openSource(const std::filesystem::path& file) { return std::make_unique<FileSource>(file); }
+std::unique_ptr<ByteSource> openSource(const std::filesystem::path& file) {
+    return std::make_unique<FileSource>(file);
+}
 
-std::unique_ptr<ByteSource> sourceOf(std::string_view bytes) { return std::make_unique<MemorySource>(bytes); }
+std::unique_ptr<ByteSource> sourceOf(std::string_view bytes) {
+    return std::make_unique<MemorySource>(bytes);
+}
 
 std::string placeBehind(std::string_view text) {
     const std::string_view line = text.substr(text.rfind('\n') + 1);

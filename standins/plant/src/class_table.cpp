@@ -13,9 +13,15 @@ constexpr std::int64_t smallestInt = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t largestPointNumber = std::numeric_limits<std::int16_t>::max();
 constexpr std::int64_t largestColor = 255;
 
-constexpr MemberRow textMember(std::string_view name, Member member) { return {name, Reading::Text, member}; }
-constexpr MemberRow numberMember(std::string_view name, Member member) { return {name, Reading::Number, member}; }
-constexpr MemberRow vectorMember(std::string_view name, Member member) { return {name, Reading::Vector, member}; }
+constexpr MemberRow textMember(std::string_view name, Member member) {
+    return {name, Reading::Text, member};
+}
+constexpr MemberRow numberMember(std::string_view name, Member member) {
+    return {name, Reading::Number, member};
+}
+constexpr MemberRow vectorMember(std::string_view name, Member member) {
+    return {name, Reading::Vector, member};
+}
 constexpr MemberRow wholeMember(std::string_view name, Member member, std::int64_t low = smallestInt,
                                 std::int64_t high = largestInt) {
     return {name, Reading::Whole, member, low, high};
@@ -210,17 +216,22 @@ Shape makeClassNames() {
 
 }  // namespace
 
-std::span<const ClassRow> classRows() { return classTable; }
+std::span<const ClassRow> classRows() {
+    return classTable;
+}
 
 const Shape& classNames() {
     static const Shape names = makeClassNames();
     return names;
 }
 
-const FamilyTable& familyTable(Family family) { return families()[static_cast<std::size_t>(family)]; }
+const FamilyTable& familyTable(Family family) {
+    return families()[static_cast<std::size_t>(family)];
+}
 
 const Shape& identityShape() {
-    static const Shape shape("an object before \"id\" and \"class\", which stand first", {{"id", true}, {"class", true}});
+    static const Shape shape("an object before \"id\" and \"class\", which stand first",
+                             {{"id", true}, {"class", true}});
     return shape;
 }
 

@@ -25,7 +25,9 @@ void addCounts(Text& text, std::string_view title, const Counts& counts) {
     }
 }
 
-void addLine(Text& text, std::string_view name, std::size_t count) { add(text, "{:<30}{:>12}\n", name, count); }
+void addLine(Text& text, std::string_view name, std::size_t count) {
+    add(text, "{:<30}{:>12}\n", name, count);
+}
 
 void addBounds(Text& text, const Bounds& bounds) {
     if (bounds.isEmpty) {

@@ -6,8 +6,8 @@
 
 namespace plant {
 
-// Follows texts and brackets from a place directly within the array. What it finds holds for text that is JSON; of other
-// text it may find anything, which whoever reads the elements will notice.
+// Follows texts and brackets from a place directly within the array. What it finds holds for text that is JSON; of
+// other text it may find anything, which whoever reads the elements will notice.
 class ElementScanner {
 public:
     struct Result {

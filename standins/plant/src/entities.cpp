@@ -49,8 +49,8 @@ private:
 };
 
 TlDbEntity* fromText(const HextPrimaryText& text) {
-    return coloured(
-        new TlDbText({text.text, text.position, text.normal, text.rotation, text.height, text.style}), text);
+    return coloured(new TlDbText({text.text, text.position, text.normal, text.rotation, text.height, text.style}),
+                    text);
 }
 
 }  // namespace

@@ -114,8 +114,7 @@ Factory readSurface(Members& members, int) {
 
 Factory readParametric(Members& members, int) {
     const std::shared_ptr<const HextPrimary3D> primitive = readSolidPrimitive(members.required("primitive"));
-    const auto flags =
-        static_cast<unsigned>(members.whole("gsFlags", 0, std::numeric_limits<std::uint32_t>::max(), 0));
+    const auto flags = static_cast<unsigned>(members.whole("gsFlags", 0, std::numeric_limits<std::uint32_t>::max(), 0));
     return [=] {
         ORNACadPrimary3D* entity = newParametricSolid(primitive);
         entity->setGsFlags(flags);
@@ -198,9 +197,9 @@ struct EntityKind {
     Factory (*read)(Members& members, int depth);
 };
 constexpr EntityKind kinds[] = {
-    {"line", readLine},   {"circle", readCircle}, {"arc", readArc},         {"polyline", readPolyline},
-    {"text", readText},   {"hatch", readHatch},   {"point", readPoint},     {"solid", readSolid},
-    {"mesh", readMesh},   {"block", readBlock},   {"surface", readSurface}, {"parametric", readParametric},
+    {"line", readLine},         {"circle", readCircle}, {"arc", readArc},         {"polyline", readPolyline},
+    {"text", readText},         {"hatch", readHatch},   {"point", readPoint},     {"solid", readSolid},
+    {"mesh", readMesh},         {"block", readBlock},   {"surface", readSurface}, {"parametric", readParametric},
     {"subDMesh", readSubDMesh},
 };
 
@@ -219,8 +218,8 @@ Factory readAny(element value, int depth) {
     Members members(value);
     const std::string type = textOf(members.required("type"));
     const element* color = members.find("color");
-    const EntityKind* kind = std::find_if(std::begin(kinds), std::end(kinds),
-                                          [&type](const EntityKind& k) { return k.name == type; });
+    const EntityKind* kind =
+        std::find_if(std::begin(kinds), std::end(kinds), [&type](const EntityKind& k) { return k.name == type; });
     if (kind == std::end(kinds)) {
         throw Unreadable();
     }

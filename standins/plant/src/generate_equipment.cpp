@@ -149,7 +149,6 @@ void drawTank(Primitives& shape, const EquipmentPlan& e) {
     shape.ring(at(300 + e.length), e.diameter / 2, up, 80);
     shape.cover(at(300 + e.length + 300), 300, 60);
     shape.frustum(e.at - east * (e.diameter / 2 + 700), {700, 700, 0}, {450, 450, 0}, 450);
-    shape.text(e.name, at(e.length / 2) - north * (e.diameter / 2 + 20), 400, -north);
 }
 
 void drawCooler(Primitives& shape, const EquipmentPlan& e) {

@@ -94,7 +94,6 @@ struct NozzlePlan {
     Point face;
     Vector along;  // out of the face
     Id to = 0;     // what hangs at the face
-    Id pipeline = 0;
     int faceFlow = 0;
 };
 

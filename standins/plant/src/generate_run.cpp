@@ -154,7 +154,6 @@ void Run::endAtStop() {
 }
 
 void Run::startAt(NozzlePlan& nozzle) {
-    nozzle.pipeline = plan_->id;
     nozzle.faceFlow = outFlow();
     end_ = {-1, 0, &nozzle, Joint::Flange};
 }
@@ -165,7 +164,6 @@ void Run::endAt(NozzlePlan& nozzle) {
     PlanPoint& face = last().points[end_.slot];
     face.to = nozzle.id;
     nozzle.to = last().id;
-    nozzle.pipeline = plan_->id;
     nozzle.faceFlow = inFlow();
     end_ = {};
 }

@@ -55,7 +55,8 @@ std::size_t IdIndex::slotOf(std::int64_t id) const {
 
 void IdIndex::insertScattered(std::int64_t id, std::uint32_t number) {
     if (usedSlots_ * 2 >= slots_.size()) {
-        const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(std::max(fewestSlots, slots_.size() * 2)));
+        const std::vector<Slot> old =
+            std::exchange(slots_, std::vector<Slot>(std::max(fewestSlots, slots_.size() * 2)));
         for (const Slot& slot : old) {
             if (slot.id != 0) {
                 slots_[slotOf(slot.id)] = slot;

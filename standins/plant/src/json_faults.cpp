@@ -61,7 +61,7 @@ void refuseDocument(std::string_view text, simdjson::error_code error) {
     case simdjson::UNESCAPED_CHARS:
         throw Refusal("a control character in a text", Refusal::syntax, scanTexts(text).control);
     default:
-        throw Refusal(simdjson::error_message(error), Refusal::syntax, text.size());
+        throw Refusal(simdjson::error_message(error), Refusal::syntax, Refusal::end);
     }
 }
 

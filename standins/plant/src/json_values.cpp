@@ -45,6 +45,12 @@ std::string describe(std::string_view token) {
     }
 }
 
+constexpr std::string_view threeNumbers = "an array of three finite numbers";
+
+[[noreturn]] void refuseCount(std::string_view found) {
+    refuse(std::string(threeNumbers).append(" expected, ").append(found).append(" found"));
+}
+
 [[noreturn]] void refuseText(const RawText& text, std::string_view why) {
     refuse(std::string(1, '"').append(excerpt(text.view())).append("\" ").append(why));
 }
@@ -55,7 +61,16 @@ void refuseValue(od::value& value, std::string_view expected) {
     refuse(std::string(expected).append(" expected, ").append(describe(value.raw_json_token())).append(" found"));
 }
 
-void refuseSyntax(simdjson::error_code error) { throw Refusal(simdjson::error_message(error), Refusal::syntax); }
+void refuseSyntax(simdjson::error_code error) {
+    switch (error) {
+    case simdjson::TAPE_ERROR:
+        throw Refusal("a comma, colon, bracket or name is missing or one too many", Refusal::syntax);
+    case simdjson::INCOMPLETE_ARRAY_OR_OBJECT:
+        throw Refusal("a bracket is not closed as it was opened", Refusal::syntax, Refusal::end);
+    default:
+        throw Refusal(simdjson::error_message(error), Refusal::syntax);
+    }
+}
 
 RawText scanLongText(const char* start) {
     const char* at = start;
@@ -91,7 +106,9 @@ bool trueOrFalse(od::value& value) {
     return result;
 }
 
-void refuseId(od::value& value) { refuseValue(value, "an object id from 1 to " + std::to_string(largestId)); }
+void refuseId(od::value& value) {
+    refuseValue(value, "an object id from 1 to " + std::to_string(largestId));
+}
 
 od::json_type typeOf(od::value& value) {
     od::json_type type;
@@ -100,22 +117,21 @@ od::json_type typeOf(od::value& value) {
 }
 
 void readTriple(od::value& value, double* const (&places)[3]) {
-    constexpr std::string_view expected = "an array of three finite numbers";
     od::array array;
     if (value.get_array().get(array) != simdjson::SUCCESS) [[unlikely]] {
-        refuseValue(value, expected);
+        refuseValue(value, threeNumbers);
     }
     std::size_t count = 0;
     for (auto result : array) {
         check(result.error());
         od::value&& element = std::move(result).value_unsafe();
         if (count == std::size(places)) {
-            refuse(std::string(expected) + ", more found");
+            refuseCount("more");
         }
         *places[count++] = finiteNumber(element);
     }
     if (count != std::size(places)) {
-        refuse(std::string(expected) + ", " + std::to_string(count) + " found");
+        refuseCount(std::to_string(count));
     }
 }
 

@@ -6,6 +6,10 @@ namespace {
 const char* lastError = "";
 }
 
-void plant::setLastError(const char* text) { lastError = text; }
+void plant::setLastError(const char* text) {
+    lastError = text;
+}
 
-const char* hxcom::getLastErrorText() { return lastError; }
+const char* hxcom::getLastErrorText() {
+    return lastError;
+}

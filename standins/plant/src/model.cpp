@@ -26,10 +26,16 @@ void ModelDeleter::operator()(Model* model) const {
     delete model;
 }
 
-void setCurrentModel(Model* model) { current = model; }
-Model* currentModel() { return current; }
+void setCurrentModel(Model* model) {
+    current = model;
+}
+Model* currentModel() {
+    return current;
+}
 
-std::size_t objectCount(const Model& model) { return model.objects.size(); }
+std::size_t objectCount(const Model& model) {
+    return model.objects.size();
+}
 
 Model::~Model() {
     for (HextPrimary* primitive : withDestructor) {

@@ -1,14 +1,14 @@
-// What the model keeps. Everything lives in the model's arenas and goes with it; nothing here owns memory of its own but
-// the Model itself.
+// What the model keeps. Everything lives in the model's arenas and goes with it; nothing here owns memory of its own
+// but the Model itself.
 #pragma once
 
 #include "arena.h"
 #include "attribute_tables.h"
 #include "object_table.h"
+#include "plant/model.h"
 #include "platform/bom_record.h"
 #include "platform/objects.h"
 #include "platform/primitives.h"
-#include "plant/model.h"
 
 #include <cstdint>
 #include <deque>
@@ -35,11 +35,11 @@ struct ReferenceList {
 // One object that hangs at another one. `point` and `element` tell where the file says so.
 struct Connection {
     Reference to;
-    std::int16_t number;            // of the connection point; 0 where the other side alone tells
-    std::uint16_t point;            // index in `points`
-    std::uint32_t element : 30;     // index in an array of `to`
-    std::uint32_t inArray : 1;      // `to` is an array
-    std::uint32_t repeated : 1;     // the same object stands earlier among the connections
+    std::int16_t number;         // of the connection point; 0 where the other side alone tells
+    std::uint16_t point;         // index in `points`
+    std::uint32_t element : 30;  // index in an array of `to`
+    std::uint32_t inArray : 1;   // `to` is an array
+    std::uint32_t repeated : 1;  // the same object stands earlier among the connections
 };
 static_assert(sizeof(Connection) == 16);
 
@@ -71,7 +71,20 @@ struct PipeRun {
 };
 
 // The kinds that smrtln::isPipe and its like tell apart.
-enum class PartKind : std::uint8_t { Default, None, Pipe, Bend, Gasket, VirtualGasket, Flange, Hose, Boss, Olet, Nozzle, Valve };
+enum class PartKind : std::uint8_t {
+    Default,
+    None,
+    Pipe,
+    Bend,
+    Gasket,
+    VirtualGasket,
+    Flange,
+    Hose,
+    Boss,
+    Olet,
+    Nozzle,
+    Valve
+};
 
 // Members that only some objects have, kept as a short list of properties.
 enum class Member : std::uint16_t {
@@ -197,9 +210,9 @@ struct ObjectData {
     PartKind kind = PartKind::Default;
     bool available : 1 = true;
     bool hasShape : 1 = false;
-    bool hasNodeId : 1 = false;  // the node's id stands in the model's list
-    bool isRoot : 1 = false;     // of a database
-    bool isResolved : 1 = false; // connections hold addresses, while a file is read
+    bool hasNodeId : 1 = false;   // the node's id stands in the model's list
+    bool isRoot : 1 = false;      // of a database
+    bool isResolved : 1 = false;  // connections hold addresses, while a file is read
 };
 
 inline ObjectData& ObjectTable::operator[](std::size_t index) const {
@@ -246,7 +259,7 @@ public:
     Arena texts;
     AttributeTables attributes;
     ObjectTable objects{arena};
-    std::unordered_map<std::int64_t, ObjectData*> nodeIds;         // those that the file gives
+    std::unordered_map<std::int64_t, ObjectData*> nodeIds;           // those that the file gives
     std::unordered_map<const ObjectData*, std::int64_t> idsOfNodes;  // the same the other way
     std::deque<DatabaseData> databases;
     DatabaseData* main = nullptr;
@@ -257,7 +270,9 @@ public:
 };
 
 // The platform hands its objects out for reading; to itself they are its own.
-inline ObjectData& dataOf(const HxDbObject& object) { return const_cast<ObjectData&>(object.data()); }
+inline ObjectData& dataOf(const HxDbObject& object) {
+    return const_cast<ObjectData&>(object.data());
+}
 
 // An id held as decimal text: read as floating point and cut; 0 for what is no id.
 std::int64_t idOfText(const char* text);

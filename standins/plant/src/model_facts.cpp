@@ -11,13 +11,12 @@ namespace plant {
 namespace {
 
 constexpr std::string_view keysOfExports[] = {
-    "item",     "itype",    "smrtln",  "module",     "specname", "specid",   "standard",  "stanserial", "flanstd",
-    "end",      "end1",     "end2",    "end3",       "end4",     "size",     "size1",     "size2",      "size3",
-    "size4",    "rating",   "sch",     "thick",      "radius",   "angle",    "length",    "material",   "name",
-    "tag",      "note",     "serial",  "stan",       "unit",     "mtype",    "stype",     "skey",       "eqno",
-    "eqno1",    "eqname",   "nozno",   "leafnode",   "lineno",   "owner",    "zoneid",    "insul",      "insulcode",
-    "minsul",   "destemp",  "oprtemp", "despress",   "oprpress", "dtemp",    "otemp",     "dpress",     "opress",
-    "P1",       "P2",       "std_serial"};
+    "item",   "itype", "smrtln", "module", "specname",  "specid",   "standard",  "stanserial", "flanstd",  "end",
+    "end1",   "end2",  "end3",   "end4",   "size",      "size1",    "size2",     "size3",      "size4",    "rating",
+    "sch",    "thick", "radius", "angle",  "length",    "material", "name",      "tag",        "note",     "serial",
+    "stan",   "unit",  "mtype",  "stype",  "skey",      "eqno",     "eqno1",     "eqname",     "nozno",    "leafnode",
+    "lineno", "owner", "zoneid", "insul",  "insulcode", "minsul",   "destemp",   "oprtemp",    "despress", "oprpress",
+    "dtemp",  "otemp", "dpress", "opress", "P1",        "P2",       "std_serial"};
 
 // Fields that hold a point of the shape itself.
 std::vector<const FieldRow*> pointFields(const PrimitiveClass& type) {
@@ -165,8 +164,12 @@ void Bounds::add(const HxGePoint3D& point) {
     high = {std::max(high.x, point.x), std::max(high.y, point.y), std::max(high.z, point.z)};
 }
 
-double Bounds::distance() const { return (low + (high - low) / 2).asVector().length(); }
+double Bounds::distance() const {
+    return (low + (high - low) / 2).asVector().length();
+}
 
-ModelFacts factsOf(const Model& model) { return Counter(model).count(); }
+ModelFacts factsOf(const Model& model) {
+    return Counter(model).count();
+}
 
 }  // namespace plant

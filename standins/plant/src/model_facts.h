@@ -43,7 +43,7 @@ struct ModelFacts {
     std::size_t connections = 0;
     Bounds bounds;  // of connection points and the points of primitives
     std::size_t unnamedManagers = 0;
-    Counts repeatedNames;                         // "class name" of managers, where more than one has it
+    Counts repeatedNames;                        // "class name" of managers, where more than one has it
     std::vector<std::string> missingAttributes;  // keys that exports read and no object has
 };
 

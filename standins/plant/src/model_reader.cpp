@@ -3,7 +3,9 @@
 #include "json_faults.h"
 #include "tolmar/code_page.h"
 
+#include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace plant {
 
@@ -48,20 +50,20 @@ void ModelReader::read(ByteSource& source) {
             if (!refusal.isSyntax()) {
                 throw;
             }
-            const std::uint64_t byte = refusal.byte() ? piece.start + *refusal.byte() : whereItStands(piece);
-            refuse(refusal.text() + ", " + source.placeOf(byte));
+            const char* near = refusal.byte() ? ", " : ", near ";
+            const std::size_t byte = refusal.byte() ? *refusal.byte() : whereItStands(piece);
+            refuse(refusal.text() + near + source.placeOf(piece.start + std::min(byte, piece.text.size())));
         }
     }
     checkComplete(shapes::top(), seen_);
     resolver_.finish();
 }
 
-// The byte of the file where reading stands; the reader is a token ahead of what is wrong.
-std::uint64_t ModelReader::whereItStands(const Piece& piece) {
+// The byte of the piece where reading stands; the reader is a token ahead of what is wrong.
+std::size_t ModelReader::whereItStands(const Piece& piece) {
     const char* at = nullptr;
     const bool known = document_.current_location().get(at) == simdjson::SUCCESS;
-    const char* end = piece.text.data() + piece.text.size();
-    return piece.start + static_cast<std::uint64_t>((known && at < end ? at : end) - piece.text.data());
+    return known ? static_cast<std::size_t>(at - piece.text.data()) : Refusal::end;
 }
 
 void ModelReader::readPiece(const Piece& piece) {
@@ -132,9 +134,8 @@ void ModelReader::readTop(shapes::Top row, od::value& value) {
 }
 
 void ModelReader::readProject(od::value& value) {
-    eachMember(value, shapes::project(), unescape_, [&](int row, od::value& member) {
-        readProjectMember(static_cast<shapes::Project>(row), member);
-    });
+    eachMember(value, shapes::project(), unescape_,
+               [&](int row, od::value& member) { readProjectMember(static_cast<shapes::Project>(row), member); });
 }
 
 void ModelReader::readProjectMember(shapes::Project row, od::value& value) {

@@ -12,8 +12,9 @@ namespace plant {
 
 class ModelReader {
 public:
-    explicit ModelReader(Model& model) : model_(&model), unescape_(parser_), texts_(model.texts, unescape_),
-          objects_(model, document_, texts_), resolver_(model) {}
+    explicit ModelReader(Model& model)
+        : model_(&model), unescape_(parser_), texts_(model.texts, unescape_), objects_(model, document_, texts_),
+          resolver_(model) {}
 
     // Reads the pieces of a source to its end. Throws a Refusal.
     void read(ByteSource& source);
@@ -29,7 +30,7 @@ private:
     void readDatabases(od::value& value);
     void readDatabase(od::value& value);
     void checkDatabase(const DatabaseData& database) const;
-    std::uint64_t whereItStands(const Piece& piece);
+    std::size_t whereItStands(const Piece& piece);
 
     Model* model_;
     od::parser parser_;

@@ -184,8 +184,7 @@ void ObjectReader::readVector(const MemberRow& row, od::value& value) {
 
 ReferenceList ObjectReader::readReferenceList(od::value& value) {
     references_.clear();
-    eachElement(value, "an array of object ids",
-                [&](od::value& id) { references_.push_back({.id = objectId(id)}); });
+    eachElement(value, "an array of object ids", [&](od::value& id) { references_.push_back({.id = objectId(id)}); });
     return {model_->arena.copy(references_), static_cast<std::uint32_t>(references_.size())};
 }
 

@@ -8,9 +8,13 @@ using plant::ObjectData;
 
 namespace {
 
-bool isNode(const HxDbObject& object) { return object.isA() == HxDbTreeNode::desc(); }
+bool isNode(const HxDbObject& object) {
+    return object.isA() == HxDbTreeNode::desc();
+}
 
-HxDbTreeNode* nodeOf(ObjectData* object) { return object != nullptr ? &object->node : nullptr; }
+HxDbTreeNode* nodeOf(ObjectData* object) {
+    return object != nullptr ? &object->node : nullptr;
+}
 
 std::vector<HxDbObjectId> listOrSons(const ObjectData& data, Member member, const HxRxClass* ofSons) {
     std::vector<HxDbObjectId> ids;
@@ -34,7 +38,9 @@ HxDbObjectId HxDbObject::objectId() const {
     return HxDbObjectId(isNode(*this) ? data_->model->nodeId(*data_) : data_->id);
 }
 
-HxDbDataBase* HxDbObject::database() const { return &data_->database().object; }
+HxDbDataBase* HxDbObject::database() const {
+    return &data_->database().object;
+}
 
 void HxDbObject::openForWrite(int) {}
 
@@ -54,17 +60,33 @@ std::vector<HxDbObjectId> HxDbObject::getMemberIds() const {
     return listOrSons(*data_, Member::Members, HxDbObject::desc());
 }
 
-const char* HxDbObject::getStandard() const { return data_->text(Member::Standard); }
+const char* HxDbObject::getStandard() const {
+    return data_->text(Member::Standard);
+}
 
-const char* HxDbDataBase::dbName() const { return data_->name; }
+const char* HxDbDataBase::dbName() const {
+    return data_->name;
+}
 
-HxDbTreeNode* HxDbTreeNode::getSon() const { return nodeOf(data_->son); }
-HxDbTreeNode* HxDbTreeNode::getBrother() const { return nodeOf(data_->brother); }
-HxDbTreeNode* HxDbTreeNode::getParent() const { return nodeOf(data_->parent); }
-const char* HxDbTreeNode::getName() const { return data_->name; }
-HxDbObjectId HxDbTreeNode::getTreeNodeValue() const { return HxDbObjectId(data_->id); }
+HxDbTreeNode* HxDbTreeNode::getSon() const {
+    return nodeOf(data_->son);
+}
+HxDbTreeNode* HxDbTreeNode::getBrother() const {
+    return nodeOf(data_->brother);
+}
+HxDbTreeNode* HxDbTreeNode::getParent() const {
+    return nodeOf(data_->parent);
+}
+const char* HxDbTreeNode::getName() const {
+    return data_->name;
+}
+HxDbObjectId HxDbTreeNode::getTreeNodeValue() const {
+    return HxDbObjectId(data_->id);
+}
 
-short HextNameNode::getColorIdx() const { return data_->color; }
+short HextNameNode::getColorIdx() const {
+    return data_->color;
+}
 
 std::vector<HxDbObjectId> HxDbAssembly::getSubs() const {
     return listOrSons(*data_, Member::Subs, HxDbSmrtlnEntity::desc());

@@ -58,4 +58,6 @@ unsigned hxcad::transAcadColorIdx2RGB(int index) {
            static_cast<unsigned>(color.blue) << 16U;
 }
 
-int hxcad::getInverseColor(int index) { return lastIndex - index; }
+int hxcad::getInverseColor(int index) {
+    return lastIndex - index;
+}

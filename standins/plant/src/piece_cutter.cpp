@@ -17,7 +17,9 @@ constexpr std::size_t firstCapacity = std::size_t{512} << 10;
 constexpr std::size_t roomBehind = simdjson::SIMDJSON_PADDING + 64;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
-bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
 
 std::size_t skipBlanks(std::string_view text, std::size_t at) {
     while (at < text.size() && isBlank(text[at])) {
@@ -61,11 +63,17 @@ std::size_t findObjects(std::string_view text) {
 
 }  // namespace
 
-PieceCutter::PieceCutter(ByteSource& source) : source_(&source) { grow(); }
+PieceCutter::PieceCutter(ByteSource& source) : source_(&source) {
+    grow();
+}
 
-std::size_t PieceCutter::readable(const Piece& piece) { return piece.text.size() + simdjson::SIMDJSON_PADDING; }
+std::size_t PieceCutter::readable(const Piece& piece) {
+    return piece.text.size() + simdjson::SIMDJSON_PADDING;
+}
 
-std::size_t PieceCutter::usualSize() { return firstCapacity + 2; }
+std::size_t PieceCutter::usualSize() {
+    return firstCapacity + 2;
+}
 
 bool PieceCutter::next(Piece& piece) {
     restore();
@@ -141,12 +149,12 @@ bool PieceCutter::start(Piece& piece) {
     }
     if (head == 0) {
         state_ = State::End;
-        piece = {Piece::Kind::Whole, false, text(), offset_};
+        piece = {Piece::Kind::Whole, true, text(), offset_};
         return true;
     }
     state_ = State::InArray;
     surround(' ', head, "]}");
-    piece = {Piece::Kind::Head, false, {data(), head + 2}, offset_};
+    piece = {Piece::Kind::Head, true, {data(), head + 2}, offset_};
     return true;
 }
 

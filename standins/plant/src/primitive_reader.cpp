@@ -54,7 +54,8 @@ void readAnything(od::value& value, Unescaper& unescape, int depth) {
     }
     switch (typeOf(value)) {
     case od::json_type::object:
-        eachEntry(value, "an object", [&](const RawText&, od::value& inner) { readAnything(inner, unescape, depth + 1); });
+        eachEntry(value, "an object",
+                  [&](const RawText&, od::value& inner) { readAnything(inner, unescape, depth + 1); });
         break;
     case od::json_type::array:
         eachElement(value, "an array", [&](od::value& inner) { readAnything(inner, unescape, depth + 1); });

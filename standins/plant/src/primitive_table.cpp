@@ -156,12 +156,11 @@ std::vector<PrimitiveClass> flatSolids() {
         row<Box>({needed<&Box::point>("point"), needed<&Box::xLength>("xLength"), needed<&Box::yLength>("yLength"),
                   needed<&Box::zLength>("zLength"), field<&Box::xAxis>("xAxis"), field<&Box::yAxis>("yAxis"),
                   between<&Box::pointKind>("pointKind", 0, 1)}),
-        row<Squcone>({needed<&Squcone::point>("point"), needed<&Squcone::bottomX>("bottomX"),
-                      needed<&Squcone::bottomY>("bottomY"), needed<&Squcone::topX>("topX"),
-                      needed<&Squcone::topY>("topY"), needed<&Squcone::height>("height"),
-                      field<&Squcone::zAxis>("zAxis"), field<&Squcone::xAxis>("xAxis"),
-                      field<&Squcone::offsetDirection>("offsetDirection"),
-                      field<&Squcone::offsetLength>("offsetLength")}),
+        row<Squcone>(
+            {needed<&Squcone::point>("point"), needed<&Squcone::bottomX>("bottomX"),
+             needed<&Squcone::bottomY>("bottomY"), needed<&Squcone::topX>("topX"), needed<&Squcone::topY>("topY"),
+             needed<&Squcone::height>("height"), field<&Squcone::zAxis>("zAxis"), field<&Squcone::xAxis>("xAxis"),
+             field<&Squcone::offsetDirection>("offsetDirection"), field<&Squcone::offsetLength>("offsetLength")}),
         row<Wedge>({needed<&Wedge::point1>("point1"), needed<&Wedge::point2>("point2"),
                     needed<&Wedge::point3>("point3"), needed<&Wedge::wedgeSize>("wedgeSize")}),
         row<Prism>({needed<&Prism::startPoint>("startPoint"), needed<&Prism::endPoint>("endPoint"),
@@ -204,9 +203,9 @@ std::vector<PrimitiveClass> otherSolids() {
 std::vector<PrimitiveClass> otherItems() {
     using Line = HextPrimaryLine;
     using Text = HextPrimaryText;
-    PrimitiveClass text = row<Text>({needed<&Text::text>("text"), needed<&Text::position>("position"),
-                                     field<&Text::normal>("normal"), field<&Text::rotation>("rotation"),
-                                     field<&Text::height>("height"), field<&Text::style>("style")});
+    PrimitiveClass text =
+        row<Text>({needed<&Text::text>("text"), needed<&Text::position>("position"), field<&Text::normal>("normal"),
+                   field<&Text::rotation>("rotation"), field<&Text::height>("height"), field<&Text::style>("style")});
     text.construct = constructText;
     return {
         row<Line>({needed<&Line::startPoint>("startPoint"), needed<&Line::endPoint>("endPoint")}),

@@ -11,7 +11,9 @@ HxGePoint3D HextBox3D::center() const {
     return point + xAxis * (xLength / 2) + yAxis * (yLength / 2) + third * (zLength / 2);
 }
 
-HxGePoint3D HextSqucone3D::topCenter() const { return point + zAxis * height + offsetDirection * offsetLength; }
+HxGePoint3D HextSqucone3D::topCenter() const {
+    return point + zAxis * height + offsetDirection * offsetLength;
+}
 
 double HextOval3D::getHeadHeight(double r) const {
     if (radialRadius == 0) {

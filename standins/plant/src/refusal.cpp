@@ -10,7 +10,9 @@ void Refusal::within(std::string_view member) {
     }
 }
 
-void Refusal::within(std::size_t index) { path_.insert(0, 1, ']').insert(0, std::to_string(index)).insert(0, 1, '['); }
+void Refusal::within(std::size_t index) {
+    path_.insert(0, 1, ']').insert(0, std::to_string(index)).insert(0, 1, '[');
+}
 
 std::string Refusal::text() const {
     if (path_.empty()) {
@@ -19,6 +21,8 @@ std::string Refusal::text() const {
     return path_.substr(path_.front() == '.' ? 1 : 0).append(": ").append(what_);
 }
 
-void refuse(std::string what) { throw Refusal(std::move(what)); }
+void refuse(std::string what) {
+    throw Refusal(std::move(what));
+}
 
 }  // namespace plant

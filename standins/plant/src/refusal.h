@@ -16,6 +16,9 @@ public:
     struct Syntax {};
     static constexpr Syntax syntax{};
 
+    // The byte behind the last one of the document.
+    static constexpr std::size_t end = static_cast<std::size_t>(-1);
+
     explicit Refusal(std::string what) : what_(std::move(what)) {}
     // `byte` counts from the start of the document in hand; without it the reader's own place counts.
     Refusal(std::string what, Syntax, std::optional<std::size_t> byte = {})

@@ -136,9 +136,8 @@ void checkNodeIds(const Model& model) {
     for (std::size_t i = 0; i < model.objects.size(); ++i) {
         const ObjectData& object = model.objects[i];
         if (object.hasNodeId || object.inTree()) {
-            within(std::string_view("objects"), [&] {
-                within(i, [&] { within(std::string_view("node"), [&] { checkNodeId(model, object); }); });
-            });
+            within(std::string_view("objects"),
+                   [&] { within(i, [&] { within(std::string_view("node"), [&] { checkNodeId(model, object); }); }); });
         }
     }
 }

@@ -55,7 +55,9 @@ Hext::ErrorStatus getSupportReality(const HxDbSupportModel* support, HextPrimary
 Hext::ErrorStatus getXGReality(const HxDbXGModel* model, HextPrimaryArray& list, void*) {
     return copyShape(model, list);
 }
-Hext::ErrorStatus getAxissReality(const HxDbAxissLine* line, HextPrimaryArray& list) { return copyShape(line, list); }
+Hext::ErrorStatus getAxissReality(const HxDbAxissLine* line, HextPrimaryArray& list) {
+    return copyShape(line, list);
+}
 Hext::ErrorStatus getBalloonReality(const HxDbBalloon* balloon, HextPrimaryArray& list) {
     return copyShape(balloon, list);
 }

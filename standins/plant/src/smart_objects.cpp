@@ -32,9 +32,15 @@ constexpr HxGeVector3D usualInsVec{0, 0, 1};
 
 }  // namespace
 
-short HxDbSmrtlnEntity::getColorIdx() const { return data_->color; }
-void HxDbSmrtlnEntity::setColorIdx(short index) { data_->color = index; }
-const char* HxDbSmrtlnEntity::getObjectName() const { return data_->text(Member::ObjectName); }
+short HxDbSmrtlnEntity::getColorIdx() const {
+    return data_->color;
+}
+void HxDbSmrtlnEntity::setColorIdx(short index) {
+    data_->color = index;
+}
+const char* HxDbSmrtlnEntity::getObjectName() const {
+    return data_->text(Member::ObjectName);
+}
 
 void HxDbSmrtlnEntity::getAllConnObject(std::vector<HxDbObject*>& out) const {
     out.clear();
@@ -97,20 +103,42 @@ std::string HxDbTubeModel::getSmrtlnType() const {
     const char* type = data_->attributeText("smrtln");
     return type != nullptr ? type : "";
 }
-int HxDbTubeModel::getInsNo() const { return static_cast<int>(data_->whole(Member::InsNo, usualInsNo)); }
-int HxDbTubeModel::getRefNo() const { return static_cast<int>(data_->whole(Member::RefNo, usualRefNo)); }
-HxGePoint3D HxDbTubeModel::getInsPnt() const { return pointOf(*data_, Member::InsPoint, getInsNo()); }
+int HxDbTubeModel::getInsNo() const {
+    return static_cast<int>(data_->whole(Member::InsNo, usualInsNo));
+}
+int HxDbTubeModel::getRefNo() const {
+    return static_cast<int>(data_->whole(Member::RefNo, usualRefNo));
+}
+HxGePoint3D HxDbTubeModel::getInsPnt() const {
+    return pointOf(*data_, Member::InsPoint, getInsNo());
+}
 
-HxGePoint3D HxDbTubeGeneral::getInspt() const { return getInsPnt(); }
-HxGeVector3D HxDbTubeGeneral::getInsvec() const { return vectorOf(*data_, Member::InsVec, usualInsVec); }
-HxGeVector3D HxDbTubeGeneral::getRefvec() const { return vectorOf(*data_, Member::RefVec, usualRefVec); }
+HxGePoint3D HxDbTubeGeneral::getInspt() const {
+    return getInsPnt();
+}
+HxGeVector3D HxDbTubeGeneral::getInsvec() const {
+    return vectorOf(*data_, Member::InsVec, usualInsVec);
+}
+HxGeVector3D HxDbTubeGeneral::getRefvec() const {
+    return vectorOf(*data_, Member::RefVec, usualRefVec);
+}
 
-const char* HxDbBalloon::getNo() const { return data_->text(Member::No); }
-const char* HxDbNozzleModel::getNo() const { return data_->text(Member::No); }
-const char* HxDbAxissLine::getNo() const { return data_->text(Member::No); }
+const char* HxDbBalloon::getNo() const {
+    return data_->text(Member::No);
+}
+const char* HxDbNozzleModel::getNo() const {
+    return data_->text(Member::No);
+}
+const char* HxDbAxissLine::getNo() const {
+    return data_->text(Member::No);
+}
 
-const char* HxDbTubeModelSpec::getSpecName() const { return data_->attributeText("specname"); }
-HxGeVector3D HxDbTubeModelSpec::getRefVec() const { return vectorOf(*data_, Member::RefVec, usualRefVec); }
+const char* HxDbTubeModelSpec::getSpecName() const {
+    return data_->attributeText("specname");
+}
+HxGeVector3D HxDbTubeModelSpec::getRefVec() const {
+    return vectorOf(*data_, Member::RefVec, usualRefVec);
+}
 
 // The attribute holds the id as text, read as a number with a fraction and cut.
 HxDbTubeSpecification* HxDbTubeModelSpec::getSpec() const {
@@ -124,10 +152,16 @@ HxDbTubeSpecification* HxDbTubeModelSpec::getSpec() const {
 HxDbSupportItem* HxDbSupportModel::getSupItem() const {
     return HxDbSupportItem::cast(data_->reference(Member::SupItem));
 }
-const char* HxDbSupportModel::getSupNo() const { return data_->text(Member::No); }
+const char* HxDbSupportModel::getSupNo() const {
+    return data_->text(Member::No);
+}
 
-HextBolt* HxDbBoltNutModel::getBolt() const { return HextBolt::cast(data_->reference(Member::Bolt)); }
-HextNut* HxDbBoltNutModel::getNut() const { return HextNut::cast(data_->reference(Member::Nut)); }
+HextBolt* HxDbBoltNutModel::getBolt() const {
+    return HextBolt::cast(data_->reference(Member::Bolt));
+}
+HextNut* HxDbBoltNutModel::getNut() const {
+    return HextNut::cast(data_->reference(Member::Nut));
+}
 HxDbFlan2BoltNut* HxDbBoltNutModel::getFlanIdx() const {
     return HxDbFlan2BoltNut::cast(data_->reference(Member::Flange));
 }

@@ -26,7 +26,7 @@ PartKind usualKind(const HxDbObject& object) {
     if (item == nullptr) {
         return PartKind::None;
     }
-    return std::strcmp(item, "OLET") == 0 ? PartKind::Olet
+    return std::strcmp(item, "OLET") == 0   ? PartKind::Olet
            : std::strcmp(item, "BOSS") == 0 ? PartKind::Boss
                                             : PartKind::None;
 }
@@ -72,16 +72,36 @@ const char* endText(const HxDbTubeModel* model, int number, const char* key,
 
 namespace smrtln {
 
-bool isPipe(const HxDbObject* object) { return isOfKind(object, PartKind::Pipe); }
-bool isBend(const HxDbObject* object) { return isOfKind(object, PartKind::Bend); }
-bool isGask(const HxDbObject* object) { return isOfKind(object, PartKind::Gasket); }
-bool isGaskVirtual(const HxDbObject* object) { return isOfKind(object, PartKind::VirtualGasket); }
-bool isFlan(const HxDbObject* object) { return isOfKind(object, PartKind::Flange); }
-bool isHose(const HxDbObject* object) { return isOfKind(object, PartKind::Hose); }
-bool isBoss(const HxDbObject* object) { return isOfKind(object, PartKind::Boss); }
-bool isOlet(const HxDbObject* object) { return isOfKind(object, PartKind::Olet); }
-bool isNozzle(const HxDbObject* object) { return isOfKind(object, PartKind::Nozzle); }
-bool isValve(const HxDbObject* object, bool& flag) { return flag = isOfKind(object, PartKind::Valve); }
+bool isPipe(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Pipe);
+}
+bool isBend(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Bend);
+}
+bool isGask(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Gasket);
+}
+bool isGaskVirtual(const HxDbObject* object) {
+    return isOfKind(object, PartKind::VirtualGasket);
+}
+bool isFlan(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Flange);
+}
+bool isHose(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Hose);
+}
+bool isBoss(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Boss);
+}
+bool isOlet(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Olet);
+}
+bool isNozzle(const HxDbObject* object) {
+    return isOfKind(object, PartKind::Nozzle);
+}
+bool isValve(const HxDbObject* object, bool& flag) {
+    return flag = isOfKind(object, PartKind::Valve);
+}
 
 std::span<const std::string_view> bomKeys() {
     return currentModel() != nullptr ? currentModel()->attributes.keys.all() : std::span<const std::string_view>();
@@ -121,8 +141,7 @@ HxDbTubeModel* getPipelineStart(HxDbObjectId pipeline) {
     return HxDbTubeModel::cast(branches->branches[0].items[0].object->opened());
 }
 
-void getBranchOfPipeline_piping(HxDbObjectId pipeline, std::vector<std::vector<HxDbObjectId>>& out, void*, void*,
-                                int) {
+void getBranchOfPipeline_piping(HxDbObjectId pipeline, std::vector<std::vector<HxDbObjectId>>& out, void*, void*, int) {
     out.clear();
     const ObjectData* data = objectData(pipeline);
     const Property* branches = data != nullptr ? data->find(Member::Branches) : nullptr;

@@ -150,8 +150,7 @@ tolmar::Outline rectangle(double radius, double width, double height) {
 Tl::ErrorStatus buildTorus(const HextTorus3D& t, tolmar::Body& body) {
     const Bend bend{t.center, t.startPoint, t.thirdField, t.thirdField.asVector(), t.arcKind, t.form, t.angle};
     Turn turn;
-    const Tl::ErrorStatus status =
-        firstFailure({checkNumbers({t.startDiameter, t.endDiameter}), makeTurn(bend, turn)});
+    const Tl::ErrorStatus status = firstFailure({checkNumbers({t.startDiameter, t.endDiameter}), makeTurn(bend, turn)});
     if (status != Tl::eOk) {
         return status;
     }
@@ -178,8 +177,8 @@ Tl::ErrorStatus buildTorus(const HextTorus3D& t, tolmar::Body& body) {
 Tl::ErrorStatus buildSquareTorus(const HextSqutorus3D& t, tolmar::Body& body) {
     const Bend bend{t.center, t.startPoint, t.thirdField, t.normal, t.arcKind, t.form, t.angle};
     Turn turn;
-    const Tl::ErrorStatus status = firstFailure(
-        {checkNumbers({t.startWidth, t.startHeight, t.endWidth, t.endHeight}), makeTurn(bend, turn)});
+    const Tl::ErrorStatus status =
+        firstFailure({checkNumbers({t.startWidth, t.startHeight, t.endWidth, t.endHeight}), makeTurn(bend, turn)});
     if (status != Tl::eOk) {
         return status;
     }

@@ -19,8 +19,8 @@ struct ConeSizes {
 };
 
 Tl::ErrorStatus checkCone(const ConeSizes& cone) {
-    const Tl::ErrorStatus status = firstFailure(
-        {checkPoints({cone.start, cone.end}), checkNumbers({cone.startDiameter, cone.endDiameter})});
+    const Tl::ErrorStatus status =
+        firstFailure({checkPoints({cone.start, cone.end}), checkNumbers({cone.startDiameter, cone.endDiameter})});
     if (status != Tl::eOk) {
         return status;
     }
@@ -63,8 +63,7 @@ Tl::ErrorStatus buildCone(const HextConcone3D& c, tolmar::Body& body) {
 
 Tl::ErrorStatus buildEccentricCone(const HextEcone3D& c, tolmar::Body& body) {
     const ConeSizes cone{c.startPoint, c.endPoint, c.startDiameter, c.endDiameter};
-    if (const Tl::ErrorStatus status = firstFailure({checkCone(cone), checkDirections({c.vect})});
-        status != Tl::eOk) {
+    if (const Tl::ErrorStatus status = firstFailure({checkCone(cone), checkDirections({c.vect})}); status != Tl::eOk) {
         return status;
     }
     if (!(c.vect.length() > 0)) {
@@ -84,8 +83,7 @@ Tl::ErrorStatus buildEccentricCone(const HextEcone3D& c, tolmar::Body& body) {
 
 Tl::ErrorStatus buildSlopedCylinder(const HextScylinder3D& c, tolmar::Body& body) {
     const ConeSizes cone{c.startPoint, c.endPoint, c.diameter, c.diameter};
-    if (const Tl::ErrorStatus status = firstFailure({checkCone(cone), checkDirections({c.vect})});
-        status != Tl::eOk) {
+    if (const Tl::ErrorStatus status = firstFailure({checkCone(cone), checkDirections({c.vect})}); status != Tl::eOk) {
         return status;
     }
     Axes axes;

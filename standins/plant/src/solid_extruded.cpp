@@ -41,8 +41,7 @@ Tl::ErrorStatus buildWedge(const HextWedge3D& w, tolmar::Body& body) {
     const HxGeVector3D side = w.point1 - w.point2;
     Axes axes;
     const bool apart = base.length() > leastLength && side.length() > leastLength;
-    if (!apart || makeAxes(base.crossProduct(side), base, axes) != Tl::eOk ||
-        side.dotProduct(axes.y) <= leastLength) {
+    if (!apart || makeAxes(base.crossProduct(side), base, axes) != Tl::eOk || side.dotProduct(axes.y) <= leastLength) {
         return Tl::eCoincidentPoints;
     }
     // A negative size leads to the other side; the triangle is then mirrored in the plane's frame.
@@ -105,8 +104,7 @@ Tl::ErrorStatus addTrough(const HextSaddle3D& s, tolmar::Outline& section) {
     const double right = half + halfChord;
     const double startAngle = std::atan2(-centerAbove, halfChord);
     const double sweep = -(tlGePi + 2 * startAngle);
-    section.push_back(
-        {{right, s.sectionHeight}, true, {half, s.sectionHeight + centerAbove}, r, r, startAngle, sweep});
+    section.push_back({{right, s.sectionHeight}, true, {half, s.sectionHeight + centerAbove}, r, r, startAngle, sweep});
     section.push_back(corner(half - halfChord, s.sectionHeight));
     if (half - halfChord > leastLength) {
         section.push_back(corner(0, s.sectionHeight));
@@ -166,14 +164,10 @@ public:
         }
     }
 
-    tolmar::ExtrudedBody body(double height) const {
-        return extrusionOf(first_, axes_, axes_.z * std::fabs(height));
-    }
+    tolmar::ExtrudedBody body(double height) const { return extrusionOf(first_, axes_, axes_.z * std::fabs(height)); }
 
 private:
-    HxGePoint3D world(const HxGePoint3D& p) const {
-        return origin_ + xAxis_ * p.x + yAxis_ * p.y + frame_.y * p.z;
-    }
+    HxGePoint3D world(const HxGePoint3D& p) const { return origin_ + xAxis_ * p.x + yAxis_ * p.y + frame_.y * p.z; }
 
     Axes axes_;
     Axes frame_;  // Z along the outline's X axis, Y along its third axis

@@ -11,7 +11,15 @@ using tolmar::Outline;
 using tolmar::OutlinePiece;
 using tolmar::Point2;
 
-enum VertexKind : int { plain = 1, arcStart = 2, arcMiddle = 3, lastVertex = 4, closingArc = 5, circle = 6, rawMiddle = 7 };
+enum VertexKind : int {
+    plain = 1,
+    arcStart = 2,
+    arcMiddle = 3,
+    lastVertex = 4,
+    closingArc = 5,
+    circle = 6,
+    rawMiddle = 7
+};
 
 // Part of the squared extent below which a doubled area counts as nothing.
 constexpr double flatPart = 1e-12;

@@ -25,8 +25,8 @@ enum class Winding { CounterClockwise, Clockwise };
 [[nodiscard]] Tl::ErrorStatus checkVertices(const HextVertexList& list);
 
 // The outline of a checked list of points in plane coordinates, run through as `winding` says. Repeated points, and
-// points amid a straight run, are left out. eNoOutline, eBadOutline or eCoincidentPoints (a circle through points on one
-// line).
+// points amid a straight run, are left out. eNoOutline, eBadOutline or eCoincidentPoints (a circle through points on
+// one line).
 //
 // Kinds: a raw arc middle (7) counts as a middle (3), and is dropped as first or last of the list. 1 is a corner, 2 and
 // 5 begin an arc through the next vertex to the one after or to the first of the list, 4 ends the list, 6 makes the

@@ -54,8 +54,8 @@ Tl::ErrorStatus checkRevolve(const HextRevolve& r) {
     if (!r.profile || r.profile->empty()) {
         return Tl::eNoOutline;
     }
-    const Tl::ErrorStatus status = firstFailure({checkPoints({r.center}), checkDirections({r.axis}),
-                                                 checkNumbers({r.angle}), checkVertices(*r.profile)});
+    const Tl::ErrorStatus status = firstFailure(
+        {checkPoints({r.center}), checkDirections({r.axis}), checkNumbers({r.angle}), checkVertices(*r.profile)});
     if (status != Tl::eOk) {
         return status;
     }

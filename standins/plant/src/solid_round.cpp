@@ -42,9 +42,8 @@ Tl::ErrorStatus buildSphere(const HextSphere3D& s, tolmar::Body& body) {
 }
 
 Tl::ErrorStatus buildHead(const HextOval3D& h, tolmar::Body& body) {
-    const Tl::ErrorStatus status =
-        firstFailure({checkPoints({h.point}), checkDirections({h.vect}),
-                      checkNumbers({h.axialRadius, h.radialRadius, h.baseRadius})});
+    const Tl::ErrorStatus status = firstFailure({checkPoints({h.point}), checkDirections({h.vect}),
+                                                 checkNumbers({h.axialRadius, h.radialRadius, h.baseRadius})});
     if (status != Tl::eOk) {
         return status;
     }
@@ -60,10 +59,10 @@ Tl::ErrorStatus buildHead(const HextOval3D& h, tolmar::Body& body) {
     const double radial = std::max(h.radialRadius, h.baseRadius);
     const double from = std::acos(h.baseRadius / radial);
     tolmar::RevolvedBody head = wholeTurnAbout(h.point, axes);
-    head.profile = {line(0, 0),
-                    {{h.baseRadius, 0}, true, {0, height - h.axialRadius}, radial, h.axialRadius, from,
-                     tlGePi / 2 - from},
-                    line(0, height)};
+    head.profile = {
+        line(0, 0),
+        {{h.baseRadius, 0}, true, {0, height - h.axialRadius}, radial, h.axialRadius, from, tlGePi / 2 - from},
+        line(0, height)};
     body = std::move(head);
     return Tl::eOk;
 }

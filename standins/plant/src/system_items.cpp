@@ -25,10 +25,18 @@ const char* currentDatabase() {
 
 }  // namespace
 
-const char* HextSystem::getCurrentProjName() { return project().name; }
-const char* HextSystem::getCurrentProjPath() { return project().path; }
-const char* HextSystem::getCurrentUser() { return project().user; }
-const char* HextSystem::hextFullPlatformPath() { return project().platformPath; }
+const char* HextSystem::getCurrentProjName() {
+    return project().name;
+}
+const char* HextSystem::getCurrentProjPath() {
+    return project().path;
+}
+const char* HextSystem::getCurrentUser() {
+    return project().user;
+}
+const char* HextSystem::hextFullPlatformPath() {
+    return project().platformPath;
+}
 
 const char* HextSystem::getCurrentDesignItem(const char* key, bool) {
     const std::string_view wanted = key != nullptr ? key : "";

@@ -43,7 +43,9 @@ HxDbTreeNode* currentManagerNode() {
 
 namespace hxcom {
 
-HxDbTreeNode* getDataManTreeRoot() { return currentModel() != nullptr ? rootOf(*currentModel()->main) : nullptr; }
+HxDbTreeNode* getDataManTreeRoot() {
+    return currentModel() != nullptr ? rootOf(*currentModel()->main) : nullptr;
+}
 
 bool getTreeRootOfOther(std::vector<HxDbObject*>& out) {
     out.clear();
@@ -59,7 +61,9 @@ bool getTreeRootOfOther(std::vector<HxDbObject*>& out) {
     return !out.empty();
 }
 
-HxDbDataBase* getMainDataBase(bool) { return currentModel() != nullptr ? &currentModel()->main->object : nullptr; }
+HxDbDataBase* getMainDataBase(bool) {
+    return currentModel() != nullptr ? &currentModel()->main->object : nullptr;
+}
 
 const char* queryDbShortName(const HxDbDataBase* database) {
     return database != nullptr ? database->data().shortName : nullptr;
@@ -76,7 +80,9 @@ void getSizeZone(const HxDbObject* manager, HextSite*& site, HextZone*& zone) {
     }
 }
 
-int getCurrentModule() { return currentModel() != nullptr ? currentModel()->project.module : 0; }
+int getCurrentModule() {
+    return currentModel() != nullptr ? currentModel()->project.module : 0;
+}
 
 const KVParams* findKVParamArray(const std::vector<KVParams>& list, const char* key) {
     if (key == nullptr) {

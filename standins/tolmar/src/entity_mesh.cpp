@@ -94,8 +94,7 @@ TlDbPolyFaceMesh* HextPolygonMeshView::convertToPolyfaceMesh() const {
     return faces_.empty() ? nullptr : new TlDbPolyFaceMesh(points_, faces_);
 }
 
-Tl::ErrorStatus HextPolygonMeshView::getPolyFaceMeshData(const TlDbPolyFaceMesh* mesh,
-                                                         std::vector<TlGePoint3d>& points,
+Tl::ErrorStatus HextPolygonMeshView::getPolyFaceMeshData(const TlDbPolyFaceMesh* mesh, std::vector<TlGePoint3d>& points,
                                                          std::vector<std::int32_t>& faceIndices) {
     points.clear();
     faceIndices.clear();

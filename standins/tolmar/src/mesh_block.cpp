@@ -9,7 +9,8 @@ constexpr int blockFaces = 6;
 
 // Two triangles a face, in the order of the faces.
 constexpr std::uint8_t blockTriangles[blockFaces][6] = {
-    {0, 3, 2, 0, 2, 1}, {4, 5, 6, 4, 6, 7}, {0, 1, 5, 0, 5, 4}, {1, 2, 6, 1, 6, 5}, {2, 3, 7, 2, 7, 6}, {3, 0, 4, 3, 4, 7},
+    {0, 3, 2, 0, 2, 1}, {4, 5, 6, 4, 6, 7}, {0, 1, 5, 0, 5, 4},
+    {1, 2, 6, 1, 6, 5}, {2, 3, 7, 2, 7, 6}, {3, 0, 4, 3, 4, 7},
 };
 
 bool same(const TlGePoint3d& a, const TlGePoint3d& b) {

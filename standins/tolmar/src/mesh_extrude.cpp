@@ -105,8 +105,8 @@ MeshStatus makeRegion(const std::vector<Outline>& outlines, double tolerance, Me
     if (!uniteOutlines(scratch.region)) {
         return MeshStatus::BadRegion;
     }
-    const bool done = triangulate(scratch) != RegionCheck::Failed ||
-                      tessellateRegion(scratch.region, scratch.regionTriangles);
+    const bool done =
+        triangulate(scratch) != RegionCheck::Failed || tessellateRegion(scratch.region, scratch.regionTriangles);
     return done ? MeshStatus::Ok : MeshStatus::BadRegion;
 }
 

@@ -16,6 +16,7 @@ constexpr double profileShare = 0.55;
 // the more the faster the section changes.
 constexpr double leastTwistShare = 0.08;
 constexpr double mostTwistShare = 0.45;
+constexpr double slopeFactor = 1.8;
 // A surface that is an arc all over (a sphere, a torus) may swell: its points stand this much outside, so that the
 // facets may cut in deeper. In parts of the tolerance, and at most of the arc's radius.
 constexpr double swellShare = 0.4;
@@ -97,7 +98,7 @@ double twistShareOf(const RevolvedBody& body) {
         return 0;
     }
     const double slope = arc.radiusX * std::fabs(body.endFactor.x - 1) / (body.angle * body.pivot.x);
-    return std::clamp(3.0 * slope * std::sqrt(arc.radiusX / body.pivot.x), leastTwistShare, mostTwistShare);
+    return std::clamp(slopeFactor * slope * std::sqrt(arc.radiusX / body.pivot.x), leastTwistShare, mostTwistShare);
 }
 
 class ProfileMaker {
@@ -176,7 +177,8 @@ private:
         const double factor = 1 + by / profile_.pieces[0].radiusX;
         for (std::size_t i = 0; i < profile_.pieces.size(); ++i) {
             OutlinePiece& piece = profile_.pieces[i];
-            piece.start = {center.x + (piece.start.x - center.x) * factor, center.y + (piece.start.y - center.y) * factor};
+            piece.start = {center.x + (piece.start.x - center.x) * factor,
+                           center.y + (piece.start.y - center.y) * factor};
             piece.radiusX *= factor;
             piece.radiusY *= factor;
         }
@@ -259,8 +261,8 @@ private:
         return radial < 1e-12 ? unlimited : left / radial;
     }
 
-    // How fast a point of a tapered section changes its place, as a part of how fast it moves on. The curve that it runs
-    // along bends the more.
+    // How fast a point of a tapered section changes its place, as a part of how fast it moves on. The curve that it
+    // runs along bends the more.
     double bend(std::size_t i) const {
         if (!body_.tapered) {
             return 1;
@@ -314,8 +316,7 @@ private:
         const bool larger = scratch_.region.points[i].x > scratch_.region.points[j].x;
         const std::size_t large = larger ? i : j;
         const std::size_t small = larger ? j : i;
-        const double inner =
-            scratch_.region.points[large].x * std::cos(body_.angle / (2.0 * rings[large].chords));
+        const double inner = scratch_.region.points[large].x * std::cos(body_.angle / (2.0 * rings[large].chords));
         if (scratch_.region.points[small].x > inner) {
             rings[i].chords = rings[j].chords = std::max(rings[i].chords, rings[j].chords);
         }
@@ -371,7 +372,8 @@ private:
     Profile& profile_;
 };
 
-// Triangles of the profile, where it needs any. True also for a convex profile, which needs none when the turn is whole.
+// Triangles of the profile, where it needs any. True also for a convex profile, which needs none when the turn is
+// whole.
 RegionCheck checkProfile(MeshScratch& scratch) {
     const Region& region = scratch.region;
     if (region.pointCount() < 3) {
@@ -390,8 +392,8 @@ MeshStatus uniteProfile(MeshScratch& scratch) {
     if (!uniteOutlines(scratch.region)) {
         return MeshStatus::BadRegion;
     }
-    const bool done = checkProfile(scratch) != RegionCheck::Failed ||
-                      tessellateRegion(scratch.region, scratch.regionTriangles);
+    const bool done =
+        checkProfile(scratch) != RegionCheck::Failed || tessellateRegion(scratch.region, scratch.regionTriangles);
     return done ? MeshStatus::Ok : MeshStatus::BadRegion;
 }
 

@@ -101,8 +101,8 @@ private:
         for (std::size_t k = nodesOf(ring); k > 0; --k, arc += 2) {
             const double c = arc[0];
             const double s = arc[1];
-            out = putNode(out, middle.x + u.x * c + v.x * s, middle.y + u.y * c + v.y * s,
-                          middle.z + u.z * c + v.z * s);
+            out =
+                putNode(out, middle.x + u.x * c + v.x * s, middle.y + u.y * c + v.y * s, middle.z + u.z * c + v.z * s);
         }
         return out;
     }

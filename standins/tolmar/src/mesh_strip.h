@@ -7,8 +7,8 @@
 
 namespace tolmar {
 
-// Nodes `first`, `first + 1`, ... along a curve of `chords` chords. A closed ring has as many nodes, an open one has one
-// more. No chords: a single node, the tip of a cone.
+// Nodes `first`, `first + 1`, ... along a curve of `chords` chords. A closed ring has as many nodes, an open one has
+// one more. No chords: a single node, the tip of a cone.
 struct Ring {
     std::uint32_t first = 0;
     std::uint32_t chords = 0;
@@ -21,7 +21,9 @@ inline double* putNode(double* out, double x, double y, double z) {
     return out + 3;
 }
 
-inline double* putNode(double* out, const TlGePoint3d& p) { return putNode(out, p.x, p.y, p.z); }
+inline double* putNode(double* out, const TlGePoint3d& p) {
+    return putNode(out, p.x, p.y, p.z);
+}
 
 inline std::uint32_t* putTriangle(std::uint32_t* out, std::uint32_t a, std::uint32_t b, std::uint32_t c) {
     out[0] = a;
@@ -30,7 +32,9 @@ inline std::uint32_t* putTriangle(std::uint32_t* out, std::uint32_t a, std::uint
     return out + 3;
 }
 
-inline std::size_t stripTriangles(const Ring& a, const Ring& b) { return std::size_t{a.chords} + b.chords; }
+inline std::size_t stripTriangles(const Ring& a, const Ring& b) {
+    return std::size_t{a.chords} + b.chords;
+}
 
 // The strip between two rings that start at the same parameter: seen from outside `a` runs to the right below `b`.
 // Rings of different division are matched chord by chord in the order of the chords' middles, which for circles in

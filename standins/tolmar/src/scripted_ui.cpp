@@ -165,12 +165,25 @@ bool ScriptedUi::selectItems(OrnLogicForm& form) {
     return unmatched.empty();
 }
 
+void ScriptedUi::tellScope(const OrnLogicForm& form) {
+    say(Channel::Note,
+        std::to_string(counts_.checked) + " of " + std::to_string(counts_.items) + " items of the scope would go out");
+    const OrnLogicTree* tree = treeOf(form);
+    if (!answers_.listItems || tree == nullptr) {
+        return;
+    }
+    visitItems(*tree, [this](OrnLogicTree::Item item) {
+        if (item->checked) {
+            say(Channel::Note, "  " + itemPath(item));
+        }
+    });
+}
+
 void ScriptedUi::runForm(OrnLogicForm& form) {
     ++formsRun_;
     const bool ready = !answers_.cancelForms && setOptions(form) && selectItems(form);
     if (ready && answers_.dryRun) {
-        say(Channel::Note, std::to_string(counts_.checked) + " of " + std::to_string(counts_.items) +
-                               " items of the scope would go out");
+        tellScope(form);
     }
     form.onControlClicked(ready && !answers_.dryRun ? OrnLogicForm::ResultOk : OrnLogicForm::ResultCancel);
 }

@@ -18,12 +18,12 @@ namespace TlBr {
 
 enum ErrorStatus : int {
     eOk = 0,
-    eInvalidInput = 3,        // a tolerance that is not above 0, an element shape that is not made here
-    eUninitialisedObject = 5, // no boundary was set
-    eNotApplicable = 6,       // the entity has no boundary
-    eOutOfRange = 7,          // a traverser at its end
-    eTooManyElements = 20,    // more than tolmar::maxTriangles would be needed
-    eBadTopology = 21,        // a planar region that cannot be divided into triangles
+    eInvalidInput = 3,         // a tolerance that is not above 0, an element shape that is not made here
+    eUninitialisedObject = 5,  // no boundary was set
+    eNotApplicable = 6,        // the entity has no boundary
+    eOutOfRange = 7,           // a traverser at its end
+    eTooManyElements = 20,     // more than tolmar::maxTriangles would be needed
+    eBadTopology = 21,         // a planar region that cannot be divided into triangles
 };
 
 enum Element2dShape : int { kDefault = 0, kAllTriangles = 3 };

@@ -33,10 +33,10 @@ enum ErrorStatus : int {
     eBadSides = 47,          // a prism of fewer than 3 or more than 100 sides
     eBadAngle = 48,          // a sweep of 0
     eProfileCrossesAxis = 49,
-    eTooManyVertices = 50,   // an outline of more than `tlMaxOutlineVertices`
-    eUnknownClass = 51,      // no shape is known for the class
-    eSelfCutting = 52,       // a bend tighter than its section, a section that turns over
-    eBadSerial = 53,         // serialised content that cannot be read
+    eTooManyVertices = 50,  // an outline of more than `tlMaxOutlineVertices`
+    eUnknownClass = 51,     // no shape is known for the class
+    eSelfCutting = 52,      // a bend tighter than its section, a section that turns over
+    eBadSerial = 53,        // serialised content that cannot be read
 };
 
 }  // namespace Tl

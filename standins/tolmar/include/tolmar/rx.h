@@ -49,19 +49,24 @@ private:
 };
 
 // cast gives null for null and for an object of another class; derived classes pass.
-#define TLRX_CLASS(Class)                                                                        \
-public:                                                                                          \
-    static const TlRxClass classRecord;                                                          \
-    static const TlRxClass* desc() { return &classRecord; }                                      \
-    static Class* cast(TlRxObject* object) {                                                     \
-        return object != nullptr && object->isKindOf(&classRecord) ? static_cast<Class*>(object) \
-                                                                   : nullptr;                    \
-    }                                                                                            \
-    static const Class* cast(const TlRxObject* object) {                                         \
-        return object != nullptr && object->isKindOf(&classRecord)                               \
-                   ? static_cast<const Class*>(object)                                           \
-                   : nullptr;                                                                    \
+#define TLRX_CLASS(Class)                                                                                              \
+public:                                                                                                                \
+    static const TlRxClass classRecord;                                                                                \
+    static const TlRxClass* desc() {                                                                                   \
+        return &classRecord;                                                                                           \
+    }                                                                                                                  \
+    static Class* cast(TlRxObject* object) {                                                                           \
+        return object != nullptr && object->isKindOf(&classRecord) ? static_cast<Class*>(object) : nullptr;            \
+    }                                                                                                                  \
+    static const Class* cast(const TlRxObject* object) {                                                               \
+        return object != nullptr && object->isKindOf(&classRecord) ? static_cast<const Class*>(object) : nullptr;      \
     }
 
-#define TLRX_DEFINE_ROOT(Class) constexpr TlRxClass Class::classRecord{#Class}
-#define TLRX_DEFINE(Class, Base) constexpr TlRxClass Class::classRecord{#Class, Base::classRecord}
+#define TLRX_DEFINE_ROOT(Class)                                                                                        \
+    constexpr TlRxClass Class::classRecord {                                                                           \
+#Class                                                                                                         \
+    }
+#define TLRX_DEFINE(Class, Base)                                                                                       \
+    constexpr TlRxClass Class::classRecord {                                                                           \
+#Class, Base::classRecord                                                                                      \
+    }

@@ -26,6 +26,8 @@ struct ScriptedAnswers {
     TreeSelection selection{};
     // Forms are filled, counted and then cancelled.
     bool dryRun = false;
+    // A dry run names every checked item by its path.
+    bool listItems = false;
     // Every form is cancelled at once.
     bool cancelForms = false;
     // From this question on, counted from 1, cancelRequested is true; 0: never.
@@ -72,6 +74,7 @@ private:
     bool setOptions(OrnLogicForm& form);
     bool setOption(OrnLogicForm& form, const std::string& key, bool on);
     bool selectItems(OrnLogicForm& form);
+    void tellScope(const OrnLogicForm& form);
 
     ScriptedAnswers answers_;
     Output output_;

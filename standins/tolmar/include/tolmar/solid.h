@@ -88,8 +88,8 @@ struct RevolvedBody {
 };
 
 // From a rectangle to a circle. `corner` runs counter-clockwise seen from `top`; the corner 0 belongs to the quarter of
-// the ellipse from t = 0 to pi/2, the corner 1 to the next, and so on. Faces: rectangle, circle, then in turn the quarter
-// cone of each corner and the triangle that follows it.
+// the ellipse from t = 0 to pi/2, the corner 1 to the next, and so on. Faces: rectangle, circle, then in turn the
+// quarter cone of each corner and the triangle that follows it.
 struct SquareRoundBody {
     std::array<TlGePoint3d, 4> corner;
     Ellipse top;
