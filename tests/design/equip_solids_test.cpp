@@ -83,9 +83,9 @@ const std::vector<Source> sources = {
                       [](const Place& at, HextBox3D& b) {
                           b.point = at.p(10, 20, 30), b.xAxis = at.v(1, 0, 0), b.yAxis = at.v(0, 1, 0), sizes(b);
                       }),
-    source<HextBox3D>("left-handed box",
+    source<HextBox3D>("left-handed box with long axes",
                       [](const Place& at, HextBox3D& b) {
-                          b.point = at.p(10, 20, 30), b.xAxis = at.v(1, 0, 0), b.yAxis = at.v(0, 1, 0), sizes(b);
+                          b.point = at.p(10, 20, 30), b.xAxis = at.v(2, 0, 0), b.yAxis = at.v(0, 3, 0), sizes(b);
                           b.handedness = 0;
                       }),
     source<HextBox3D>("box about its centre",
@@ -114,9 +114,9 @@ const std::vector<Source> sources = {
                         }),
     source<HextSqucone3D>("rectangular frustum",
                           [](const Place& at, HextSqucone3D& c) {
-                              c.point = at.p(0, 10, 20), c.zAxis = at.v(0, 0, 1), c.xAxis = at.v(1, 0, 0);
+                              c.point = at.p(0, 10, 20), c.zAxis = at.v(0, 0, 3), c.xAxis = at.v(2, 0, 0);
                               c.bottomX = 600, c.bottomY = 400, c.topX = 200, c.topY = 300, c.height = 500;
-                              c.offsetDirection = at.v(0.6, 0.8, 0), c.offsetLength = 150;
+                              c.offsetDirection = at.v(3, 4, 0), c.offsetLength = 150;
                           }),
     source<HextWedge3D>("wedge",
                         [](const Place& at, HextWedge3D& w) {

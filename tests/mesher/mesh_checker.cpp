@@ -130,6 +130,10 @@ PlainMesh plainMesh(const tolmar::TriangleMesh& mesh) {
     return isGood(mesh, SIZE_MAX);
 }
 
+::testing::AssertionResult isRunBothWays(const PlainMesh& mesh) {
+    return hasMatchedEdges(mesh, SIZE_MAX);
+}
+
 ::testing::AssertionResult isManifold(const PlainMesh& mesh) {
     return isGood(mesh, 2);
 }

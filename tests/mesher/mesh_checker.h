@@ -19,7 +19,9 @@ PlainMesh plainMesh(const tolmar::TriangleMesh& mesh);
 // Every edge is run through as often one way as the other, every triangle has an area, every point is used, and no two
 // points stand at one place.
 ::testing::AssertionResult isClosed(const PlainMesh& mesh);
-// As above, and no edge belongs to more than two triangles.
+// The first part of that: no hole in it, though triangles may have no area to speak of.
+::testing::AssertionResult isRunBothWays(const PlainMesh& mesh);
+// All of that, and no edge belongs to more than two triangles.
 ::testing::AssertionResult isManifold(const PlainMesh& mesh);
 
 double volumeOf(const PlainMesh& mesh);

@@ -1,10 +1,9 @@
 // Every primitive class, in every size and turned in space: closed, outward, within the tolerance, of the right volume.
-#include "mesh_checker.h"
-#include "platform/entities.h"
+#include "mesh_of.h"
 #include "shape_cases.h"
 
+#include <cctype>
 #include <cmath>
-#include <memory>
 
 namespace {
 
@@ -16,22 +15,6 @@ Place turnedPlace() {
     place.y = place.y.rotatedBy(0.7, axis);
     place.z = place.z.rotatedBy(0.7, axis);
     return place;
-}
-
-PlainMesh meshOf(const HextPrimary3D& primitive, double tolerance) {
-    const std::unique_ptr<TlDbEntity> entity(transHextPrimary3D(&primitive));
-    const ORNACadPrimary3D* parametric = ORNACadPrimary3D::cast(entity.get());
-    TlDb3dSolid* solid = nullptr;
-    if (parametric == nullptr || parametric->getSolid(solid) != Tl::eOk) {
-        return {};
-    }
-    const std::unique_ptr<TlDb3dSolid> owned(solid);
-    tolmar::TriangleMesh mesh;
-    if (tolmar::meshBody(*solid->body(), tolerance, mesh) != tolmar::MeshStatus::Ok) {
-        return {};
-    }
-    EXPECT_EQ(mesh.faces.size(), std::size_t(tolmar::faceCount(*solid->body())));
-    return plainMesh(mesh);
 }
 
 // The farthest that samples of the mesh stand off the true surface, in millimetres.
@@ -63,7 +46,7 @@ TEST_P(Solids, AreClosedAndHoldTheToleranceInEverySize) {
     const Place place = turnedPlace();
     for (const double size : {0.1, 1.0, 10.0, 100.0, 1000.0, 1e4}) {
         SCOPED_TRACE(shape().name + " of size " + std::to_string(size));
-        const PlainMesh mesh = meshOf(*shape().make(place, size), 1.0);
+        const PlainMesh mesh = meshOf(*shape().make(place, size)).mesh;
         ASSERT_TRUE(isManifold(mesh));
         EXPECT_GT(volumeOf(mesh), 0);
         EXPECT_LE(worstOff(shape(), mesh, place, size), 1.0 + 1e-6);
@@ -74,7 +57,7 @@ TEST_P(Solids, AreClosedAndHoldTheToleranceInEverySize) {
 TEST_P(Solids, AreClosedAtAKilometre) {
     const Place place = turnedPlace();
     const double size = 1e6;
-    const PlainMesh mesh = meshOf(*shape().make(place, size), 1.0);
+    const PlainMesh mesh = meshOf(*shape().make(place, size)).mesh;
     ASSERT_TRUE(isManifold(mesh)) << shape().name;
     EXPECT_LE(worstOff(shape(), mesh, place, size), 1.0 + 1e-6) << shape().name;
 }
@@ -83,7 +66,7 @@ TEST_P(Solids, HaveTheVolumeAndAreaOfTheFormula) {
     const Place place = turnedPlace();
     const double size = 100;
     const double tolerance = 0.002;
-    const PlainMesh mesh = meshOf(*shape().make(place, size), tolerance);
+    const PlainMesh mesh = meshOf(*shape().make(place, size), tolerance).mesh;
     ASSERT_FALSE(mesh.triangles.empty()) << shape().name;
     // A mesh within the tolerance of the surface differs by no more than a layer of that thickness.
     const double volume = shape().volume * size * size * size;
@@ -98,7 +81,7 @@ TEST_P(Solids, TakeNoMoreTrianglesThanTheChordRuleDoes) {
     for (const double size : {100.0, 1000.0, 1e4}) {
         const double rule = shape().chordRule(size);
         if (rule > 0) {
-            const PlainMesh mesh = meshOf(*shape().make(Place(), size), 1.0);
+            const PlainMesh mesh = meshOf(*shape().make(Place(), size)).mesh;
             EXPECT_LE(double(mesh.triangles.size()), shape().overRule * rule + 8)
                 << shape().name << " of size " << size;
         }

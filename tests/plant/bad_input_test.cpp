@@ -284,7 +284,7 @@ TEST_F(BadFiles, SayWhyTheyCannotBeRead) {
     EXPECT_EQ(errorOf("empty.json"), "the file is empty");
     std::ofstream(folder_ / "lines.json") << "{\n  \"format\": \"tessaro-plant\",\n  \"version\" 1\n}\n";
     EXPECT_EQ(errorOf("lines.json"),
-              "a comma, colon, bracket or name is missing or one too many, near line 4, column 1 (byte 50)");
+              "a comma, colon, bracket or name is missing or one too many, near line 3, column 13 (byte 44)");
 }
 
 // Each prefix of a good file is refused, none is taken for a smaller model.

@@ -211,6 +211,9 @@ TEST_F(Rvmout, TheScriptIsLoadedAfreshForEachRun) {
     script("function getNodeName(t) return 'second' end");
     rvmout();
     EXPECT_EQ(readPair().rvm.groups.at(1).name, "second");
+    script("function getNodeName(t) return 'early' end error('late')");
+    rvmout();
+    EXPECT_EQ(readPair().rvm.groups.at(1).name, "early") << "what a failing script has defined is called";
 }
 
 // --------------------------------------------------------------------------------------------------------- branches

@@ -4,6 +4,7 @@
 #include "forms/forms.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
+#include "tolmar/code_page.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
@@ -21,7 +22,9 @@
 // The current model for as long as the object lives.
 class TestModel {
 public:
-    explicit TestModel(const std::string& json) : result_(plant::loadModelText(json, "test.json")) {
+    // Text of a test stands in the code page, that of a file in UTF-8.
+    explicit TestModel(const std::string& json)
+        : result_(plant::loadModelText(tolmar::isValidUtf8(json) ? json : tolmar::toUtf8(json), "test.json")) {
         EXPECT_TRUE(result_) << result_.error;
         plant::setCurrentModel(result_.model.get());
         clearBomCache();

@@ -177,6 +177,9 @@ int PlantWriter::writeSurroundings(int budget) {
     if (budget >= smallestWithDucts && unit_ % 3 == 1) {
         written += writeTrays(*out_, ids_, lines);
     }
+    if (budget >= smallestWithDucts && unit_ % unitsPerSite == 0) {
+        written += writeDrawing(*out_, ids_, structures);
+    }
     return written;
 }
 

@@ -208,4 +208,17 @@ void Primitives::text(std::string_view text, const Point& at, double height, con
     out_->text(",\"normal\":").direction(normal).text(",\"height\":").number(height).text("}");
 }
 
+void Primitives::hostBox(std::string_view type, const Point& center, const Vector& size) {
+    const bool block = type == "HextAcadBlockReference";
+    begin(type).text(block ? ",\"entity\":{\"type\":\"block\",\"parts\":[{" : ",\"entity\":{");
+    out_->text("\"type\":\"solid\",\"primitive\":{\"type\":\"HextBox3D\",\"point\":").point(center);
+    out_->text(",\"xLength\":").number(size.x).text(",\"yLength\":").number(size.y);
+    out_->text(",\"zLength\":").number(size.z).text(",\"pointKind\":1}}").text(block ? "]}}" : "}");
+}
+
+void Primitives::hostLine(const Point& start, const Point& end_) {
+    begin("HextPrimaryAcadEntity").text(",\"entity\":{\"type\":\"line\",\"startPoint\":").point(start);
+    out_->text(",\"endPoint\":").point(end_).text("}}");
+}
+
 }  // namespace plant::generator

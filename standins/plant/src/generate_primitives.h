@@ -51,6 +51,9 @@ public:
     void cover(const Point& center, double radius, double height);
     void line(const Point& start, const Point& end);
     void text(std::string_view text, const Point& at, double height, const Vector& normal);
+    // Host entities carried as primitives: a block of one kind or another, and a line.
+    void hostBox(std::string_view type, const Point& center, const Vector& size);
+    void hostLine(const Point& start, const Point& end);
 
 private:
     Output& begin(std::string_view type);

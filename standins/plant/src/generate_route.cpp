@@ -95,7 +95,7 @@ const Router::Group Router::socketGroups[] = {
     {10, 6, 3, false, [](const Run& run) { return 2 * run.pipe().tee; }, &Router::teeBranch},
 };
 
-// ----------------------------------------------------------------------------------------------------------- the path
+// ------------------------------------------------------------------------------------------------------------ the path
 
 int Router::leastObjects(const Route& route) {
     constexpr int atNozzle = 6;
@@ -220,7 +220,7 @@ double Router::pipeLength(double most) {
     return step * random_->below(steps + 1);
 }
 
-// ------------------------------------------------------------------------------------------------- groups on a leg
+// ----------------------------------------------------------------------------------------------------- groups on a leg
 
 void Router::nothing(Run&) {}
 

@@ -47,7 +47,7 @@ double Run::distanceTo(double coordinate) const {
     return (coordinate - here) * (a.x + a.y + a.z);
 }
 
-// ------------------------------------------------------------------------------------------------------------ joining
+// ------------------------------------------------------------------------------------------------------------- joining
 
 Part& Run::put(Family family, Ends ends) {
     Part& part = plan_->parts.emplace_back();
@@ -139,7 +139,7 @@ void Run::takePendingBolts() {
     }
 }
 
-// --------------------------------------------------------------------------------------------------------------- ends
+// ---------------------------------------------------------------------------------------------------------------- ends
 
 void Run::startAtStop() {
     Part& part = put(Family::Stop, Ends::Weld);
@@ -176,7 +176,7 @@ Run Run::branchAt(int no, const Vector& along, int size, bool flowsOut, Joint jo
     return branch;
 }
 
-// -------------------------------------------------------------------------------------------------------------- pipes
+// --------------------------------------------------------------------------------------------------------------- pipes
 
 void Run::pipe(double length) {
     join(buttJoint());
@@ -230,7 +230,7 @@ void Run::elbow(const Vector& direction, Family family, double radius) {
     at_ = far;
 }
 
-// ----------------------------------------------------------------------------------------------------------- branches
+// ------------------------------------------------------------------------------------------------------------ branches
 
 Run Run::tee(const Vector& side, int sideSize, bool flowsOut) {
     join(buttJoint());
@@ -325,7 +325,7 @@ std::pair<Run, Run> Run::cross(const Vector& side, int sideSize) {
     return {first, branchAt(4, -side, sideSize, true, Joint::Weld)};
 }
 
-// ----------------------------------------------------------------------------------------------------------- reducers
+// ------------------------------------------------------------------------------------------------------------ reducers
 
 void Run::reduceTo(int size) {
     join(Joint::Weld);

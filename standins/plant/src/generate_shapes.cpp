@@ -36,8 +36,7 @@ private:
     char* end_;
 };
 
-// ---------------------------------------------------------------------------------------------------- pipes and
-// fittings
+// -------------------------------------------------------------------------------------------------- pipes and fittings
 
 void drawPipe(const Drawing& d) {
     d.shape.cylinder(d.at(1), d.at(2), d.size.outer);
@@ -113,8 +112,7 @@ void drawUnion(const Drawing& d) {
     d.shape.prism(d.along(d.part.length * 0.4), d.along(d.part.length * 0.6), d.size.outer / 2 + 14, 6);
 }
 
-// ---------------------------------------------------------------------------------------------------- flanges and
-// gaskets
+// ------------------------------------------------------------------------------------------------- flanges and gaskets
 
 void drawFlange(const Drawing& d) {
     constexpr double hub = 16;
@@ -137,8 +135,7 @@ void drawGasket(const Drawing& d) {
 
 void drawNothing(const Drawing&) {}
 
-// ---------------------------------------------------------------------------------------------------------------
-// valves
+// -------------------------------------------------------------------------------------------------------------- valves
 
 // The two flanges of a body that has them; gives their thickness.
 double drawEndFlanges(const Drawing& d) {
@@ -236,8 +233,7 @@ void drawHose(const Drawing& d) {
     d.shape.cylinder(d.along(d.part.length - rim), d.at(2), d.size.flange.outer);
 }
 
-// ------------------------------------------------------------------------------------------------ welds, stops,
-// balloons
+// ---------------------------------------------------------------------------------------------- welds, stops, balloons
 
 void drawWeld(const Drawing& d) {
     d.shape.cylinder(d.at(1), d.at(2), d.size.outer + 4);

@@ -165,8 +165,7 @@ int writeGrid(Output& out, Ids& ids, const Place& place, int count) {
     return count;
 }
 
-// ------------------------------------------------------------------------------------------------------ ducts and
-// trays
+// ----------------------------------------------------------------------------------------------------- ducts and trays
 
 namespace {
 
@@ -268,8 +267,29 @@ int writeTrays(Output& out, Ids& ids, const Place& place) {
     return line.count();
 }
 
-// -------------------------------------------------------------------------------------------------------------
-// supports
+int writeDrawing(Output& out, Ids& ids, const Place& place) {
+    const Point pit = place.origin + Vector(38000, 3000, 400);
+    const Id manager = ids.next();
+    beginManager(out, manager, "HextPIDPaperManager", place, "TZ").text("}");
+    beginObject(out, ids.next(), "HxDbAcadSerialObject", manager).member("objectName", "acad_serial");
+    out.text(",\"attrs\":{\"item\":\"ACAD\"}");
+    {
+        Primitives shape(out);
+        shape.hostBox("HextPrimaryAcad", pit, {1600, 1200, 800});
+        shape.hostBox("HextPrimaryAcadSolid3D", pit + up * 425.0, {800, 800, 50});
+        shape.hostBox("HextAcadBlockReference", pit + east * 1000.0, {200, 200, 400});
+    }
+    out.text("}");
+    beginObject(out, ids.next(), "HextAcadEntitySer", manager).text(",\"attrs\":{\"item\":\"ACAD\"}");
+    {
+        Primitives shape(out);
+        shape.hostLine(pit - east * 800.0, pit + east * 800.0);
+    }
+    out.text("}");
+    return 2;
+}
+
+// ------------------------------------------------------------------------------------------------------------ supports
 
 namespace {
 

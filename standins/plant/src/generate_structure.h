@@ -32,6 +32,8 @@ int writeFoundations(Output& out, Ids& ids, const Place& place, const std::vecto
 int writeGrid(Output& out, Ids& ids, const Place& place, int count);
 int writeDucts(Output& out, Ids& ids, const Place& place);
 int writeTrays(Output& out, Ids& ids, const Place& place);
+// A drawing that carries host content.
+int writeDrawing(Output& out, Ids& ids, const Place& place);
 int writeSupports(Output& out, Ids& ids, Library& library, const Place& place, std::span<const SupportPoint> points);
 
 }  // namespace plant::generator

@@ -93,8 +93,8 @@ Tl::ErrorStatus buildSlopedCylinder(const HextScylinder3D& c, tolmar::Body& body
     tolmar::ConeBody cylinder = coneBetween(cone, axes);
     // The sloped end is the one at the start: each of its points moves along the axis into the plane across `vect`.
     const double along = c.vect.dotProduct(axes.z);
-    if (!(std::fabs(along) > 0)) {
-        return Tl::eZeroDirection;
+    if (along == 0) {
+        return c.vect.length() > 0 ? Tl::eSelfCutting : Tl::eZeroDirection;
     }
     tolmar::Ellipse& sloped = cylinder.start;
     const double shiftU = -c.vect.dotProduct(sloped.u) / along;

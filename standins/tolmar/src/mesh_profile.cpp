@@ -35,20 +35,28 @@ double normalDistance(const OutlinePiece& arc, double t) {
     return arc.radiusX * arc.radiusY / std::sqrt(c * c + s * s);
 }
 
+// A point of an arc: where the surface's normal points there, and the curvature of the arc.
+struct ArcPoint {
+    double nr;
+    double nz;
+    double curvature;
+};
+
 // The largest sag of a ring at an inner point of an arc for which the middles of the ring's chords stay within
 // `tolerance` on the far side of the surface.
-double arcPointLimit(const OutlinePiece& arc, double t, double tolerance) {
+double arcPointLimit(const ArcPoint& p, double tolerance) {
+    const double bend = p.nz * p.nz * p.curvature;
+    if (bend * tolerance < 1e-12) {
+        return p.nr < 0 ? tolerance : unlimited;
+    }
+    return (p.nr + std::sqrt(p.nr * p.nr + 2 * tolerance * bend)) / bend;
+}
+
+ArcPoint ellipsePoint(const OutlinePiece& arc, double t) {
     const double c = arc.radiusY * std::cos(t);
     const double s = arc.radiusX * std::sin(t);
     const double length = std::sqrt(c * c + s * s);
-    const double nr = c / length;
-    const double nz2 = s * s / (length * length);
-    if (nz2 < 1e-12) {
-        return nr < 0 ? tolerance : unlimited;
-    }
-    const double curvature = arc.radiusX * arc.radiusY / (length * length * length);
-    const double bend = nz2 * curvature;
-    return (nr + std::sqrt(nr * nr + 2 * tolerance * bend)) / bend;
+    return {c / length, s / length, arc.radiusX * arc.radiusY / (length * length * length)};
 }
 
 // The steps of an arc of an ellipse, each as wide as its sag allows, then all narrowed to fill the arc.
@@ -206,8 +214,12 @@ private:
         const bool hollow = piece.sweep < 0;
         std::fill_n(profile_.chords.extend(chords), chords, ProfileChord{chordSag, 0, hollow});
         profile_.limits.push_back(tolerance_);
+        const Point2* const points = scratch_.region.points.end() - chords;
+        const double inverse = 1 / piece.radiusX;
         for (std::uint32_t k = 1; k < chords; ++k) {
-            profile_.limits.push_back(pointLimit(piece, piece.startAngle + step * k));
+            const ArcPoint at{(points[k].x - piece.center.x) * inverse, (points[k].y - piece.center.y) * inverse,
+                              inverse};
+            profile_.limits.push_back(pointLimit(at, hollow));
         }
         return true;
     }
@@ -219,7 +231,7 @@ private:
             const double step = steps.step(k);
             const Point2 at{piece.center.x + piece.radiusX * std::cos(t), piece.center.y + piece.radiusY * std::sin(t)};
             scratch_.region.points.push_back(k == 0 ? piece.start : at);
-            profile_.limits.push_back(k == 0 ? tolerance_ : pointLimit(piece, t));
+            profile_.limits.push_back(k == 0 ? tolerance_ : pointLimit(ellipsePoint(piece, t), piece.sweep < 0));
             profile_.chords.push_back(
                 {normalDistance(piece, t + step / 2) * (1 - std::cos(step / 2)), 0, piece.sweep < 0});
             t += step;
@@ -227,8 +239,9 @@ private:
     }
 
     // On a hollow arc the far side is the other one.
-    double pointLimit(const OutlinePiece& arc, double t) const {
-        return arcPointLimit(arc, arc.sweep < 0 ? t + tlGePi : t, tolerance_ - swell_);
+    double pointLimit(ArcPoint at, bool hollow) const {
+        at.nr = hollow ? -at.nr : at.nr;
+        return arcPointLimit(at, tolerance_ - swell_);
     }
 
     void addNormals() {
@@ -316,8 +329,9 @@ private:
         const bool larger = scratch_.region.points[i].x > scratch_.region.points[j].x;
         const std::size_t large = larger ? i : j;
         const std::size_t small = larger ? j : i;
-        const double inner = scratch_.region.points[large].x * std::cos(body_.angle / (2.0 * rings[large].chords));
-        if (scratch_.region.points[small].x > inner) {
+        // A little less than the cosine leaves of the radius.
+        const double half = body_.angle / (2.0 * rings[large].chords);
+        if (scratch_.region.points[small].x > scratch_.region.points[large].x * (1 - half * half / 2)) {
             rings[i].chords = rings[j].chords = std::max(rings[i].chords, rings[j].chords);
         }
     }

@@ -33,22 +33,20 @@ std::uint32_t* merged(std::uint32_t* out, const Ring& a, const Ring& b, std::uin
     std::uint64_t middleB = a.chords;
     const std::uint64_t stepA = 2 * std::uint64_t{b.chords};
     const std::uint64_t stepB = 2 * std::uint64_t{a.chords};
+    const std::uint32_t endA = a.first + a.chords;
+    const std::uint32_t endB = b.first + b.chords;
     std::uint32_t i = a.first;
     std::uint32_t j = b.first;
-    std::uint32_t leftA = a.chords;
-    std::uint32_t leftB = b.chords;
-    while (leftA + leftB > 0) {
-        if (middleA <= middleB) {
-            const std::uint32_t next = --leftA == 0 ? lastA : i + 1;
-            out = putTriangle(out, i, next, j);
-            i = next;
-            middleA += stepA;
-        } else {
-            const std::uint32_t next = --leftB == 0 ? lastB : j + 1;
-            out = putTriangle(out, i, next, j);
-            j = next;
-            middleB += stepB;
-        }
+    // Which ring goes on cannot be foretold: no branch depends on it.
+    for (std::size_t left = stripTriangles(a, b); left > 0; --left) {
+        const bool onA = middleA <= middleB;
+        const std::uint32_t nextA = i + 1 == endA ? lastA : i + 1;
+        const std::uint32_t nextB = j + 1 == endB ? lastB : j + 1;
+        out = putTriangle(out, i, onA ? nextA : nextB, j);
+        i = onA ? nextA : i;
+        j = onA ? j : nextB;
+        middleA += onA ? stepA : 0;
+        middleB += onA ? 0 : stepB;
     }
     return out;
 }

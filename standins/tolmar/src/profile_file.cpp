@@ -3,6 +3,9 @@
 #include "tolmar/paths.h"
 #include "tolmar/system.h"
 
+#define SI_NO_CONVERSION  // bytes stay as they are; no wide form is needed
+#include <SimpleIni.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdint>
@@ -39,35 +42,54 @@ FileStamp stampOf(const std::string& path) {
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim)};
 }
 
-// The bytes of the profile file read last: a tree of a million nodes asks for as many prefixes. A file that has changed
-// is read again.
+std::string_view unquoted(std::string_view value) {
+    const bool quoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+    return quoted ? value.substr(1, value.size() - 2) : value;
+}
+
+// The profile file read last: a tree of a million nodes asks for as many prefixes. A file that has changed is read
+// again.
 class LastProfile {
 public:
-    std::string_view bytes(std::string_view codePagePath) {
+    // The first value of a key, without one pair of quotes around it.
+    std::optional<std::string_view> value(std::string_view codePagePath, const char* section, const char* key) {
+        refresh(codePagePath);
+        CSimpleIniA::TNamesDepend values;
+        if (!ini_.GetAllValues(section, key, values) || values.empty()) {
+            return std::nullopt;
+        }
+        values.sort(CSimpleIniA::Entry::LoadOrder());
+        return unquoted(values.front().pItem);
+    }
+    void forget() { settled_ = false; }
+
+private:
+    void refresh(std::string_view codePagePath) {
         const std::string path = resolvePath(codePagePath).string();
         const FileStamp now = stampOf(path);
         if (now.size < 0 || !settled_ || path != path_ || !(now == stamp_)) {
             read(codePagePath, path, now);
         }
-        return bytes_;
     }
-    void forget() { settled_ = false; }
 
-private:
     void read(std::string_view codePagePath, const std::string& path, const FileStamp& now) {
         timespec clock{};
         ::clock_gettime(CLOCK_REALTIME, &clock);
         path_ = path;
         stamp_ = now;
         settled_ = now.size >= 0 && nanoseconds(clock) - now.changed > settledAfter;
-        if (!readFile(codePagePath, bytes_)) {
-            bytes_.clear();
+        std::string bytes;
+        ini_.Reset();
+        if (!readFile(codePagePath, bytes) || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
+            ini_.Reset();
             settled_ = false;
         }
     }
 
+    // Bytes as they are, several values under one key, no values over several lines.
+    CSimpleIniA ini_{false, true, false};
     std::string path_;
-    std::string bytes_;
     FileStamp stamp_;
     bool settled_ = false;
 };
@@ -128,13 +150,13 @@ bool isPlain(std::string_view text) {
 
 std::string getPrivateProfileString(const char* section, const char* key, const char* fallback, int maxLength,
                                     std::string_view codePagePath) {
-    const auto value = profileValue(lastProfile().bytes(codePagePath), section, key);
+    const auto value = lastProfile().value(codePagePath, section, key);
     std::string_view result = value ? *value : std::string_view(fallback == nullptr ? "" : fallback);
     return std::string(result.substr(0, static_cast<std::size_t>(std::max(maxLength, 0))));
 }
 
 int getPrivateProfileInt(const char* section, const char* key, int fallback, std::string_view codePagePath) {
-    const auto value = profileValue(lastProfile().bytes(codePagePath), section, key);
+    const auto value = lastProfile().value(codePagePath, section, key);
     return value ? leadingInteger(*value) : fallback;
 }
 

@@ -13,17 +13,10 @@ std::string_view trimmed(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-std::string_view unquoted(std::string_view value) {
-    const bool quoted =
-        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
-    return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
 enum class LineKind { Other, Section, Value };
 struct Line {
     LineKind kind = LineKind::Other;
     std::string_view name;
-    std::string_view value;
     // Place in the text; `next` is behind the line end, `end` before it.
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -54,7 +47,6 @@ Line lineAt(std::string_view text, std::size_t begin) {
     } else if (equals != std::string_view::npos) {
         line.kind = LineKind::Value;
         line.name = trimmed(content.substr(0, equals));
-        line.value = trimmed(content.substr(equals + 1));
     }
     return line;
 }
@@ -95,11 +87,6 @@ std::string_view lineEndOf(std::string_view text) {
 }
 
 }  // namespace
-
-std::optional<std::string_view> profileValue(std::string_view text, std::string_view section, std::string_view key) {
-    const Place place = findKey(text, section, key);
-    return place.keyFound ? std::optional(unquoted(place.line.value)) : std::nullopt;
-}
 
 std::string withProfileValue(std::string_view text, std::string_view section, std::string_view key,
                              std::optional<std::string_view> value) {

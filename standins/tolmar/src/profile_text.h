@@ -1,4 +1,4 @@
-// The text of a profile file: sections in brackets, lines of key and value, comments behind semicolons.
+// Changes in the text of a profile file: sections in brackets, lines of key and value, comments behind semicolons.
 #pragma once
 
 #include <optional>
@@ -6,9 +6,6 @@
 #include <string_view>
 
 namespace tolmar {
-
-// The value of the first such key in the first such section, without its blanks and one pair of quotes around it.
-std::optional<std::string_view> profileValue(std::string_view text, std::string_view section, std::string_view key);
 
 // The text with one value set, everything else as it was; a null value removes the key. Lines end as the first line of
 // the text does, in CR LF when there is none.
