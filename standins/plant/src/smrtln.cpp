@@ -53,7 +53,7 @@ std::vector<HxDbObjectId> idsOf(const plant::ReferenceList& list) {
     return ids;
 }
 
-// The attribute of an end, or what the specification says of it, or the attribute of an object with one end.
+// The attribute of an end, or what its tube specification gives, or the attribute of an object with one end.
 const char* endText(const HxDbTubeModel* model, int number, const char* key,
                     const char* (HxDbTubeSpecification::*ofSpecification)(int) const) {
     if (model == nullptr) {
