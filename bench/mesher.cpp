@@ -5,7 +5,7 @@
 // For each class: the triangles of the mesher and by the chord rule; how many millions of triangles a second the mesher
 // makes from solids that stand ready, with normals too, and from primitives; and the bare loops. The goal: over the
 // mix a triangle takes at most 5 times as long as a bare one. Exit status 1 when it takes longer.
-#include "rvm/mesher.h"
+#include "exportbase/mesher.h"
 #include "bare_shapes.h"
 #include "plant/model.h"
 #include "platform/entities.h"

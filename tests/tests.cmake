@@ -1,4 +1,4 @@
-set(SHARED_ROOMS room_platform room_scripts room_frame room_manager room_method)
+set(SHARED_ROOMS room_platform room_scripts room_frame room_manager room_method room_exportbase)
 tessaro_test(tolmar)
 tessaro_test(plant)
 tessaro_test(forms)
@@ -7,6 +7,7 @@ tessaro_test(method ${SHARED_ROOMS})
 tessaro_test(frame ${SHARED_ROOMS})
 tessaro_test(scripts ${SHARED_ROOMS})
 tessaro_test(manager ${SHARED_ROOMS})
+tessaro_test(exportbase ${SHARED_ROOMS})
 tessaro_test(rvm ${SHARED_ROOMS} room_rvm)
 # The program's own reader of RVM files reads back what the tests write.
 if(TARGET test_rvm)

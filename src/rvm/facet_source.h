@@ -1,8 +1,8 @@
 // Triangles of the primitives that have no exact counterpart in the RVM format.
 #pragma once
 
+#include "exportbase/mesher.h"
 #include "platform/primitives.h"
-#include "rvm/mesher.h"
 
 #include <stdexcept>
 #include <string>

@@ -1,9 +1,9 @@
 #include "rvm/tree_writer.h"
 
+#include "exportbase/manager_contents.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
-#include "rvm/manager_contents.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 

@@ -1,7 +1,7 @@
 #include "rvm/export_tree.h"
 
+#include "exportbase/manager_contents.h"
 #include "platform/hxcom.h"
-#include "rvm/manager_contents.h"
 #include "support/test_support.h"
 
 namespace {

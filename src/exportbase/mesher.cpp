@@ -1,4 +1,4 @@
-#include "rvm/mesher.h"
+#include "exportbase/mesher.h"
 
 #include "platform/hxcom.h"
 #include "tolmar/brep.h"

@@ -1,4 +1,4 @@
-#include "rvm/manager_contents.h"
+#include "exportbase/manager_contents.h"
 
 #include "platform/hxcom.h"
 #include "tolmar/run_report.h"

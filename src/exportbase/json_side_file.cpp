@@ -1,0 +1,80 @@
+#include "exportbase/json_side_file.h"
+
+#include "tolmar/file.h"
+
+#include <cjson/cJSON.h>
+
+namespace {
+
+// Room for a quoted text: six bytes for a control character, the quotes, the end, and what cJSON wants beyond.
+std::size_t quotedRoom(std::size_t length) {
+    return 6 * length + 16;
+}
+
+}  // namespace
+
+void JsonSideFile::appendQuoted(std::string_view text) {
+    terminated_.assign(text);
+    cJSON item{};
+    item.type = cJSON_String;
+    item.valuestring = terminated_.data();
+    const std::size_t start = text_.size();
+    const std::size_t room = quotedRoom(text.size());
+    text_.resize(start + room);
+    cJSON_PrintPreallocated(&item, text_.data() + start, static_cast<int>(room), 0);
+    text_.resize(text_.find('\0', start));
+}
+
+void JsonSideFile::beginMember(std::string_view key) {
+    if (hasMember_) {
+        text_ += ',';
+    }
+    text_ += '\n';
+    text_.append(depth_, '\t');
+    appendQuoted(key);
+    text_ += ":\t";
+}
+
+void JsonSideFile::beginObject(std::string_view key) {
+    beginMember(key);
+    text_ += '{';
+    ++depth_;
+    hasMember_ = false;
+}
+
+void JsonSideFile::endObject() {
+    --depth_;
+    text_ += '\n';
+    text_.append(depth_, '\t');
+    text_ += '}';
+    hasMember_ = true;
+}
+
+void JsonSideFile::addText(std::string_view key, std::string_view value) {
+    beginMember(key);
+    appendQuoted(value);
+    hasMember_ = true;
+}
+
+void JsonSideFile::clear() {
+    *this = JsonSideFile();
+}
+
+bool JsonSideFile::write(std::string_view path) const {
+    tolmar::OutputFile file(path, tolmar::FileMode::Text);
+    file.write("{");
+    file.write(text_);
+    file.write("\n}");
+    return file.isOpen() && file.close();
+}
+
+std::string sideFilePath(std::string_view mainPath) {
+    std::size_t separator = mainPath.rfind('\\');
+    if (separator == std::string_view::npos) {
+        separator = mainPath.rfind('/');
+    }
+    const bool hasFolder = separator != std::string_view::npos;
+    const std::string_view folder = hasFolder ? mainPath.substr(0, separator) : std::string_view(".");
+    const std::string_view name = hasFolder ? mainPath.substr(separator + 1) : mainPath;
+    return std::string(folder) + "\\" + std::string(name.substr(0, name.rfind('.'))) + ".json";
+}

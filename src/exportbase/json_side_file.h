@@ -1,0 +1,35 @@
+// The JSON file that exports write beside their main file: one object at the top, whose members are objects.
+//
+// It is composed while the tree is walked and written at the end, in cJSON's formatted form. Keys and values are texts
+// in the code page and stand in the order in which they come; equal keys are not looked for.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+class JsonSideFile {
+public:
+    // A member that is an object; what follows goes into it until its endObject. Objects may be nested.
+    void beginObject(std::string_view key);
+    void endObject();
+    // A member that is a text.
+    void addText(std::string_view key, std::string_view value);
+    // Forgets everything.
+    void clear();
+    // Writes the file in text mode; every object must be closed. False when it could not be written whole, which the
+    // run report knows. What was composed stays.
+    bool write(std::string_view path) const;
+
+private:
+    void beginMember(std::string_view key);
+    void appendQuoted(std::string_view text);
+
+    std::string text_;
+    std::string terminated_;
+    std::size_t depth_ = 1;
+    bool hasMember_ = false;  // of the object in hand
+};
+
+// The side file of a main file: its folder, a backslash, its name up to the last dot, and ".json". The last separator
+// of the path is its last backslash, or else its last slash.
+std::string sideFilePath(std::string_view mainPath);
