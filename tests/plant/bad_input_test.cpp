@@ -240,6 +240,8 @@ INSTANTIATE_TEST_SUITE_P(
                 "172)"},
         BadFile{"Trailing", fileWith("") + " x",
                 "the end of the file expected, \"x\" found, line 1, column 147 (byte 147)"},
+        BadFile{"TrailingZero", fileWith("") + std::string(1, '\0'),
+                std::string("the end of the file expected, \"") + '\0' + "\" found, line 1, column 146 (byte 146)"},
         BadFile{"TwoDocuments", fileWith("") + "{}",
                 "the end of the file expected, \"{\" found, line 1, column 146 (byte 146)"},
         BadFile{"WrongBracket", fileWith(R"({"id":2,"class":"HextSite"]})"),
@@ -285,6 +287,11 @@ TEST_F(BadFiles, SayWhyTheyCannotBeRead) {
     std::ofstream(folder_ / "lines.json") << "{\n  \"format\": \"tessaro-plant\",\n  \"version\" 1\n}\n";
     EXPECT_EQ(errorOf("lines.json"),
               "a comma, colon, bracket or name is missing or one too many, near line 3, column 13 (byte 44)");
+}
+
+TEST_F(BadFiles, LongOnesOfOtherKindsAreNotReadToTheirEnd) {
+    std::ofstream(folder_ / "other.json") << "{\"data\":[" << std::string(3000000, '1') << "]}";
+    EXPECT_EQ(errorOf("other.json"), "no \"tessaro-plant\" in the first 524288 bytes");
 }
 
 // Each prefix of a good file is refused, none is taken for a smaller model.

@@ -10,10 +10,13 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace plant {
 
 namespace {
+
+constexpr std::size_t partSize = std::size_t{1} << 20;
 
 [[noreturn]] void refuseFile() {
     refuse("cannot be read: " + std::generic_category().message(errno));
@@ -53,9 +56,18 @@ public:
         if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
             return "byte " + std::to_string(byte + 1);
         }
-        std::string text(byte, '\0');
-        const ssize_t count = ::pread(descriptor_, text.data(), text.size(), 0);
-        return placeBehind(std::string_view(text).substr(0, static_cast<std::size_t>(std::max<ssize_t>(count, 0))));
+        PlaceCounter counter;
+        std::vector<char> part(partSize);
+        for (std::uint64_t at = 0; at < byte;) {
+            const std::size_t wanted = std::min<std::uint64_t>(part.size(), byte - at);
+            const ssize_t count = ::pread(descriptor_, part.data(), wanted, static_cast<off_t>(at));
+            if (count <= 0) {
+                break;
+            }
+            counter.add({part.data(), static_cast<std::size_t>(count)});
+            at += static_cast<std::uint64_t>(count);
+        }
+        return counter.place();
     }
 
 private:
@@ -72,7 +84,11 @@ public:
         next_ += part.size();
         return part.size();
     }
-    std::string placeOf(std::uint64_t byte) const override { return placeBehind(bytes_.substr(0, byte)); }
+    std::string placeOf(std::uint64_t byte) const override {
+        PlaceCounter counter;
+        counter.add(bytes_.substr(0, byte));
+        return counter.place();
+    }
 
 private:
     std::string_view bytes_;
@@ -89,13 +105,20 @@ std::unique_ptr<ByteSource> sourceOf(std::string_view bytes) {
     return std::make_unique<MemorySource>(bytes);
 }
 
-std::string placeBehind(std::string_view text) {
-    const std::string_view line = text.substr(text.rfind('\n') + 1);
-    const auto lines = std::count(text.begin(), text.end(), '\n');
-    const auto characters = std::count_if(line.begin(), line.end(),
-                                          [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; });
-    return "line " + std::to_string(lines + 1) + ", column " + std::to_string(characters + 1) + " (byte " +
-           std::to_string(text.size() + 1) + ")";
+void PlaceCounter::add(std::string_view text) {
+    bytes_ += text.size();
+    if (const std::size_t last = text.rfind('\n'); last != std::string_view::npos) {
+        lines_ += static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+        characters_ = 0;
+        text.remove_prefix(last + 1);
+    }
+    const auto isFirstByte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
+    characters_ += static_cast<std::uint64_t>(std::count_if(text.begin(), text.end(), isFirstByte));
+}
+
+std::string PlaceCounter::place() const {
+    return "line " + std::to_string(lines_ + 1) + ", column " + std::to_string(characters_ + 1) + " (byte " +
+           std::to_string(bytes_ + 1) + ")";
 }
 
 }  // namespace plant

@@ -29,7 +29,17 @@ std::unique_ptr<ByteSource> openSource(const std::filesystem::path& file);
 // Bytes that live as long as the source.
 std::unique_ptr<ByteSource> sourceOf(std::string_view bytes);
 
-// "line 3, column 14 (byte 57)"; lines, columns (in characters) and bytes count from 1. `text` is the text up to there.
-std::string placeBehind(std::string_view text);
+// Counts lines and columns of a text that comes part by part.
+class PlaceCounter {
+public:
+    void add(std::string_view text);
+    // Where the next byte stands: "line 3, column 14 (byte 57)", all from 1, columns in characters.
+    std::string place() const;
+
+private:
+    std::uint64_t bytes_ = 0;
+    std::uint64_t lines_ = 0;
+    std::uint64_t characters_ = 0;  // of the line
+};
 
 }  // namespace plant

@@ -223,6 +223,10 @@ bool generateModel(const GenerateOptions& options, const std::filesystem::path& 
         reason = closed ? reason : errno;
     }
     if (!good) {
+        std::error_code ignored;
+        if (target != nullptr && std::filesystem::is_regular_file(file, ignored)) {
+            std::filesystem::remove(file, ignored);
+        }
         error = file.string() + ": cannot be written: " + std::strerror(reason);
     }
     return good;

@@ -25,6 +25,9 @@ Plant::Flow readFlow(od::value& value) {
 }  // namespace
 
 void ObjectReader::read(od::value& value) {
+    if (model_->objects.size() == IdIndex::none) {
+        refuse("too many objects");
+    }
     object_ = &model_->objects.append();
     object_->model = model_;
     family_ = nullptr;

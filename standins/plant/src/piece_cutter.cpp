@@ -14,7 +14,9 @@ namespace {
 
 // Small enough that text, index and objects of a piece stay in the processor's cache.
 constexpr std::size_t firstCapacity = std::size_t{512} << 10;
+constexpr std::size_t largestCapacity = simdjson::SIMDJSON_MAXSIZE_BYTES - 4096;
 constexpr std::size_t roomBehind = simdjson::SIMDJSON_PADDING + 64;
+constexpr std::string_view formatName = "\"tessaro-plant\"";
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 bool isBlank(char c) {
@@ -113,9 +115,11 @@ void PieceCutter::drop(std::size_t count) {
 }
 
 void PieceCutter::grow() {
-    const std::size_t capacity = std::max(firstCapacity, capacity_ * 2);
-    if (capacity + roomBehind > simdjson::SIMDJSON_MAXSIZE_BYTES) {
-        refuse("more than " + std::to_string(capacity_) + " bytes in one piece, which is the most that can be read");
+    const std::size_t capacity = std::clamp(capacity_ * 2, firstCapacity, largestCapacity);
+    if (capacity == capacity_) {
+        refuse("more than " + std::to_string(capacity_) +
+               " bytes in one object or before \"objects\", which is the most "
+               "that can be read");
     }
     std::unique_ptr<char, Free> buffer(static_cast<char*>(allocateLarge(capacity + 1 + roomBehind)));
     if (buffer_ != nullptr) {
@@ -143,6 +147,10 @@ bool PieceCutter::start(Piece& piece) {
     }
     std::size_t head = findObjects(text());
     while (head == 0 && !sourceEnded_) {
+        // A long file of another kind need not be read to its end.
+        if (text().find(formatName) == std::string_view::npos) {
+            refuse("no " + std::string(formatName) + " in the first " + std::to_string(size_) + " bytes");
+        }
         grow();
         fill();
         head = findObjects(text());
@@ -205,7 +213,8 @@ bool PieceCutter::behindArray(Piece& piece) {
         return true;
     case '}':
         drop(1);
-        if (firstLetter() != '\0') {
+        firstLetter();
+        if (size_ != 0) {
             refuseHere("the end of the file expected");
         }
         return false;

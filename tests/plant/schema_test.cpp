@@ -1,0 +1,61 @@
+// The schema beside the format's description says what the reader takes. After a change of the reader's tables, run
+// with TESSARO_REBASE=1 to write it anew.
+#include "schema_text.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+const std::string schemaFile = TESSARO_SOURCE_DIR "/docs/model.schema.json";
+
+std::string bytesOf(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+TEST(Schema, SaysWhatTheReaderTakes) {
+    const std::string text = SchemaText().text();
+    if (std::getenv("TESSARO_REBASE") != nullptr) {
+        std::ofstream(schemaFile, std::ios::binary) << text;
+    }
+    EXPECT_EQ(bytesOf(schemaFile), text);
+}
+
+// Every member and class name of the format is told on the page for those who write files by hand.
+TEST(Schema, ThePageNamesEveryMember) {
+    const std::string page = bytesOf(TESSARO_SOURCE_DIR "/docs/model-format.md");
+    const auto expectNames = [&](const plant::Shape& shape) {
+        for (const plant::Shape::Name& name : shape.names()) {
+            EXPECT_NE(page.find("`" + std::string(name.text) + "`"), std::string::npos)
+                << shape.title() << ": " << name.text;
+        }
+    };
+    for (std::size_t i = 0; i < plant::familyCount; ++i) {
+        expectNames(plant::familyTable(static_cast<plant::Family>(i)).shape);
+    }
+    for (const plant::PrimitiveClass& type : plant::primitiveClasses()) {
+        expectNames(type.shape);
+    }
+    namespace shapes = plant::shapes;
+    for (const plant::Shape* shape :
+         {&plant::classNames(), &plant::primitiveNames(), &plant::kindNames(), &shapes::top(), &shapes::project(),
+          &shapes::database(), &shapes::attribute(), &shapes::point(), &shapes::keyPoint(), &shapes::insulation(),
+          &shapes::end(), &shapes::run()}) {
+        expectNames(*shape);
+    }
+}
+
+TEST(Schema, ThePagesExampleLoads) {
+    const std::string page = bytesOf(TESSARO_SOURCE_DIR "/docs/model-format.md");
+    const std::string fence = "```json\n";
+    const std::size_t start = page.find(fence) + fence.size();
+    const plant::LoadResult result = plant::loadModelText(page.substr(start, page.find("```", start) - start));
+    ASSERT_TRUE(result) << result.error;
+    EXPECT_EQ(plant::objectCount(*result.model), 6U);
+}
+
+}  // namespace
