@@ -12,11 +12,13 @@ build=build/bench
 mkdir -p build out/bench
 configure_and_build "$build" -DTESSARO_TESTS=OFF
 plant=out/bench/plant.json
+small=out/bench/small.json
 "$build/bin/tessaro" model generate --objects "$objects" --seed 1 -o "$plant"
+"$build/bin/tessaro" model generate --objects 1000 --seed 1 -o "$small"
 for name in load names scripts mesher rvm hext; do
     echo "== $name"
     case $name in
-    load) arguments=("$plant") ;;
+    load) arguments=("$small" "$plant") ;;
     hext) arguments=(10000 100000 "$objects") ;;
     names | rvm) arguments=("$objects") ;;
     *) arguments=() ;;
