@@ -6,7 +6,9 @@
 #include <exception>
 
 int main(int argc, char** argv) {
+    // Both then come as errors of the write, which are told with the file's name.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return static_cast<int>(CommandLine().main(argc, argv));
     } catch (const std::exception& error) {

@@ -6,6 +6,9 @@
 #include "tolmar/system.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 namespace {
 
@@ -94,6 +97,26 @@ TEST_F(FileTest, PatchBeyondTheEndFailsTheFile) {
     EXPECT_TRUE(file.failed());
     EXPECT_FALSE(file.close());
     EXPECT_EQ(runReport().failedFiles().size(), 1U);
+}
+
+TEST_F(FileTest, WhatIsNotWholeLosesItsName) {
+    folder.put("d.txt.incomplete", "of a run before");
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{1000, before.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &small);
+    OutputFile file(folder.file("d.txt"), FileMode::Text);
+    file.write(std::string(3000, 'x'));
+    const bool whole = file.close();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(whole);
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "d.txt"));
+    EXPECT_EQ(folder.get("d.txt.incomplete"), std::string(1000, 'x'));
+    ASSERT_EQ(runReport().failures().size(), 1U);
+    EXPECT_NE(runReport().failures()[0].find("kept as d.txt.incomplete"), std::string::npos)
+        << runReport().failures()[0];
 }
 
 TEST_F(FileTest, FailuresStickAndAreReportedOnce) {

@@ -82,6 +82,18 @@ std::string reportedName(const std::filesystem::path& path) {
     return fromUtf8((error ? path : full).lexically_normal().string());
 }
 
+// So that nothing incomplete has the name of a whole file. Devices and pipes stay.
+std::string setAside(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        return {};
+    }
+    std::filesystem::path aside = path;
+    aside += ".incomplete";
+    std::filesystem::rename(path, aside, error);
+    return error ? std::string() : "; what there is of it is kept as " + fromUtf8(aside.filename().string());
+}
+
 std::string reasonOf(int error) {
     return error == 0 ? "not all of it could be written" : std::strerror(error);
 }
@@ -96,6 +108,7 @@ struct OutputFile::State {
     bool text = false;
     bool reported = true;
     bool bad = false;
+    std::filesystem::path path;  // empty when the sink is no file of ours
     std::string name;
     std::string reason;
 
@@ -166,6 +179,9 @@ struct OutputFile::State {
         flush();
         attempt([this] { return sink->close(); });
         sink.reset();
+        if (bad && !path.empty()) {
+            reason += setAside(path);
+        }
         if (reported && bad) {
             runReport().fileFailed(name, reason);
         } else if (reported) {
@@ -209,6 +225,7 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
     }
     const std::filesystem::path path = resolvePath(codePagePath);
     state_->name = reportedName(path);
+    state_->path.clear();
     if (dryRun()) {
         state_->start(std::make_unique<NullSink>(), mode);
         return true;
@@ -222,6 +239,7 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
         return false;
     }
     state_->start(std::make_unique<FileSink>(file), mode);
+    state_->path = path;
     struct stat status;
     if (mode == FileMode::TextAppend && ::fstat(file, &status) == 0) {
         state_->flushed = static_cast<std::uint64_t>(status.st_size);
