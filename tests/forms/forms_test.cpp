@@ -168,6 +168,26 @@ TEST(Selection, EveryPathIsAPatternForItsItem) {
     });
 }
 
+TEST(Selection, EmptyLabelsHavePathsOfTheirOwn) {
+    TreeForm form([](OrnLogicTree& tree) {
+        const Item none = tree.insertLast(nullptr, u"", nullptr);
+        tree.insertLast(tree.insertLast(none, u"", nullptr), u"P", nullptr);
+        tree.insertLast(tree.insertLast(tree.insertLast(nullptr, u"World", nullptr), u"", nullptr), u"", nullptr);
+    });
+    form.onInit();
+    std::vector<std::string> paths;
+    visitItems(*form.tree, [&](Item item) { paths.push_back(itemPath(item)); });
+    EXPECT_EQ(paths, (std::vector<std::string>{"//", "///", "///P", "World", "World//", "World///"}));
+    for (const std::string& path : paths) {
+        EXPECT_TRUE(applySelection(form, *form.tree, {{path}, {}}).empty()) << path;
+        visitItems(*form.tree, [&](Item item) {
+            if (itemPath(item) == path) {
+                EXPECT_TRUE(item->checked) << path;
+            }
+        });
+    }
+}
+
 TEST(Selection, DeselectsComeLastAndUnmatchedOnesAreNamed) {
     const Played played = play({{"World/Site A", "World/Site A/Zone 2", "none"}, {"**/P-2", "World/**/Zone\\*", ""}});
     EXPECT_EQ(played.unmatched, (std::vector<std::string>{"none", ""}));

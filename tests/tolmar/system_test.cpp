@@ -66,6 +66,22 @@ TEST_F(Profile, WritingKeepsTheRest) {
     EXPECT_EQ(text("Third", "key"), "fallback");
 }
 
+// What is written is read back, and the rest reads as before, also in files that no program wrote.
+TEST_F(Profile, WritingAgreesWithReadingInOddFiles) {
+    const std::string odd[] = {"[Prefix]\nSite=S\n[",
+                               "[Control]\noutWeld" + std::string(2, '\0') + "=2\n[Prefix]\nSite=S",
+                               "; a" + std::string(1, '\0') + "b\n[Prefix]\nSite=S\n",
+                               "[Prefix]\nSite=S\r[Control]\routWeld=0", "=\n[Control\nx=1\n[Prefix]\nSite=S\n"};
+    for (const std::string& text : odd) {
+        const std::string file = folder.put("odd.ini", text);
+        const std::string site = getPrivateProfileString("Prefix", "Site", "none", 100, file);
+        EXPECT_TRUE(writePrivateProfileString("Control", "outWeld", "1", file));
+        EXPECT_EQ(getPrivateProfileInt("Control", "outWeld", 7, file), 1) << text;
+        EXPECT_EQ(getPrivateProfileString("Prefix", "Site", "none", 100, file), site) << text;
+        EXPECT_NE(site, "none") << text;
+    }
+}
+
 TEST_F(Profile, EveryChangeIsSeenAtOnce) {
     for (int i = 0; i < 50; ++i) {
         folder.put("O.ini", "[Other]\nn=" + std::to_string(i % 10) + "\n");

@@ -9,7 +9,8 @@ namespace {
 // Stands for "*" in a parsed part; no character of a label.
 constexpr char16_t star = 0xFFFF;
 
-// The parts of a pattern between slashes, escapes resolved. Empty parts, as of a slash at an end, do not count.
+// The parts of a pattern between slashes, escapes resolved. One slash at either end does not count; other empty parts
+// are empty labels. No parts for no pattern.
 std::vector<std::u16string> partsOf(const std::string& pattern) {
     std::vector<std::u16string> parts(1);
     bool escaped = false;
@@ -25,8 +26,13 @@ std::vector<std::u16string> partsOf(const std::string& pattern) {
             parts.back() += unit == u'*' ? star : unit;
         }
     }
-    std::erase_if(parts, [](const std::u16string& part) { return part.empty(); });
-    return parts;
+    if (parts.size() > 1 && parts.front().empty()) {
+        parts.erase(parts.begin());
+    }
+    if (parts.size() > 1 && parts.back().empty()) {
+        parts.pop_back();
+    }
+    return pattern.empty() ? std::vector<std::u16string>() : parts;
 }
 
 bool isDeep(const std::u16string& part) {

@@ -158,14 +158,16 @@ std::string itemPath(Item item) {
     for (; item != nullptr; item = item->parent) {
         line.push_back(item);
     }
-    std::u16string path;
+    // A slash more at an end keeps an empty label there.
+    std::u16string path = line.back()->label.empty() ? u"/" : u"";
     for (auto at = line.rbegin(); at != line.rend(); ++at) {
-        path += path.empty() ? u"" : u"/";
+        path += at == line.rbegin() ? u"" : u"/";
         for (const char16_t unit : (*at)->label) {
             path += unit == u'/' || unit == u'*' || unit == u'\\' ? u"\\" : u"";
             path += unit;
         }
     }
+    path += line.front()->label.empty() ? u"/" : u"";
     return tolmar::wideToUtf8(path);
 }
 

@@ -81,7 +81,9 @@ private:
         settled_ = now.size >= 0 && nanoseconds(clock) - now.changed > settledAfter;
         std::string bytes;
         ini_.Reset();
-        if (!readFile(codePagePath, bytes) || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
+        const bool isRead = readFile(codePagePath, bytes);
+        bytes = plainProfile(bytes);
+        if (!isRead || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
             ini_.Reset();
             settled_ = false;
         }

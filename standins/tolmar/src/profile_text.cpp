@@ -7,7 +7,7 @@ namespace tolmar {
 namespace {
 
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n\v\f";
+    constexpr std::string_view blanks(" \t\r\n\v\f\0", 7);
     const std::size_t first = text.find_first_not_of(blanks);
     return first == std::string_view::npos ? std::string_view()
                                            : text.substr(first, text.find_last_not_of(blanks) - first + 1);
@@ -86,7 +86,32 @@ std::string_view lineEndOf(std::string_view text) {
     return feed != std::string_view::npos && (feed == 0 || text[feed - 1] != '\r') ? "\n" : "\r\n";
 }
 
+void appendPlain(std::string& out, std::string_view text) {
+    for (const char c : text) {
+        out += c == '\0' || c == '\r' ? ' ' : c;
+    }
+}
+
 }  // namespace
+
+std::string plainProfile(std::string_view text) {
+    std::string plain;
+    plain.reserve(text.size() + 1);
+    for (std::size_t at = 0; at < text.size();) {
+        const Line line = lineAt(text, at);
+        at = line.next;
+        if (line.kind == LineKind::Section) {
+            appendPlain(plain.append("["), line.name);
+            plain += "]\n";
+        } else if (line.kind == LineKind::Value && !line.name.empty()) {
+            const std::string_view content = text.substr(line.begin, line.end - line.begin);
+            appendPlain(plain, line.name);
+            appendPlain(plain, content.substr(content.find('=')));
+            plain += '\n';
+        }
+    }
+    return plain;
+}
 
 std::string withProfileValue(std::string_view text, std::string_view section, std::string_view key,
                              std::optional<std::string_view> value) {

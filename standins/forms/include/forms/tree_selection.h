@@ -2,7 +2,8 @@
 //
 // A path is the labels from the top item down, joined by "/". In a pattern "*" stands for any text within a label and
 // "**" as a whole part for any number of labels (at the end: everything below). A backslash takes the next character as
-// it is, so "\/" is a slash and "\*" a star within a label. Case counts. Patterns are UTF-8.
+// it is, so "\/" is a slash and "\*" a star within a label. One slash at either end does not count; two in a row hold
+// an empty label. Case counts. Patterns are UTF-8.
 #pragma once
 
 #include "forms/forms.h"
