@@ -33,3 +33,8 @@ tessaro_test(program)
 if(TARGET test_program)
   add_dependencies(test_program tessaro_program tessaro_module)
 endif()
+# The module as it is loaded, on a plant that is run some thousand times.
+tessaro_test(faults)
+if(TARGET test_faults)
+  add_dependencies(test_faults tessaro_module)
+endif()
