@@ -38,3 +38,5 @@ tessaro_test(faults)
 if(TARGET test_faults)
   add_dependencies(test_faults tessaro_module)
 endif()
+# The program as it is installed and packed.
+add_test(NAME install COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/install_test.sh ${CMAKE_BINARY_DIR})
