@@ -45,7 +45,7 @@ Tl::ErrorStatus buildBox(const HextBox3D& box, tolmar::Body& body) {
     }
     const bool mirrored = box.handedness == 0;
     const HxGeVector3D x = axes.z * box.xLength;
-    const HxGeVector3D y = box.yAxis / box.yAxis.length() * box.yLength;
+    const HxGeVector3D y = unitOf(box.yAxis) * box.yLength;
     const HxGeVector3D z = axes.y * (mirrored ? -box.zLength : box.zLength);
     const HxGePoint3D low = box.pointKind == 1 ? box.point - (x + y + z) / 2 : box.point;
     const HxGePoint3D middle = low + (x + y) / 2;
@@ -77,11 +77,11 @@ Tl::ErrorStatus buildFrustum(const HextSqucone3D& f, tolmar::Body& body) {
     }
     HxGePoint3D top = f.point + axes.z * f.height;
     if (f.offsetLength != 0) {
-        const double length = f.offsetDirection.length();
-        if (!(length > 0)) {
+        const HxGeVector3D along = unitOf(f.offsetDirection);
+        if (along.lengthSqrd() == 0) {
             return Tl::eZeroDirection;
         }
-        top += f.offsetDirection * (f.offsetLength / length);
+        top += along * f.offsetLength;
     }
     if ((top - f.point).dotProduct(axes.z) <= leastLength) {
         return Tl::eZeroSize;

@@ -54,6 +54,9 @@ inline constexpr double wholeTurn = 2 * tlGePi;
     return Tl::eOk;
 }
 
+// The vector at length 1, however short it is; the zero vector for a zero vector.
+HxGeVector3D unitOf(const HxGeVector3D& v);
+
 // A right-handed frame of unit vectors.
 struct Axes {
     HxGeVector3D x;

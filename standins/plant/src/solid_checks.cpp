@@ -17,16 +17,6 @@ Tl::ErrorStatus checkNumber(double value) {
     return std::fabs(value) > tlMaxCoordinate ? Tl::eTooLarge : Tl::eOk;
 }
 
-// The unit vector, for any length that is not 0; the zero vector otherwise.
-HxGeVector3D unit(const HxGeVector3D& v) {
-    const double largest = std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
-    if (!(largest > 0)) {
-        return {};
-    }
-    const HxGeVector3D scaled = v / largest;
-    return scaled / scaled.length();
-}
-
 }  // namespace
 
 Tl::ErrorStatus checkNumbers(std::initializer_list<double> numbers) {
@@ -56,9 +46,18 @@ Tl::ErrorStatus checkDirections(std::initializer_list<HxGeVector3D> directions) 
     return Tl::eOk;
 }
 
+HxGeVector3D unitOf(const HxGeVector3D& v) {
+    const double largest = std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
+    if (!(largest > 0)) {
+        return {};
+    }
+    const HxGeVector3D scaled = v / largest;
+    return scaled / scaled.length();
+}
+
 Tl::ErrorStatus makeAxes(const HxGeVector3D& z, const HxGeVector3D& x, Axes& axes) {
-    axes.z = unit(z);
-    const HxGeVector3D along = unit(x);
+    axes.z = unitOf(z);
+    const HxGeVector3D along = unitOf(x);
     const HxGeVector3D across = axes.z.crossProduct(along);
     if (across.length() < leastAngle) {
         return Tl::eZeroDirection;
@@ -69,7 +68,7 @@ Tl::ErrorStatus makeAxes(const HxGeVector3D& z, const HxGeVector3D& x, Axes& axe
 }
 
 Tl::ErrorStatus makeAxes(const HxGeVector3D& z, Axes& axes) {
-    const HxGeVector3D along = unit(z);
+    const HxGeVector3D along = unitOf(z);
     return along.lengthSqrd() > 0 ? makeAxes(along, along.perpVector(), axes) : Tl::eZeroDirection;
 }
 

@@ -66,11 +66,11 @@ Tl::ErrorStatus buildEccentricCone(const HextEcone3D& c, tolmar::Body& body) {
     if (const Tl::ErrorStatus status = firstFailure({checkCone(cone), checkDirections({c.vect})}); status != Tl::eOk) {
         return status;
     }
-    if (!(c.vect.length() > 0)) {
+    const HxGeVector3D offset = unitOf(c.vect);
+    if (offset.lengthSqrd() == 0) {
         return Tl::eZeroDirection;
     }
     const HxGeVector3D axis = (c.endPoint - c.startPoint).normal();
-    const HxGeVector3D offset = c.vect / c.vect.length();
     if (1 - std::fabs(axis.dotProduct(offset)) < alongEccentricity) {
         return buildConcentric(cone, body);
     }
@@ -92,14 +92,15 @@ Tl::ErrorStatus buildSlopedCylinder(const HextScylinder3D& c, tolmar::Body& body
     }
     tolmar::ConeBody cylinder = coneBetween(cone, axes);
     // The sloped end is the one at the start: each of its points moves along the axis into the plane across `vect`.
-    const double along = c.vect.dotProduct(axes.z);
+    const HxGeVector3D cut = unitOf(c.vect);
+    const double along = cut.dotProduct(axes.z);
     if (along == 0) {
-        return c.vect.length() > 0 ? Tl::eSelfCutting : Tl::eZeroDirection;
+        return cut.lengthSqrd() > 0 ? Tl::eSelfCutting : Tl::eZeroDirection;
     }
     tolmar::Ellipse& sloped = cylinder.start;
-    const double shiftU = -c.vect.dotProduct(sloped.u) / along;
-    const double shiftV = -c.vect.dotProduct(sloped.v) / along;
-    if (std::hypot(shiftU, shiftV) >= c.startPoint.distanceTo(c.endPoint)) {
+    const double shiftU = -cut.dotProduct(sloped.u) / along;
+    const double shiftV = -cut.dotProduct(sloped.v) / along;
+    if (!(std::hypot(shiftU, shiftV) < c.startPoint.distanceTo(c.endPoint))) {
         return Tl::eSelfCutting;
     }
     sloped.u += axes.z * shiftU;

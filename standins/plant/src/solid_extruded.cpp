@@ -151,7 +151,7 @@ public:
         }
         origin_ = e.origin;
         xAxis_ = frame_.z;
-        yAxis_ = e.yAxis / e.yAxis.length();
+        yAxis_ = unitOf(e.yAxis);
         first_ = world(e.outline->front().point);
         return Tl::eOk;
     }

@@ -194,9 +194,11 @@ public:
         while (out_.size() > 1 && isNeedless(out_.back(), out_.front().start)) {
             out_.pop_back();
         }
-        while (out_.size() > 2 && !out_.front().isArc && isAmidStraight(out_.back(), out_.front(), out_[1].start)) {
-            out_.erase(out_.begin());
+        std::size_t needless = 0;
+        while (out_.size() - needless > 2 && isAmidStraight(out_.back(), out_[needless], out_[needless + 1].start)) {
+            ++needless;
         }
+        out_.erase(out_.begin(), out_.begin() + static_cast<std::ptrdiff_t>(needless));
         return std::move(out_);
     }
 
