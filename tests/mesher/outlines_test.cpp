@@ -65,14 +65,18 @@ HextVertexList comb(int teeth, bool upright) {
     return polygon(points);
 }
 
-// Two arms that wind around each other.
+// A band that winds out, a turn a unit, 0.4 wide. Its steps are so short that no chord reaches the next turn.
 HextVertexList spiral(int n) {
+    std::vector<double> angles{2 * pi};
+    for (int i = 1; i < n; ++i) {
+        angles.push_back(angles.back() + std::sqrt(0.6 / (angles.back() / (2 * pi))));
+    }
     HextVertexList list;
     for (int i = 0; i < 2 * n; ++i) {
         const bool back = i >= n;
-        const double t = 1 + (back ? 2 * n - 1 - i : i) * 0.05;
-        const double r = t + (back ? 0.4 : 0);
-        list.push_back({1, {r * std::cos(t * 6), r * std::sin(t * 6), 0}});
+        const double angle = angles[static_cast<std::size_t>(back ? 2 * n - 1 - i : i)];
+        const double r = angle / (2 * pi) + (back ? 0.4 : 0);
+        list.push_back({1, {r * std::cos(angle), r * std::sin(angle), 0}});
     }
     return list;
 }
@@ -140,6 +144,20 @@ TEST(Outlines, NeedlessPointsAreLeftOut) {
     ASSERT_TRUE(isManifold(meshed.mesh));
     EXPECT_EQ(meshed.mesh.triangles.size(), 12U);
     EXPECT_DOUBLE_EQ(volumeOf(meshed.mesh), 1000);
+}
+
+TEST(Outlines, ArcsOfOneChordStillEncloseSomething) {
+    // A lens of two arcs, each of them less than the tolerance high.
+    const HextVertexList lens{{2, {40, 50, 0}}, {3, {50, 49.2, 0}}, {5, {60, 50, 0}}, {3, {50, 50.8, 0}}};
+    const double radius = (100 + 0.64) / 1.6;
+    const double half = std::asin(10 / radius);
+    const double area = radius * radius * (2 * half - std::sin(2 * half));
+    const Meshed alone = meshOf(extruded(lens));
+    ASSERT_TRUE(isManifold(alone.mesh));
+    EXPECT_NEAR(volumeOf(alone.mesh), area * height, 0.3 * area * height);
+    const Meshed hole = meshOf(extruded(polygon({{0, 0}, {100, 0}, {100, 100}, {0, 100}}), {lens}));
+    ASSERT_TRUE(isManifold(hole.mesh));
+    EXPECT_NEAR(volumeOf(hole.mesh), (1e4 - area) * height, 0.3 * area * height);
 }
 
 TEST(Outlines, WallsThinnerThanTheToleranceStayWhole) {
@@ -272,6 +290,10 @@ TEST(Outlines, AHundredThousandVerticesTakeNoQuadraticTime) {
     };
     std::mt19937 random(3);
     std::uniform_real_distribution<double> unit(0, 1000);
+    // A fine star whose last points make a loop that runs the other way.
+    HextVertexList crossed = star(n, 999.9, 1000);
+    crossed.push_back({1, {1100, 30, 0}});
+    crossed.push_back({1, {1100, -30, 0}});
     HextVertexList tangle;
     for (int i = 0; i < n; ++i) {
         tangle.push_back({1, {unit(random), unit(random), 0}});
@@ -281,6 +303,8 @@ TEST(Outlines, AHundredThousandVerticesTakeNoQuadraticTime) {
         {"star", star(n, 500, 1000), true},
         {"comb", comb(n / 2, true), true},
         {"comb on its side", comb(n / 2, false), true},
+        {"spiral", spiral(n / 2), true},
+        {"crossed star", crossed, false},
         {"tangle", tangle, false},
     };
     for (const Case& c : cases) {

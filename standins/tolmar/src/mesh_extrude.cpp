@@ -19,7 +19,7 @@ bool triangulateConvex(const Region& region, PointTriangles& triangles) {
 }
 
 RegionCheck triangulate(MeshScratch& scratch) {
-    if (scratch.region.pointCount() < 3) {
+    if (hasFlatLoop(scratch.region)) {
         return RegionCheck::Failed;
     }
     if (triangulateConvex(scratch.region, scratch.regionTriangles)) {
@@ -107,7 +107,8 @@ MeshStatus makeRegion(const std::vector<Outline>& outlines, double tolerance, Me
     }
     const bool done =
         triangulate(scratch) != RegionCheck::Failed || tessellateRegion(scratch.region, scratch.regionTriangles);
-    return done ? MeshStatus::Ok : MeshStatus::BadRegion;
+    // Parts that almost lie on each other may lose a triangle.
+    return done && fillsLoops(scratch.region, scratch.regionTriangles) ? MeshStatus::Ok : MeshStatus::BadRegion;
 }
 
 MeshStatus meshExtruded(const ExtrudedBody& body, double tolerance, MeshScratch& scratch, TriangleMesh& mesh) {

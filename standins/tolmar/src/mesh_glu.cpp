@@ -11,7 +11,9 @@ namespace tolmar {
 
 namespace {
 
-// The tessellator searches its active edges in turn, and a crossing costs a new point: beyond these it is not asked.
+// The tessellator walks round its loops again and again: 10 s for 100'000 points, half a second for these. It sweeps
+// along X and searches its active edges in turn, and a crossing costs a new point: the edges side by side in X say how
+// long it will search. Beyond these it is not asked.
 constexpr std::size_t mostPoints = 20'000;
 constexpr std::size_t mostPairTests = 40'000'000;
 
@@ -126,7 +128,7 @@ std::vector<Span> edgeSpans(const Region& region) {
         for (std::size_t i = first; i < loopEnd; ++i) {
             const Point2 a = region.points[i];
             const Point2 b = region.points[i + 1 == loopEnd ? first : i + 1];
-            spans.push_back({std::min(a.y, b.y), std::max(a.y, b.y), a, b});
+            spans.push_back({std::min(a.x, b.x), std::max(a.x, b.x), a, b});
         }
         first = loopEnd;
     }

@@ -390,7 +390,7 @@ private:
 // whole.
 RegionCheck checkProfile(MeshScratch& scratch) {
     const Region& region = scratch.region;
-    if (region.pointCount() < 3) {
+    if (hasFlatLoop(region)) {
         return RegionCheck::Failed;
     }
     scratch.regionTriangles.clear();
@@ -408,7 +408,8 @@ MeshStatus uniteProfile(MeshScratch& scratch) {
     }
     const bool done =
         checkProfile(scratch) != RegionCheck::Failed || tessellateRegion(scratch.region, scratch.regionTriangles);
-    return done ? MeshStatus::Ok : MeshStatus::BadRegion;
+    // Parts that almost lie on each other may lose a triangle.
+    return done && fillsLoops(scratch.region, scratch.regionTriangles) ? MeshStatus::Ok : MeshStatus::BadRegion;
 }
 
 }  // namespace

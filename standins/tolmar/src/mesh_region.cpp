@@ -1,6 +1,7 @@
 #include "mesh_region.h"
 
 #include <cmath>
+#include <numeric>
 
 namespace tolmar {
 
@@ -8,6 +9,58 @@ namespace {
 
 // Part of the squared extent of a region below which a doubled area counts as nothing: a few thousand roundings.
 constexpr double flatPart = 1e-13;
+
+// The lowest number among the points at each point's place.
+std::vector<std::uint32_t> placesOf(const Region& region) {
+    const PlainBuffer<Point2>& points = region.points;
+    const auto before = [&points](std::uint32_t i, std::uint32_t j) {
+        const Point2& a = points[i];
+        const Point2& b = points[j];
+        return a.x != b.x ? a.x < b.x : a.y != b.y ? a.y < b.y : i < j;
+    };
+    std::vector<std::uint32_t> order(points.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::sort(order.begin(), order.end(), before);
+    std::vector<std::uint32_t> place(points.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        const bool same =
+            i > 0 && points[order[i]].x == points[order[i - 1]].x && points[order[i]].y == points[order[i - 1]].y;
+        place[order[i]] = same ? place[order[i - 1]] : order[i];
+    }
+    return place;
+}
+
+// Edges by the places at their ends, each with how often it is run forward less backward.
+class EdgeBalance {
+public:
+    explicit EdgeBalance(const Region& region) : place_(placesOf(region)) {}
+    void add(std::uint32_t from, std::uint32_t to, int runs) {
+        const std::uint32_t a = place_[from];
+        const std::uint32_t b = place_[to];
+        if (a != b) {
+            edges_.push_back({(std::uint64_t{std::min(a, b)} << 32) | std::max(a, b), a < b ? runs : -runs});
+        }
+    }
+    bool isEven() {
+        std::sort(edges_.begin(), edges_.end(), [](const Edge& a, const Edge& b) { return a.ends < b.ends; });
+        int sum = 0;
+        for (std::size_t i = 0; i < edges_.size(); ++i) {
+            sum += edges_[i].runs;
+            if ((i + 1 == edges_.size() || edges_[i + 1].ends != edges_[i].ends) && sum != 0) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    struct Edge {
+        std::uint64_t ends;
+        int runs;
+    };
+    std::vector<std::uint32_t> place_;
+    std::vector<Edge> edges_;
+};
 
 }  // namespace
 
@@ -78,6 +131,34 @@ double leastCross(const Region& region) {
     }
     const double extent = std::max(high.x - low.x, high.y - low.y);
     return flatPart * extent * extent;
+}
+
+bool hasFlatLoop(const Region& region) {
+    std::uint32_t first = 0;
+    for (const std::uint32_t loopEnd : region.loopEnds) {
+        if (loopEnd - first < 3) {
+            return true;
+        }
+        first = loopEnd;
+    }
+    return region.loopEnds.empty();
+}
+
+bool fillsLoops(const Region& region, const PointTriangles& triangles) {
+    EdgeBalance balance(region);
+    for (std::size_t i = 0; i < triangles.size(); i += 3) {
+        for (std::size_t k = 0; k < 3; ++k) {
+            balance.add(triangles[i + k], triangles[i + (k + 1) % 3], 1);
+        }
+    }
+    std::uint32_t first = 0;
+    for (const std::uint32_t loopEnd : region.loopEnds) {
+        for (std::uint32_t i = first; i < loopEnd; ++i) {
+            balance.add(i, i + 1 == loopEnd ? first : i + 1, -1);
+        }
+        first = loopEnd;
+    }
+    return balance.isEven();
 }
 
 bool isConvexLoop(const Region& region, double least) {

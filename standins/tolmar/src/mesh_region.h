@@ -47,10 +47,15 @@ double leastCross(const Region& region);
 
 using PointTriangles = PlainBuffer<std::uint32_t>;
 
+// True when a loop has fewer than three points.
+bool hasFlatLoop(const Region& region);
 // Every vertex turns left by more than nothing, and the loop goes round once.
 bool isConvexLoop(const Region& region, double least);
 // Replaces triangles of (almost) no area by turning the edge they share with a neighbour. False when one is left.
 bool removeFlatTriangles(const Region& region, double least, PointTriangles& triangles);
+
+// True when the triangles' edges, taken by place, leave exactly those of the loops: what is built on both then closes.
+bool fillsLoops(const Region& region, const PointTriangles& triangles);
 
 // The tessellator of GLU, for outlines that touch or cross. `uniteOutlines` replaces the region by the outlines of
 // where its winding number is positive; false when nothing is left or the outlines cross too often.

@@ -88,7 +88,7 @@ bool RegionSweep::finish(const Region& region, PointTriangles& triangles) const 
     if (std::fabs(area - wanted.area) > 1e-9 * std::fabs(wanted.area)) {
         return false;
     }
-    return !flat || removeFlatTriangles(region, least_, triangles);
+    return !flat || (removeFlatTriangles(region, least_, triangles) && fillsLoops(region, triangles));
 }
 
 bool RegionSweep::handle(Index v) {
