@@ -15,6 +15,10 @@ if(TARGET test_rvm)
   target_sources(test_rvm PRIVATE ${rvm_reader})
 endif()
 tessaro_test(mesher)
+# The exports' forms of the mesher, without the rest of their room.
+if(TARGET test_mesher)
+  target_sources(test_mesher PRIVATE ${PROJECT_SOURCE_DIR}/src/exportbase/mesher.cpp)
+endif()
 tessaro_test(catalogue ${SHARED_ROOMS} room_cata room_design)
 tessaro_test(design ${SHARED_ROOMS} room_cata room_design)
 # The module-wide set of used colours stands beside the sorting of the selection.

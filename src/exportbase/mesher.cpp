@@ -8,11 +8,18 @@
 
 namespace {
 
-// Reused from solid to solid.
+// Reused from solid to solid, unless one was so large that its storage had better go back.
 struct Workplace {
+    static constexpr std::size_t mostKept = 1'000'000;
     TlBrMesh2d mesh;
     std::vector<double> sums;
     std::vector<std::uint32_t> counts;
+
+    void tidy() {
+        if (mesh.mesh().triangleCount() > mostKept) {
+            *this = Workplace();
+        }
+    }
 };
 
 Workplace& workplace() {
@@ -147,15 +154,18 @@ bool meshSolid(const TlDbEntity& solid, MeshIndices& indices, MeshPositions& pos
     places.assign(mesh->nodes.begin(), mesh->nodes.end());
     places.push_back(coordEnd);
     appendMeans(*mesh, workplace(), normals.append());
+    workplace().tidy();
     return true;
 }
 
 bool meshVertices(const TlDbEntity& solid, Mesh& mesh) {
     const tolmar::TriangleMesh* made = generate(solid);
-    if (made != nullptr) {
-        appendArrays(*made, mesh);
+    if (made == nullptr) {
+        return false;
     }
-    return made != nullptr;
+    appendArrays(*made, mesh);
+    workplace().tidy();
+    return true;
 }
 
 bool meshSolidNormals(const TlDbEntity& solid, Mesh& mesh) {
@@ -168,6 +178,7 @@ bool meshSolidNormals(const TlDbEntity& solid, Mesh& mesh) {
     mesh.normalCounts.resize(mesh.vertexCount(), 0);
     const std::size_t first = mesh.vertexCount() - made->nodeCount();
     NormalSums(*made, mesh.normalSums.data() + 3 * first, mesh.normalCounts.data() + first);
+    workplace().tidy();
     return true;
 }
 
@@ -177,6 +188,7 @@ bool meshFace(const TlBrFace& face, Mesh& mesh) {
         return false;
     }
     appendArrays(made.mesh(), mesh);
+    workplace().tidy();
     return true;
 }
 
