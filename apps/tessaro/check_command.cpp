@@ -10,7 +10,7 @@ namespace {
 constexpr OutputChecker checkers[] = {
     {"hext", "the folder of HEXTOUT: is it whole, does every name exist when it is used", checkHextFolder},
     {"rvm", "an RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
-     checkRvmFiles},
+     checkRvmFiles, checkStrictRvmFiles},
 };
 
 }  // namespace
@@ -19,8 +19,8 @@ std::span<const OutputChecker> outputCheckers() {
     return checkers;
 }
 
-ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path) {
-    const Findings findings = checker.check(path);
+ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path, bool strictly) {
+    const Findings findings = (strictly ? checker.checkStrictly : checker.check)(path);
     for (const std::string& finding : findings) {
         std::fprintf(stderr, "tessaro: %s\n", finding.c_str());
     }

@@ -16,9 +16,11 @@ struct OutputChecker {
     // What the path names and what is looked at, for the help.
     const char* about;
     Findings (*check)(const std::filesystem::path& path);
+    // Where a stricter form of the output exists: demands it. Null otherwise.
+    Findings (*checkStrictly)(const std::filesystem::path& path) = nullptr;
 };
 
 std::span<const OutputChecker> outputCheckers();
 
 // Prints what is wrong; done when nothing is, the input refused otherwise.
-ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path);
+ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path, bool strictly);

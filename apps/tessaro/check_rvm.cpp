@@ -24,7 +24,8 @@ void add(const fs::path& file, const rvmcheck::Findings& found, Findings& findin
     }
 }
 
-void checkPairOf(const fs::path& file, Findings& findings) {
+// A pair whose root is closed claims the strict form.
+void checkPairOf(const fs::path& file, bool strictly, Findings& findings) {
     std::string rvmBytes;
     std::string textBytes;
     const fs::path textFile = fs::path(file).replace_extension(".txt");
@@ -37,14 +38,15 @@ void checkPairOf(const fs::path& file, Findings& findings) {
     const rvmcheck::AttributeContent text = rvmcheck::readAttributes(textBytes, inText);
     if (inRvm.empty() && inText.empty()) {
         rvmcheck::checkPair(rvm, text, inText);
+        if (strictly || text.isRootClosed()) {
+            rvmcheck::checkStrictForm(rvm, text, inText);
+        }
     }
     add(file, inRvm, findings);
     add(textFile, inText, findings);
 }
 
-}  // namespace
-
-Findings checkRvmFiles(const fs::path& path) {
+Findings checkFiles(const fs::path& path, bool strictly) {
     std::error_code error;
     std::vector<fs::path> files;
     if (!fs::is_directory(path, error)) {
@@ -61,7 +63,17 @@ Findings checkRvmFiles(const fs::path& path) {
         findings.push_back(path.string() + ": no RVM file in it");
     }
     for (const fs::path& file : files) {
-        checkPairOf(file, findings);
+        checkPairOf(file, strictly, findings);
     }
     return findings;
+}
+
+}  // namespace
+
+Findings checkRvmFiles(const fs::path& path) {
+    return checkFiles(path, false);
+}
+
+Findings checkStrictRvmFiles(const fs::path& path) {
+    return checkFiles(path, true);
 }

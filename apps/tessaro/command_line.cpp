@@ -175,6 +175,11 @@ void CommandLine::addCheck() {
         CLI::App* kind = check->add_subcommand(checker.kind, checker.about);
         kind->add_option("PATH", checked_, "The output")->required()->type_name("");
         kind->footer(checkExamples);
-        kind->callback([this, &checker] { action_ = [this, &checker] { return checkOutput(checker, checked_); }; });
+        if (checker.checkStrictly != nullptr) {
+            kind->add_flag("--strict", isCheckStrict_, "Demand the form for readers that are stricter");
+        }
+        kind->callback([this, &checker] {
+            action_ = [this, &checker] { return checkOutput(checker, checked_, isCheckStrict_); };
+        });
     }
 }

@@ -29,6 +29,7 @@ private:
     RunOptions run_;
     ModelOptions model_;
     std::filesystem::path checked_;
+    bool isCheckStrict_ = false;
     // What the parsed sub-command does.
     std::function<ExitStatus()> action_;
 };

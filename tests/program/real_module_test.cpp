@@ -105,6 +105,11 @@ TEST_F(RealModule, RvmoutWritesAPairThatItsCheckerTakes) {
     }
     EXPECT_EQ(endings, (std::set<std::string>{".rvm", ".txt"}));
     EXPECT_EQ(tessaro("check rvm '" + out().string() + "'"), 0) << said();
+    EXPECT_EQ(tessaro("check rvm --strict '" + out().string() + "'"), 2);
+    EXPECT_NE(said().find("the root has no END"), std::string::npos) << said();
+    std::ofstream(root() / "plugins" / "nvoutplugins.ini") << "[Control]\nrvmCompat=1\n";
+    EXPECT_EQ(run("RVMOUT"), status) << said();
+    EXPECT_EQ(tessaro("check rvm --strict '" + out().string() + "'"), 0) << said();
 }
 
 TEST_F(RealModule, ShowHextBranchNeedsOnePipeline) {

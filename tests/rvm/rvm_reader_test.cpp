@@ -3,6 +3,8 @@
 
 #include "support/test_support.h"
 
+#include <functional>
+
 namespace {
 
 struct Sample {
@@ -102,6 +104,42 @@ TEST(RvmReader, FindsTreesThatDiffer) {
         Sample sample;
         sample.replace(old, with);
         EXPECT_NE(sample.check(), "") << old << " -> " << with;
+    }
+}
+
+TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
+    Sample strict;
+    strict.replace("\tEND\r\nEND\r\n", "\tEND\r\nEND\r\nEND\r\n");
+    rvmcheck::Findings findings;
+    rvmcheck::RvmContent good = rvmcheck::readRvm(strict.rvmBytes, findings);
+    const rvmcheck::AttributeContent text = rvmcheck::readAttributes(strict.text, findings);
+    good.primitives.at(0).box = {-0.5F, -0.5F, -0.5F, 0.5F, 0.5F, 0.5F};
+    rvmcheck::checkStrictForm(good, text, findings);
+    EXPECT_EQ(allFindings(findings), "");
+    using Rvm = rvmcheck::RvmContent;
+    using Text = rvmcheck::AttributeContent;
+    const std::function<void(Rvm&, Text&)> faults[] = {
+        [](Rvm&, Text& t) { t.elements[0].isClosed = false; },
+        [](Rvm& r, Text&) { r.primitives[0].parameters[0] = 0.5F; },  // the radius
+        [](Rvm& r, Text&) { r.primitives[0].box = {}; },
+        [](Rvm& r, Text&) { r.project = "\xB9"; },
+        [](Rvm& r, Text&) {
+            r.groups[2].children = {3, 3};
+        },
+        [](Rvm&, Text& t) {
+            t.elements[2].children = {3, 3};
+        },
+        [](Rvm&, Text& t) { t.elements[1].attributes[0].second.clear(); },
+        [](Rvm&, Text& t) { t.elements[1].attributes[0].second = "a&end&b"; },
+        [](Rvm&, Text& t) { t.elements[1].attributes[0].first = "NEWS"; },
+    };
+    for (std::size_t i = 0; i < std::size(faults); ++i) {
+        Rvm rvm = good;
+        Text attributes = text;
+        faults[i](rvm, attributes);
+        rvmcheck::checkStrictForm(rvm, attributes, findings);
+        EXPECT_EQ(findings.size(), 1U) << i << ": " << allFindings(findings);
+        findings.clear();
     }
 }
 

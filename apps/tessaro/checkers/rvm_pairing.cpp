@@ -1,7 +1,6 @@
 #include "rvm_reader.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 // Both files are written in one walk, so that pairing goes front to back. A group without an element is a manager
 // without objects, an expanded pipeline (its branches have the elements) or a primitive's own group; a manager may have
@@ -158,71 +157,10 @@ private:
     std::vector<std::pair<std::uint32_t, std::uint32_t>> open_;
 };
 
-template <typename Item>
-void checkSiblings(const std::vector<Item>& items, const std::vector<std::uint32_t>& children, Findings& findings) {
-    std::unordered_set<std::string_view> names;
-    for (const std::uint32_t child : children) {
-        if (!names.insert(items[child].name).second) {
-            findings.push_back({"strict form", "two siblings are named \"" + items[child].name + "\""});
-        }
-    }
-}
-
-void checkAttribute(const std::string& key, const std::string& value, std::size_t line, Findings& findings) {
-    const bool good = !value.empty() && value.find("&end&") == std::string::npos && !key.starts_with("END") &&
-                      !key.starts_with("NEW");
-    if (!good) {
-        findings.push_back(
-            {"line " + std::to_string(line), "attribute \"" + key + "\" is empty or looks like a keyword"});
-    }
-}
-
-bool isEmpty(const Primitive& primitive) {
-    const auto isZero = [](float value) { return value == 0; };
-    return primitive.kind == 11 ? primitive.triangles == 0
-                                : std::all_of(primitive.parameters.begin(), primitive.parameters.end(), isZero);
-}
-
-// A box that is turned over, or none around something that has a size.
-bool hasBadBox(const Primitive& primitive) {
-    bool anySize = isEmpty(primitive);
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-        if (primitive.box[axis] > primitive.box[axis + 3]) {
-            return true;
-        }
-        anySize = anySize || primitive.box[axis] < primitive.box[axis + 3];
-    }
-    return !anySize;
-}
-
 }  // namespace
 
 void checkPair(const RvmContent& rvm, const AttributeContent& text, Findings& findings) {
     Pairing(rvm, text, findings).run();
-}
-
-void checkStrictForm(const RvmContent& rvm, const AttributeContent& text, Findings& findings) {
-    if (!text.elements.empty() && !text.isRootClosed()) {
-        findings.push_back({"strict form", "the root has no END"});
-    }
-    if (!isUtf8(rvm.project) || !isUtf8(rvm.database)) {
-        findings.push_back({"strict form", "the texts of MODL are not UTF-8"});
-    }
-    for (const Group& group : rvm.groups) {
-        checkSiblings(rvm.groups, group.children, findings);
-    }
-    for (const Primitive& primitive : rvm.primitives) {
-        if (hasBadBox(primitive)) {
-            findings.push_back(
-                {"strict form", "a primitive of kind " + std::to_string(primitive.kind) + " without a box"});
-        }
-    }
-    for (const Element& element : text.elements) {
-        checkSiblings(text.elements, element.children, findings);
-        for (const auto& [key, value] : element.attributes) {
-            checkAttribute(key, value, element.line, findings);
-        }
-    }
 }
 
 }  // namespace rvmcheck
