@@ -17,6 +17,14 @@ protected:
         return text;
     }
 
+    // What the receiver builds of a primitive that is an equipment's only one.
+    Shape macroShape(const HextPrimary3D& primitive) {
+        EquipRecord record;
+        record.groups.push_back(convertPrimary(primitive));
+        finishRecord(record);
+        return rebuild(macro::readElements(headOf(record, ElementKind::Equipment)).at(0));
+    }
+
     TestRoot root;
     TestUi ui;
     NameManager names;

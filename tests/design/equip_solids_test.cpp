@@ -1,7 +1,6 @@
 // Every class of solid, written as macro text, read back and rebuilt, against the mesh of its source.
 #include "equip_fixture.h"
-#include "platform/entities.h"
-#include "tolmar/mesh.h"
+#include "source_shape.h"
 
 #include <cmath>
 #include <functional>
@@ -102,6 +101,11 @@ const std::vector<Source> sources = {
                                 c.startPoint = at.p(0, 0, 800), c.endPoint = at.p(0, 0, 0), c.diameter = 200;
                                 c.vect = at.v(1, 2, 6);
                             }),
+    source<HextScylinder3D>("sloped cylinder cut straight",
+                            [](const Place& at, HextScylinder3D& c) {
+                                c.startPoint = at.p(0, 0, 800), c.endPoint = at.p(0, 0, 0), c.diameter = 200;
+                                c.vect = at.v(0, 0, 6);
+                            }),
     source<HextConcone3D>("concentric cone",
                           [](const Place& at, HextConcone3D& c) {
                               c.startPoint = at.p(0, 0, 0), c.endPoint = at.p(0, 500, 100);
@@ -111,6 +115,16 @@ const std::vector<Source> sources = {
                         [](const Place& at, HextEcone3D& c) {
                             c.startPoint = at.p(5, 5, 5), c.endPoint = at.p(85, 5, 505), c.vect = at.v(2, 0, 0);
                             c.startDiameter = 400, c.endDiameter = 240;
+                        }),
+    source<HextEcone3D>("eccentric cone that leans far out and widens",
+                        [](const Place& at, HextEcone3D& c) {
+                            c.startPoint = at.p(5, 5, 5), c.endPoint = at.p(305, 605, 405), c.vect = at.v(-1, -2, 0);
+                            c.startDiameter = 100, c.endDiameter = 300;
+                        }),
+    source<HextEcone3D>("eccentric cone with discs across no axis",
+                        [](const Place& at, HextEcone3D& c) {
+                            c.startPoint = at.p(0, 0, 0), c.endPoint = at.p(100, 0, 500), c.vect = at.v(1, 1, 1);
+                            c.startDiameter = 300, c.endDiameter = 100;
                         }),
     source<HextSqucone3D>("rectangular frustum",
                           [](const Place& at, HextSqucone3D& c) {
@@ -169,6 +183,12 @@ const std::vector<Source> sources = {
     source<HextOval3D>("spherical head", [](const Place& at, HextOval3D& o) { head(at, o, 500, 300); }),
 
     // Conversions that are approximate, with what they are off.
+    source<HextScylinder3D>("sloped cylinder with a normal into the solid",
+                            [](const Place& at, HextScylinder3D& c) {
+                                c.startPoint = at.p(0, 0, 800), c.endPoint = at.p(0, 0, 0), c.diameter = 200;
+                                c.vect = at.v(1, 0, -6);
+                            },
+                            {1, 655.45}),
     source<HextOval3D>("elliptical head, in 32 segments", [](const Place& at, HextOval3D& o) { head(at, o, 250, 500); },
                        {0.99943, 0.14}),
     source<HextOval3D>("flat head, as a part of a sphere",
@@ -186,6 +206,10 @@ const std::vector<Source> sources = {
                          [](const Place& at, HextSqucir3D& s) { transition(at, s, 600, 300); }, {0.82755}),
     source<HextSqucir3D>("rectangle to smaller round",
                          [](const Place& at, HextSqucir3D& s) { transition(at, s, 400, 150); }, {0.79299}),
+    source<HextSqucir3D>(
+        "rectangle to smaller round below it",
+        [](const Place& at, HextSqucir3D& s) { transition(at, s, 400, 150), s.topCenter = at.p(100, 50, -600); },
+        {0.79299}),
 };
 
 // The world itself, the world turned about, and frames of any direction.
@@ -207,43 +231,7 @@ std::vector<TlGeMatrix3d> placements() {
     return all;
 }
 
-Shape meshOf(const HextPrimary3D& primitive) {
-    const std::unique_ptr<TlDbEntity> entity(transHextPrimary3D(&primitive));
-    TlDb3dSolid* made = nullptr;
-    EXPECT_EQ(static_cast<const ORNACadPrimary3D&>(*entity).getSolid(made), 0);
-    const std::unique_ptr<TlDb3dSolid> solid(made);
-    tolmar::TriangleMesh mesh;
-    EXPECT_EQ(tolmar::meshBody(*solid->body(), 0.005, mesh), tolmar::MeshStatus::Ok);
-    Shape shape;
-    for (std::size_t i = 0; i < mesh.nodeCount(); ++i) {
-        shape.points.emplace_back(mesh.nodes[3 * i], mesh.nodes[3 * i + 1], mesh.nodes[3 * i + 2]);
-    }
-    const auto corner = [&](std::size_t i) { return shape.points[mesh.triangles[i]] - shape.points[0]; };
-    for (std::size_t t = 0; t < mesh.triangles.size(); t += 3) {
-        shape.volume += corner(t).dotProduct(corner(t + 1).crossProduct(corner(t + 2))) / 6;
-    }
-    return shape;
-}
-
-// How far the extents of two shapes differ at most, over the directions of a box and those between its sides.
-double reachError(const Shape& a, const Shape& b) {
-    double error = 0;
-    for (int i = 0; i < 27; ++i) {
-        const HxGeVector3D direction = HxGeVector3D(i % 3 - 1, i / 3 % 3 - 1, i / 9 - 1).normal();
-        error = std::max(error, std::fabs(a.reach(direction) - b.reach(direction)));
-    }
-    return error;
-}
-
-class EquipSolids : public EquipTest {
-protected:
-    Shape macroOf(const HextPrimary3D& primitive) {
-        EquipRecord record;
-        record.groups.push_back(convertPrimary(primitive));
-        finishRecord(record);
-        return rebuild(macro::readElements(headOf(record, ElementKind::Equipment)).at(0));
-    }
-};
+class EquipSolids : public EquipTest {};
 
 }  // namespace
 
@@ -253,8 +241,8 @@ TEST_F(EquipSolids, MeanWhatTheirSourcesMean) {
         double reach = 0;
         for (const TlGeMatrix3d& placement : placements()) {
             const auto primitive = source.at(Place(placement));
-            const Shape expected = meshOf(*primitive);
-            const Shape shape = macroOf(*primitive);
+            const Shape expected = sourceShape(*primitive);
+            const Shape shape = macroShape(*primitive);
             EXPECT_NEAR(shape.volume / expected.volume, source.bound.volume, 1e-4);
             reach = std::max(reach, reachError(shape, expected));
         }
@@ -265,24 +253,27 @@ TEST_F(EquipSolids, MeanWhatTheirSourcesMean) {
 }
 
 // The section's length runs across the section axis, and the trough lies at the far end of that axis: the solid is the
-// source's mirror image.
-TEST_F(EquipSolids, ASaddleIsMirroredInItsSection) {
+// source's mirror image. So it is for every direction of the section, as long as the axis is level.
+TEST_F(EquipSolids, ALevelSaddleIsMirroredInItsSection) {
     HextSaddle3D saddle;
     saddle.point = {10, 20, 30};
     saddle.axis = {3, 4, 0};
-    saddle.sectionAxis = {4, -3, 0};
     saddle.length = 500, saddle.sectionLength = 400, saddle.sectionHeight = 300;
-    for (const double radius : {150.0, 200.0, 260.0}) {
-        saddle.circleRadius = radius;
-        const Shape expected = meshOf(saddle);
-        const Shape shape = macroOf(saddle);
-        EXPECT_NEAR(shape.volume / expected.volume, 1, 2e-4) << radius;
-        const HxGeVector3D across = saddle.sectionAxis.normal();
-        const HxGeVector3D third = saddle.axis.crossProduct(saddle.sectionAxis).normal();
-        const double ahead = saddle.point.asVector().dotProduct(across);
-        EXPECT_NEAR(shape.reach(across) - ahead, 300, 1e-3);
-        EXPECT_NEAR(shape.reach(-third) + saddle.point.asVector().dotProduct(third), 0, 1e-3);
-        EXPECT_NEAR(shape.reach(third) - saddle.point.asVector().dotProduct(third), 400, 1e-3);
-        EXPECT_NEAR(expected.reach(across) - ahead, 400, 1e-3);
+    for (const HxGeVector3D& section :
+         {HxGeVector3D(4, -3, 0), HxGeVector3D(-4, 3, 0), HxGeVector3D(0, 0, 2), HxGeVector3D(4, -3, 2)}) {
+        for (const double radius : {150.0, 200.0, 260.0}) {
+            saddle.sectionAxis = section;
+            saddle.circleRadius = radius;
+            const Shape expected = sourceShape(saddle);
+            const Shape shape = macroShape(saddle);
+            EXPECT_NEAR(shape.volume / expected.volume, 1, 2e-4) << radius;
+            const HxGeVector3D across = section.normal();
+            const HxGeVector3D third = saddle.axis.crossProduct(section).normal();
+            const double ahead = saddle.point.asVector().dotProduct(across);
+            EXPECT_NEAR(shape.reach(across) - ahead, 300, 1e-3);
+            EXPECT_NEAR(shape.reach(-third) + saddle.point.asVector().dotProduct(third), 0, 1e-3);
+            EXPECT_NEAR(shape.reach(third) - saddle.point.asVector().dotProduct(third), 400, 1e-3);
+            EXPECT_NEAR(expected.reach(across) - ahead, 400, 1e-3);
+        }
     }
 }
