@@ -158,6 +158,7 @@ public:
 
     void map(const HextVertexList& list, std::vector<tolmar::Point2>& out) const {
         out.clear();
+        out.reserve(list.size());
         const PlaneMap plane{first_, axes_.x, axes_.y};
         for (const HextVertex& vertex : list) {
             out.push_back(plane(world(vertex.point)));

@@ -35,7 +35,9 @@ double distance(const Point2& a, const Point2& b) {
 }
 
 bool samePlace(const Point2& a, const Point2& b) {
-    return distance(a, b) <= leastLength;
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    return dx * dx + dy * dy <= leastLength * leastLength;
 }
 
 // An edge of the list: from `start` to the start of the next one, through `middle` where it is an arc.
@@ -67,6 +69,7 @@ std::vector<Vertex> settledVertices(const HextVertexList& list, const std::vecto
 class OutlineWalk {
 public:
     explicit OutlineWalk(const std::vector<Vertex>& vertices) : vertices_(vertices) {
+        edges_.reserve(vertices.size());
         while (at_ < vertices_.size()) {
             step();
         }
@@ -180,7 +183,7 @@ OutlinePiece pieceOf(const Edge& edge, const Point2& end) {
 
 class Cleaner {
 public:
-    explicit Cleaner(double least) : least_(least) {}
+    Cleaner(double least, std::size_t most) : least_(least) { out_.reserve(most); }
 
     // Adds a piece behind the others. What stands before it may turn out to be needless.
     void add(const OutlinePiece& piece) {
@@ -243,7 +246,7 @@ Tl::ErrorStatus makeCircle(const std::vector<Vertex>& vertices, std::size_t at, 
 void makePieces(const std::vector<Vertex>& vertices, double least, Outline& outline) {
     OutlineWalk walk(vertices);
     const std::vector<Edge>& edges = walk.edges();
-    Cleaner cleaner(least);
+    Cleaner cleaner(least, edges.size());
     for (std::size_t i = 0; i < edges.size(); ++i) {
         cleaner.add(pieceOf(edges[i], edges[i + 1 == edges.size() ? 0 : i + 1].start));
     }
