@@ -243,14 +243,29 @@ Tl::ErrorStatus makeCircle(const std::vector<Vertex>& vertices, std::size_t at, 
     return Tl::eOk;
 }
 
-void makePieces(const std::vector<Vertex>& vertices, double least, Outline& outline) {
+// Corners alone, each joined to the next by a line.
+bool isPolygon(const std::vector<Vertex>& vertices) {
+    const auto isCorner = [](const Vertex& v) { return v.kind == plain; };
+    return std::all_of(vertices.begin(), vertices.end() - 1, isCorner) &&
+           (isCorner(vertices.back()) || vertices.back().kind == lastVertex);
+}
+
+Outline polygonOf(const std::vector<Vertex>& vertices, double least) {
+    Cleaner cleaner(least, vertices.size());
+    for (const Vertex& vertex : vertices) {
+        cleaner.add(straight(vertex.at));
+    }
+    return cleaner.finish();
+}
+
+Outline piecesOf(const std::vector<Vertex>& vertices, double least) {
     OutlineWalk walk(vertices);
     const std::vector<Edge>& edges = walk.edges();
     Cleaner cleaner(least, edges.size());
     for (std::size_t i = 0; i < edges.size(); ++i) {
         cleaner.add(pieceOf(edges[i], edges[i + 1 == edges.size() ? 0 : i + 1].start));
     }
-    outline = cleaner.finish();
+    return cleaner.finish();
 }
 
 }  // namespace
@@ -284,7 +299,7 @@ Tl::ErrorStatus makeOutline(const HextVertexList& list, const std::vector<Point2
             return status;
         }
     } else {
-        makePieces(vertices, least, outline);
+        outline = isPolygon(vertices) ? polygonOf(vertices, least) : piecesOf(vertices, least);
     }
     const bool anyArc = std::any_of(outline.begin(), outline.end(), [](const OutlinePiece& p) { return p.isArc; });
     if (outline.size() < 3 && !anyArc) {
