@@ -1,4 +1,5 @@
 // The four functions that the module exports. No exception leaves them.
+#include "exports/max_command.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
@@ -42,9 +43,6 @@ void obmout() {
 }
 void nvout() {
     refuse("NVOUT");
-}
-void maxout() {
-    refuse("MAXOUT");
 }
 
 constexpr CommandRow commands[] = {

@@ -1,5 +1,6 @@
 #include "rvm/rvm_command.h"
 
+#include "exportbase/safe_file_name.h"
 #include "frame/export_dialog.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
@@ -10,7 +11,6 @@
 #include "scripts/options.h"
 #include "scripts/script_host.h"
 #include "scripts/script_presence.h"
-#include "tolmar/code_page.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
 
@@ -26,17 +26,6 @@ using tolmar::runReport;
 constexpr int progressRange = 100;
 constexpr int extraBars = 2;
 constexpr const char* noSites = "it holds no site that is selected";
-
-// Characters that a file system refuses become "_". In UTF-8 none of them is part of another character.
-std::string safeFileName(const std::string& name) {
-    std::string utf8 = tolmar::toUtf8(name);
-    for (char& c : utf8) {
-        if (static_cast<unsigned char>(c) < ' ' || std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos) {
-            c = '_';
-        }
-    }
-    return tolmar::fromUtf8(utf8);
-}
 
 std::string textOrEmpty(const char* text) {
     return text != nullptr ? text : "";

@@ -1,0 +1,91 @@
+// The example plant's two files against expected ones, in a shorter form: triangles as sums, the rows of an object on a
+// line. TESSARO_REBASE=1 writes them anew.
+#include "max_support.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path source = TESSARO_SOURCE_DIR;
+
+std::string readFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+std::string startTag(const Element& element) {
+    std::string text = element.name;
+    for (const auto& [name, value] : element.attributes) {
+        text += " " + name + "=" + value;
+    }
+    return text;
+}
+
+// Sums of the coordinates, in whole millimetres, and of the vertex numbers.
+std::string sumsOf(const Element& group) {
+    double sums[3] = {0, 0, 0};
+    std::size_t corners = 0;
+    for (const Element& child : group.children) {
+        const char* names[] = {"pointX", "pointY", "pointZ"};
+        for (int k = 0; k < 3; ++k) {
+            if (child.name == "point") {
+                sums[k] += std::stod(child[names[k]]);
+            } else {
+                corners += child.number(names[k]) * static_cast<std::size_t>(k + 1);
+            }
+        }
+    }
+    std::string text = "sums";
+    for (const double sum : sums) {
+        text += " " + std::to_string(std::llround(sum));
+    }
+    return text + " " + std::to_string(corners);
+}
+
+void describe(const Element& element, const std::string& indent, std::string& out) {
+    out += indent + startTag(element) + "\n";
+    if (element.name == "meshGroup") {
+        out += indent + " " + sumsOf(element) + "\n";
+        return;
+    }
+    if (element.name == "propertyGroup") {
+        out += indent;
+        for (const Element& row : element.children) {
+            out += " " + row["key"] + "=" + row["value"];
+        }
+        out += "\n";
+        return;
+    }
+    for (const Element& child : element.children) {
+        describe(child, indent + " ", out);
+    }
+}
+
+class MaxGolden : public MaxTest {};
+
+TEST_F(MaxGolden, TheExamplePlantGivesTheExpectedFiles) {
+    fs::copy(source / "examples" / "install", root.path(), fs::copy_options::recursive);
+    TestModel example(readFile(source / "examples" / "pump-station.json"));
+    ui.inputs = {"GY-01", "S1"};
+    maxout();
+    for (const char* ending : {".orna", ".xml"}) {
+        std::string text;
+        describe(parseXml(root.read("out/PumpStation" + std::string(ending))), "", text);
+        const fs::path golden = source / "tests" / "exports_max" / "golden" / ("PumpStation" + std::string(ending));
+        if (std::getenv("TESSARO_REBASE") != nullptr) {
+            fs::create_directories(golden.parent_path());
+            std::ofstream(golden, std::ios::binary) << text;
+        }
+        EXPECT_TRUE(text == readFile(golden)) << golden << " differs; rebase and look at the difference";
+        EXPECT_FALSE(text.empty());
+    }
+    EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
+}
+
+}  // namespace
