@@ -1,5 +1,6 @@
 // The four functions that the module exports. No exception leaves them.
 #include "exports/max_command.h"
+#include "exports/xdb_export.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
@@ -86,10 +87,17 @@ TESSARO_EXPORT void CopyDesignAndDwg(const char* targetFolder) {
     }
 }
 
-// Hands out the shape and data of the objects under the current manager; false when there is none.
-TESSARO_EXPORT bool XDBOUT(std::vector<std::string>&, std::vector<std::uint64_t>&, std::vector<std::vector<double>>&,
-                           std::vector<std::vector<int>>&, std::vector<std::vector<double>>&,
-                           std::vector<std::vector<int>>&, std::vector<std::string>&, int) {
-    refuse("XDBOUT");
+// Hands out the shape and data of the objects under the current manager: see xdb::exportXdb.
+TESSARO_EXPORT bool XDBOUT(std::vector<std::string>& types, std::vector<std::uint64_t>& colors,
+                           std::vector<std::vector<double>>& positions, std::vector<std::vector<int>>& indices,
+                           std::vector<std::vector<double>>& normals, std::vector<std::vector<int>>& normalIndices,
+                           std::vector<std::string>& data, int strict) {
+    try {
+        return xdb::exportXdb({types, colors, positions, indices, normals, normalIndices, data}, strict);
+    } catch (const std::exception& failure) {
+        runReport().ended(RunOutcome::Failed, failure.what());
+    } catch (...) {
+        runReport().ended(RunOutcome::Failed, "unknown exception");
+    }
     return false;
 }

@@ -24,8 +24,8 @@ constexpr const char* runExamples =
     "  tessaro run RVMOUT NVOUT --model plant.json --out exported --report report.json\n"
     "  tessaro run RVMOUT --model plant.json --select 'World/*North*/**' --deselect '**/TEMP*' --dry-run\n"
     "  tessaro run NVOUT --model plant.json --set outWeld=1 --set nvExpandBranch=0 --progress plain\n"
-    "  tessaro run MAXOUT --model plant.json --out exported --input Project --input Author\n"
-    "  tessaro run XDBOUT --model plant.json > shapes.json";
+    "  tessaro run MAXOUT --model plant.json --out exported --input Project --input Station\n"
+    "  tessaro run XDBOUT --model plant.json --select '**/L-100' > shapes.json";
 constexpr const char* commandsExamples = "Examples:\n  tessaro commands";
 constexpr const char* modelExamples = "Examples:\n"
                                       "  tessaro model check plant.json\n"

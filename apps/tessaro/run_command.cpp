@@ -157,6 +157,7 @@ private:
                 answers.options.emplace_back(key, on);
             }
         }
+        hasPatterns_ = !answers.selection.select.empty();
         ui_ = std::make_unique<CommandLineUi>(std::move(answers), console_);
         return ExitStatus::Done;
     }
@@ -193,7 +194,7 @@ private:
             if (const TlEdCommand* command = registeredCommands().lookup(fromUtf8(name))) {
                 command->handler();
             } else {
-                callXdbFunction({module_.get(), options_.out, strict_});
+                callXdbFunction({module_.get(), options_.out, strict_, hasPatterns_ ? model_.get() : nullptr});
             }
         } catch (const std::exception& error) {
             runReport().ended(RunOutcome::Failed, error.what());
@@ -212,6 +213,7 @@ private:
     plant::ModelPtr model_;
     std::unique_ptr<tolmar::LoadedModule> module_;
     bool strict_ = false;
+    bool hasPatterns_ = false;  // of items to select
 };
 
 RunFacts factsOf(const RunOptions& options, ExitStatus status) {

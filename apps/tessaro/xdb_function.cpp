@@ -82,6 +82,18 @@ void writeJson(const XdbCall& call, const std::string& json) {
     }
 }
 
+// A cancelled form has said why.
+bool chooseManager(plant::Model* model) {
+    std::string error;
+    const bool isChosen = model == nullptr || plant::chooseCurrentManager(*model, error);
+    if (!error.empty()) {
+        runReport().ended(RunOutcome::Refused, tolmar::fromUtf8(error));
+    } else if (!isChosen) {
+        runReport().ended(RunOutcome::Cancelled);
+    }
+    return isChosen;
+}
+
 }  // namespace
 
 void callXdbFunction(const XdbCall& call) {
@@ -90,10 +102,13 @@ void callXdbFunction(const XdbCall& call) {
         runReport().ended(RunOutcome::Failed, "the module does not export XDBOUT");
         return;
     }
+    if (!chooseManager(call.choosesFrom)) {
+        return;
+    }
     XdbArrays arrays;
     const bool result = function(arrays.types, arrays.colors, arrays.positions, arrays.indices, arrays.normals,
                                  arrays.normalIndices, arrays.data, call.strict ? 1 : 0);
-    if (!result) {
+    if (!result && runReport().outcome() == RunOutcome::Done) {
         runReport().ended(RunOutcome::Failed, "XDBOUT gave false: no current manager, or a gap in the data");
     }
     writeJson(call, jsonOf(result, arrays));

@@ -36,6 +36,11 @@ LoadResult loadModelText(std::string_view json, std::string_view name = "model")
 void setCurrentModel(Model* model);
 Model* currentModel();
 
+// Shows a form with the trees of all databases, labelled by the names of their nodes; the one checked item becomes the
+// current manager in the place of what the model says. False when the form is cancelled, or with the reason in UTF-8
+// when there is not exactly one.
+bool chooseCurrentManager(Model& model, std::string& error);
+
 // Objects of all classes that stand in the file.
 std::size_t objectCount(const Model& model);
 
