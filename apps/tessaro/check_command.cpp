@@ -1,6 +1,7 @@
 #include "check_command.h"
 
 #include "check_hext.h"
+#include "check_max.h"
 #include "check_rvm.h"
 
 #include <cstdio>
@@ -11,6 +12,8 @@ constexpr OutputChecker checkers[] = {
     {"hext", "the folder of HEXTOUT: is it whole, does every name exist when it is used", checkHextFolder},
     {"rvm", "an RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
      checkRvmFiles, checkStrictRvmFiles},
+    {"max", "a geometry and a property file of MAXOUT, or a folder of them: are both whole, do they hold one tree",
+     checkMaxFiles},
 };
 
 }  // namespace

@@ -17,8 +17,24 @@ bool isForbidden(char c) {
     return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
 }
 
+// The two code points that are no characters, in UTF-8.
+constexpr std::string_view noCharacters[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
+
+bool isCleanUtf8(std::string_view text) {
+    return tolmar::isAscii(text) ||
+           (tolmar::isValidUtf8(text) && text.find(noCharacters[0]) == std::string_view::npos &&
+            text.find(noCharacters[1]) == std::string_view::npos);
+}
+
 bool isClean(std::string_view text) {
-    return std::none_of(text.begin(), text.end(), isForbidden) && (!isUtf8CodePage || tolmar::isValidUtf8(text));
+    return std::none_of(text.begin(), text.end(), isForbidden) && (!isUtf8CodePage || isCleanUtf8(text));
+}
+
+std::string cleanUtf8(std::string_view text) {
+    std::u16string wide = tolmar::utf8ToWide(text);
+    std::replace_if(
+        wide.begin(), wide.end(), [](char16_t unit) { return unit >= 0xFFFE; }, u'?');
+    return tolmar::wideToUtf8(wide);
 }
 
 }  // namespace
@@ -36,7 +52,7 @@ std::string_view MaxDocument::cleaned(std::string_view value) {
         return value;
     }
     ++replacedTexts_;
-    clean_ = isUtf8CodePage ? tolmar::fromWide(tolmar::toWide(value)) : std::string(value);
+    clean_ = isUtf8CodePage ? cleanUtf8(value) : std::string(value);
     std::replace_if(clean_.begin(), clean_.end(), isForbidden, ' ');
     return clean_;
 }

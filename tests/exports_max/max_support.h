@@ -79,7 +79,8 @@ inline Element elementOf(const xmlNode* node) {
 // The root element. The declaration says UTF-8, the bytes are those of the code page: what a reader of such a file does
 // first. In the code page UTF-8 the bytes go to the parser as they are.
 inline Element parseXml(const std::string& bytes) {
-    const std::string text = tolmar::toUtf8(bytes);
+    const bool isUtf8 = std::string(TESSARO_CODE_PAGE) == "UTF-8";
+    const std::string text = isUtf8 ? bytes : tolmar::toUtf8(bytes);
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> document(
         xmlReadMemory(text.data(), static_cast<int>(text.size()), "max", nullptr, XML_PARSE_NOERROR | XML_PARSE_HUGE),
         xmlFreeDoc);

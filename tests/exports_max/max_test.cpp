@@ -370,4 +370,20 @@ TEST_F(MaxTest, FilesAreTextInTheFormOfRapidXml) {
     EXPECT_EQ(text.substr(text.find('\n') + 1), printed);
 }
 
+TEST_F(MaxTest, InTheCodePageUtf8TheFilesAreValidAsDeclared) {
+    if (std::string(TESSARO_CODE_PAGE) != "UTF-8") {
+        GTEST_SKIP() << "the declaration is true in the code page UTF-8 alone";
+    }
+    load(R"({"id":2,"class":"HextPipeline","in":1,"name":"a\uFFFFb"},
+        {"id":3,"class":"HxDbEquipment","in":2,"primitives":[]})");
+    scriptWith("function maxOutdata() return {{key = '\\255\\228\\184', value = '\\228\\184\\173'}} end");
+    run();
+    EXPECT_TRUE(geometry.has("Name", "a?b_2"));
+    const Element& row = properties.find("value", "中");
+    EXPECT_TRUE(tolmar::isValidUtf8(row["key"]));
+    EXPECT_NE(row["key"], "");
+    EXPECT_EQ(passedOver(), "2 node: its name holds characters that XML cannot hold\n"
+                            "3 text: it holds characters that XML cannot hold\n");
+}
+
 }  // namespace

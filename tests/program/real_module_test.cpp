@@ -112,6 +112,34 @@ TEST_F(RealModule, RvmoutWritesAPairThatItsCheckerTakes) {
     EXPECT_EQ(tessaro("check rvm --strict '" + out().string() + "'"), 0) << said();
 }
 
+TEST_F(RealModule, MaxoutWritesAPairThatItsCheckerTakes) {
+    EXPECT_EQ(run("MAXOUT"), 130) << "nobody answers the input boxes";
+    EXPECT_EQ(run("MAXOUT", "--input GY --input ''"), 2) << said();
+    EXPECT_TRUE(fs::is_empty(out()));
+    EXPECT_EQ(run("MAXOUT", "--input GY --input S1"), 3) << said();
+    EXPECT_EQ(report().find("\"geometry\""), std::string::npos) << "nothing but lines and texts is left out";
+    EXPECT_EQ(tessaro("check max '" + out().string() + "'"), 0) << said();
+    const fs::path geometry = out() / "PumpStation.orna";
+    fs::resize_file(geometry, fs::file_size(geometry) - 20);
+    EXPECT_EQ(tessaro("check max '" + geometry.string() + "'"), 2) << "a file that is cut off is not whole";
+}
+
+TEST_F(RealModule, XdboutHandsOutTheManagerOfTheModelOrOfASelection) {
+    const fs::path json = out() / "PumpStation.xdb.json";
+    EXPECT_EQ(run("XDBOUT"), 0) << said();
+    const std::string ofModel = readFile(json);
+    EXPECT_NE(ofModel.find("\"result\": true"), std::string::npos);
+    EXPECT_NE(ofModel.find("\"TPPE\""), std::string::npos);
+    EXPECT_NE(ofModel.find("lineno:CWD-1002;"), std::string::npos);
+    EXPECT_EQ(run("XDBOUT", "--select '*/*/*/P-101A' --set strict=1"), 0) << said();
+    const std::string ofPump = readFile(json);
+    EXPECT_NE(ofPump.find("\"proxy\""), std::string::npos);
+    EXPECT_EQ(ofPump.find("\"TPPE\""), std::string::npos);
+    EXPECT_EQ(run("XDBOUT", "--select '**/P-101*'"), 2) << said();
+    EXPECT_NE(said().find("exactly one item"), std::string::npos) << said();
+    EXPECT_EQ(run("XDBOUT", "--select '**/none'"), 2) << said();
+}
+
 TEST_F(RealModule, ShowHextBranchNeedsOnePipeline) {
     EXPECT_EQ(run("ShowHextBranch"), 2) << said();
     EXPECT_NE(said().find("exactly one pipeline"), std::string::npos);
