@@ -134,7 +134,7 @@ private:
             for (std::size_t k = 0; k < 3; ++k) {
                 point_.setLength(k + 1, positions[i + k]);
             }
-            sink_.node(point_.node(), depth);
+            sink_.corner(point_, depth);
         }
     }
 
@@ -144,7 +144,7 @@ private:
             for (std::size_t k = 0; k < 3; ++k) {
                 face_.setInteger(k + 1, indices[i + k]);
             }
-            sink_.node(face_.node(), depth);
+            sink_.corner(face_, depth);
         }
     }
 

@@ -43,6 +43,19 @@ void XmlSink::node(const Node& node, int depth) {
     rapidxml::internal::print_node(Iterator(*this), &node, 0, depth);
 }
 
+void XmlSink::corner(const CornerElement& corner, int depth) {
+    const std::size_t most = CornerElement::longest + static_cast<std::size_t>(depth);
+    if (most > buffer_.size()) {
+        node(corner.node(), depth);
+        return;
+    }
+    if (buffer_.size() - used_ < most) {
+        flush();
+    }
+    char* end = rapidxml::internal::print_node(buffer_.data() + used_, &corner.node(), 0, depth);
+    used_ = static_cast<std::size_t>(end - buffer_.data());
+}
+
 void XmlSink::startTag(const Node& node, int depth) {
     Iterator out = rapidxml::internal::fill_chars(Iterator(*this), depth, '\t');
     out = '<';

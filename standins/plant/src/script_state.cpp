@@ -1,8 +1,8 @@
 #include "script_state.h"
 
+#include "script_blocks.h"
 #include "tolmar/host_ui.h"
 
-#include <cstdlib>
 #include <new>
 
 namespace hextlua {
@@ -15,7 +15,7 @@ constexpr int instructionsBetweenLooks = 100'000;
 void* allocate(void* userData, void* block, std::size_t oldSize, std::size_t newSize) {
     auto& context = *static_cast<ScriptContext*>(userData);
     if (newSize == 0) {
-        std::free(block);
+        freeBlock(block, oldSize);
         context.used -= oldSize;
         return nullptr;
     }
@@ -23,7 +23,7 @@ void* allocate(void* userData, void* block, std::size_t oldSize, std::size_t new
     if (growing && context.depth > 0 && context.used + (newSize - oldSize) > context.limit) {
         return nullptr;
     }
-    void* moved = std::realloc(block, newSize);
+    void* moved = resizeBlock(block, oldSize, newSize);
     if (moved != nullptr) {
         context.used += newSize - oldSize;
     }
