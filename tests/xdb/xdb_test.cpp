@@ -352,6 +352,7 @@ TEST_F(XdbTest, AnOuterCommandKeepsItsProgressObject) {
     const ProgressScope outer;
     EXPECT_TRUE(run());
     EXPECT_NE(progressSlot(), nullptr);
+    EXPECT_FALSE(ui.progress.open) << "the dialog is closed at the end all the same";
 }
 
 TEST_F(XdbTest, NumbersHaveTheirDigits) {
