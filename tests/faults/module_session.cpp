@@ -77,6 +77,7 @@ ModuleSession::Run ModuleSession::run(const std::string& command, tolmar::Script
     clean();
     tolmar::runReport().clear();
     answers.target = out();
+    answers.inputs = {"P", "S"};
     tolmar::ScriptedUi ui(std::move(answers));
     tolmar::setHostUi(&ui);
     const auto* commands = TlEdCommandStack::cast(tlrxSysRegistry()->at(TLAD_REGISTERED_COMMANDS));
