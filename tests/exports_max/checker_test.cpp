@@ -72,6 +72,11 @@ TEST_F(MaxChecker, FindsWhatIsWrongWithAGeometryFile) {
         deep += "<object a='>'>";
     }
     EXPECT_TRUE(finds(checkGeometry(deep), "nested deeper"));
+    std::string many = "<?xml version='1.0' encoding='utf-8' ?>\n<object id='1' Name='W'>";
+    for (int i = 0; i < 1000; ++i) {
+        many += "<object/>";
+    }
+    EXPECT_EQ(checkGeometry(many + "</object>").size(), 101U) << "a hundred faults and the word that there are more";
 }
 
 TEST_F(MaxChecker, FindsWhatIsWrongWithAPropertyFile) {
@@ -87,6 +92,25 @@ TEST_F(MaxChecker, FindsFilesThatDoNotBelongTogether) {
         finds(checkPair(geometryBytes, changed(propertyBytes, "-Pipe_3", "-Pump_3")), "object 3 has another name"));
     EXPECT_TRUE(
         finds(checkPair(geometryBytes, changed(propertyBytes, "id=\"2\"", "id=\"7\"")), "stands under another"));
+}
+
+TEST_F(MaxChecker, NoCutFileLooksWholeAndNoByteEndsTheProgram) {
+    for (const std::string& bytes : {geometryBytes, propertyBytes}) {
+        const auto check = bytes == geometryBytes ? checkGeometry : checkProperties;
+        for (std::size_t size = 0; size <= bytes.rfind('>'); ++size) {
+            EXPECT_FALSE(check(bytes.substr(0, size)).empty()) << size;
+        }
+        for (std::size_t at = 0; at < bytes.size(); ++at) {
+            for (const char c : {'<', '>', '"', '&', '/', '\0', '9'}) {
+                std::string text = bytes;
+                text[at] = c;
+                checkGeometry(text);
+                checkProperties(text);
+                checkPair(text, propertyBytes);
+                checkPair(geometryBytes, text);
+            }
+        }
+    }
 }
 
 }  // namespace

@@ -36,6 +36,8 @@ bool isFinite(std::string_view text) {
     return readNumber(text, number) && std::isfinite(number);
 }
 
+constexpr std::size_t mostFindings = 100;
+
 // A tree has at most 200 levels, and three more come below an object.
 constexpr int deepestTree = 210;
 
@@ -89,7 +91,14 @@ private:
     }
 
     void note(const char* text) { findings_.emplace_back(text); }
+    // Each place costs a look at the file up to it, and nobody reads thousands.
     void add(const char* where, const std::string& text) {
+        if (findings_.size() >= mostFindings) {
+            if (findings_.size() == mostFindings) {
+                note("further faults are not listed");
+            }
+            return;
+        }
         const auto line = std::count(static_cast<const char*>(text_.data()), where, '\n') + 1;
         findings_.push_back("line " + std::to_string(line) + ": " + text);
     }
@@ -108,11 +117,13 @@ void visitObjects(const Node* root, const Visit& visit) {
         const Node* node = waiting.back();
         waiting.pop_back();
         visit(*node);
-        for (const Node* child = node->last_node(); child != nullptr; child = child->previous_sibling()) {
+        const std::size_t behind = waiting.size();
+        for (const Node* child = node->first_node(); child != nullptr; child = child->next_sibling()) {
             if (nameOf(*child) == "object") {
                 waiting.push_back(child);
             }
         }
+        std::reverse(waiting.begin() + static_cast<std::ptrdiff_t>(behind), waiting.end());
     }
 }
 
