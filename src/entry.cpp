@@ -1,6 +1,7 @@
 // The four functions that the module exports. No exception leaves them.
 #include "exports/max_command.h"
 #include "exports/xdb_export.h"
+#include "exports/eem_command.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
@@ -35,9 +36,6 @@ void guarded() {
 void refuse(const char* command) {
     hxcad::hextPrintf("\n%s is not part of this version", command);
     runReport().ended(RunOutcome::Refused, std::string(command) + " is not part of this version");
-}
-void ornaout() {
-    refuse("ORNAOUT");
 }
 void obmout() {
     refuse("OBMOUT");

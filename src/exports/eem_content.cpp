@@ -1,0 +1,188 @@
+#include "exports/eem_content.h"
+
+#include "exportbase/object_properties.h"
+#include "exports/eem_color.h"
+#include "platform/kvparams.h"
+#include "platform/smrtln.h"
+#include "scripts/node_name.h"
+#include "scripts/script_host.h"
+#include "scripts/script_presence.h"
+#include "tolmar/run_report.h"
+
+#include <charconv>
+
+namespace eem {
+
+namespace {
+
+constexpr std::string_view objectTag = "NA:";
+constexpr std::string_view paperTag = "PNA:";
+constexpr std::string_view idTag = "OBJID:";
+constexpr std::string_view shapeTag = "GEO:";
+
+const TreeLevel worldLevel{HextWorld::desc(), 3, ""};
+const TreeLevel siteLevel{HextSite::desc(), 2, "ORNA_SITE"};
+const TreeLevel zoneLevel{HextZone::desc(), 1, "ORNA_ZONE"};
+const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDirectory::desc(), 1, "ORNA_ZONEDIR"}};
+const TreeLevel paperLevels[] = {
+    worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
+
+// A script that loads is asked even for a function that it has not: each such call says so on the command line.
+bool asksScript(const char* function) {
+    return getScriptHost(false) != nullptr || scriptHasFunction(function);
+}
+
+void writeBlockHead(EemFile& file, std::string_view tag, std::string_view name, const HxDbObject& object) {
+    file.beginBlock();
+    file.writeString(tag);
+    file.writeString(name);
+    file.writeString(idTag);
+    file.writeInt64(object.objectId().toInt());
+}
+
+// An object without a colour of its own takes `color` when it is a component of a pipe.
+ObjectColor colorOf(const HxDbSmrtlnEntity& object, int color) {
+    const bool isComponent = object.isKindOf(HxDbTubeModelSpec::desc());
+    const bool isPipe = object.isKindOf(HxDbPipeSpec::desc());
+    const bool isFitting = isComponent && !isPipe && !smrtln::isValve(&object);
+    const int own = object.getColorIdx();
+    const std::int64_t index = own == 0 && isComponent ? color : own;
+    return {index + (isFitting ? inverseCode : 0), isPipe};
+}
+
+}  // namespace
+
+bool isShapeObject(const HxDbObject& object) {
+    return object.isKindOf(HxDbSmrtlnEntity::desc()) && !object.isKindOf(HxDbTubeWeld::desc()) &&
+           !object.isKindOf(HxDbTubeStop::desc());
+}
+
+void reportLeftOut(const HxDbObject& object, const char* what, const char* why) {
+    const char* name = object.getDisplayName();
+    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
+}
+
+Output::Output(EemFile& file, JsonSideFile& side)
+    : file_(file), side_(side), asksNames_(asksScript("getNodeName")), asksProperties_(asksScript("getReference")) {}
+
+std::string_view Output::nameOf(const HxDbObject& object) {
+    if (!asksNames_) {
+        return namelessName;
+    }
+    name_ = nodeName(&object, true);
+    return name_;
+}
+
+void Output::addMember(const HxDbObject& object, std::string_view name) {
+    char key[24];
+    side_.beginObject({key, std::to_chars(key, key + sizeof key, object.objectId().toInt()).ptr});
+    side_.beginObject("attr");
+    if (asksProperties_) {
+        getObjectProperties(object.objectId(), properties_);
+    }
+    for (const KVParams& property : properties_) {
+        value_.clear();
+        appendKvText(value_, property);
+        side_.addText(propertyKey(&object, property.key), value_);
+    }
+    side_.endObject();
+    side_.addText("cls", object.isA()->name());
+    side_.addText("name", name);
+    side_.endObject();
+}
+
+// ------------------------------------------------------------------------------------------------------- the model
+
+std::span<const TreeLevel> ModelContent::levels() const {
+    return modelLevels;
+}
+
+bool ModelContent::startManager(const HxDbObject& manager) {
+    return !manager.isKindOf(HextAxiss::desc());
+}
+
+bool ModelContent::isWanted(const HxDbObject& object) const {
+    return isShapeObject(object) || object.isKindOf(HextManager::desc());
+}
+
+// Managers stand in zones, directories and other managers, objects below managers.
+bool ModelContent::isPlace(const HxDbObject& object, const HxDbObject* parent) const {
+    if (parent == nullptr) {
+        return false;
+    }
+    if (parent->isKindOf(HextManager::desc()) || parent->isKindOf(HxDbSmrtlnEntity::desc())) {
+        return true;
+    }
+    return object.isKindOf(HextManager::desc()) &&
+           (parent->isKindOf(HextZone::desc()) || parent->isKindOf(HextZoneDirectory::desc()));
+}
+
+bool ModelContent::takeShape(const HxDbSmrtlnEntity& object) {
+    if (object.isKindOf(HxDbAcadSerialObject::desc())) {
+        reportLeftOut(object, "object", "host content has no place in an EEM file");
+        return false;
+    }
+    const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
+    if (status != Hext::eOk) {
+        reportLeftOut(object, "object",
+                      status == eNotWanted ? "bolts have no place in an EEM file" : "it has no shape");
+    }
+    return status == Hext::eOk;
+}
+
+void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
+    if (!takeShape(object)) {
+        return;
+    }
+    const std::string_view name = output_.nameOf(object);
+    writeBlock(object, colorOf(object, color), name);
+    freeHextPrimaryArray(shape_.list());
+    output_.addMember(object, name);
+}
+
+void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {
+    EemFile& file = output_.file();
+    writeBlockHead(file, objectTag, name, object);
+    file.writeString(shapeTag);
+    const std::uint64_t countPlace = file.offset();
+    const auto size = static_cast<std::int32_t>(shape_.size());
+    file.writeInt(size);
+    const std::int32_t count = encoder_.encodeList(shape_.list(), color);
+    if (count != size) {
+        file.patchInt(countPlace, count);
+        reportPrimitives(object);
+    }
+    file.endBlock();
+}
+
+void ModelContent::reportPrimitives(const HxDbSmrtlnEntity& object) const {
+    for (const LeftOut& item : encoder_.leftOut()) {
+        reportLeftOut(object, "primitive", (item.primitive->isA()->name() + std::string(": ") + item.why).c_str());
+    }
+}
+
+// ------------------------------------------------------------------------------------------------------ the papers
+
+std::span<const TreeLevel> PaperContent::levels() const {
+    return paperLevels;
+}
+
+bool PaperContent::startManager(const HxDbObject& manager) {
+    if (manager.isKindOf(HextPIDPaperManager::desc())) {
+        const std::string_view name = output_.nameOf(manager);
+        writeBlockHead(output_.file(), paperTag, name, manager);
+        output_.file().endBlock();
+        output_.addMember(manager, name);
+    }
+    return true;
+}
+
+bool PaperContent::isWanted(const HxDbObject& object) const {
+    return object.isKindOf(HextPIDPaperManager::desc());
+}
+
+bool PaperContent::isPlace(const HxDbObject&, const HxDbObject* parent) const {
+    return parent != nullptr && parent->isKindOf(HextZone::desc());
+}
+
+}  // namespace eem

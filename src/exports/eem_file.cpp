@@ -1,0 +1,112 @@
+#include "exports/eem_file.h"
+
+#include "exports/eem_little_endian.h"
+
+#include <algorithm>
+#include <cstring>
+
+// All numbers are little-endian:
+//
+//   int      32 bits, signed
+//   int64    64 bits, signed
+//   double   IEEE 754, 64 bits
+//   point    double x, double y, double z; directions likewise
+//   string   int n, then n bytes in the system's code page; no terminator
+//
+//   model file    object* trailer
+//   paper file    string "PID", int 1, paper* trailer
+//   other file    trailer
+//   trailer       string "ENDE"
+//
+//   object        int end, string "NA:", string name, string "OBJID:", int64 id, string "GEO:", int n, n records
+//   paper         int end, string "PNA:", string name, string "OBJID:", int64 id
+//
+// `end` is the absolute offset of the first byte behind the block; it is filled in when the block is complete. The
+// grammar of a record stands in eem_primitives.cpp.
+
+namespace eem {
+
+namespace {
+
+constexpr std::size_t intSize = 4;
+constexpr std::size_t int64Size = 8;
+constexpr std::string_view paperTag = "PID";
+constexpr std::int32_t paperVersion = 1;
+constexpr std::string_view trailer = "ENDE";
+constexpr std::size_t trailerSize = intSize + trailer.size();
+
+}  // namespace
+
+EemFile::EemFile(tolmar::OutputFile& file, std::uint64_t limit)
+    : file_(file), limit_(limit), buffer_(std::make_unique_for_overwrite<char[]>(blockSize + blockSize / 4)),
+      capacity_(blockSize + blockSize / 4) {}
+
+void EemFile::checkLimit(std::size_t more) const {
+    if (offset() + more + trailerSize > limit_) {
+        throw FileTooLarge();
+    }
+}
+
+void EemFile::grow(std::size_t size) {
+    checkLimit(size);
+    const std::size_t capacity = std::max(used_ + size, capacity_ * 2);
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+    std::memcpy(larger.get(), buffer_.get(), used_);
+    buffer_ = std::move(larger);
+    capacity_ = capacity;
+}
+
+void EemFile::flush() {
+    file_.write({buffer_.get(), used_});
+    flushed_ += used_;
+    used_ = 0;
+}
+
+void EemFile::writeInt(std::int32_t value) {
+    putInt(room(intSize), value);
+}
+
+void EemFile::writeInt64(std::int64_t value) {
+    putInt64(room(int64Size), value);
+}
+
+void EemFile::writeString(std::string_view text) {
+    checkLimit(intSize + text.size());
+    char* bytes = putInt(room(intSize + text.size()), static_cast<std::int32_t>(text.size()));
+    std::copy(text.begin(), text.end(), bytes);
+}
+
+void EemFile::writePaperHeader() {
+    writeString(paperTag);
+    writeInt(paperVersion);
+}
+
+// Every operation before has left room for it.
+void EemFile::writeTrailer() {
+    char* bytes = putInt(room(trailerSize), static_cast<std::int32_t>(trailer.size()));
+    std::copy(trailer.begin(), trailer.end(), bytes);
+}
+
+void EemFile::beginBlock() {
+    openBlocks_.push_back(offset());
+    writeInt(0);
+}
+
+void EemFile::endBlock() {
+    checkLimit(0);
+    patchInt(openBlocks_.back(), static_cast<std::int32_t>(offset()));
+    openBlocks_.pop_back();
+    settle();
+}
+
+void EemFile::patchInt(std::uint64_t place, std::int32_t value) {
+    if (place >= flushed_) {
+        putInt(buffer_.get() + (place - flushed_), value);
+        return;
+    }
+    char bytes[intSize];
+    putInt(bytes, value);
+    file_.writeAt(place, {bytes, sizeof bytes});
+}
+
+}  // namespace eem

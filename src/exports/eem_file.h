@@ -1,0 +1,88 @@
+// The byte layer of an EEM file: numbers, texts and blocks, written front to back. It knows nothing of the plant model.
+#pragma once
+
+#include "tolmar/file.h"
+
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace eem {
+
+// The file would grow beyond what the format's offsets reach.
+class FileTooLarge final : public std::runtime_error {
+public:
+    FileTooLarge() : std::runtime_error("the EEM file would be larger than 2 GiB") {}
+};
+
+// Most bytes of a file, its trailer included: block ends are signed 32-bit numbers.
+inline constexpr std::uint64_t largestFile = std::numeric_limits<std::int32_t>::max();
+
+// Writes into a file that belongs to the caller and must outlive this object. Call order: writePaperHeader for a file
+// of papers, then blocks, then writeTrailer, then flush. Bytes reach the file in large blocks; a failed write shows on
+// the file alone. Every operation may throw FileTooLarge, before the file has grown beyond `limit`; the file is then of
+// no use.
+class EemFile {
+public:
+    explicit EemFile(tolmar::OutputFile& file, std::uint64_t limit = largestFile);
+    EemFile(const EemFile&) = delete;
+    EemFile& operator=(const EemFile&) = delete;
+
+    // Absolute offset of the next byte.
+    std::uint64_t offset() const { return flushed_ + used_; }
+
+    void writeInt(std::int32_t value);
+    void writeInt64(std::int64_t value);
+    // The length in bytes, then the bytes.
+    void writeString(std::string_view text);
+
+    void writePaperHeader();
+    void writeTrailer();
+
+    // Blocks may be nested. A block's first field is its end, which endBlock fills in.
+    void beginBlock();
+    void endBlock();
+    // Overwrites an int that was written at `place`.
+    void patchInt(std::uint64_t place, std::int32_t value);
+
+    // `size` bytes to be filled in at once, counted as written; the place holds until the next operation.
+    char* room(std::size_t size) {
+        if (capacity_ - used_ < size) {
+            grow(size);
+        }
+        char* place = buffer_.get() + used_;
+        used_ += size;
+        return place;
+    }
+    // Goes back to an offset that is not before the last settle.
+    void takeBack(std::uint64_t place) { used_ = static_cast<std::size_t>(place - flushed_); }
+    // Hands large blocks on; what was written before can no longer be taken back.
+    void settle() {
+        if (used_ > blockSize) {
+            checkLimit(0);
+            flush();
+        }
+    }
+    void flush();
+
+private:
+    // More than OutputFile's own buffer, so that a block goes to the system without another copy.
+    static constexpr std::size_t blockSize = std::size_t{1} << 20U;
+
+    void grow(std::size_t size);
+    // Throws when `more` bytes and the trailer do not fit.
+    void checkLimit(std::size_t more) const;
+
+    tolmar::OutputFile& file_;
+    std::uint64_t limit_;
+    std::unique_ptr<char[]> buffer_;
+    std::size_t capacity_;
+    std::size_t used_ = 0;
+    std::uint64_t flushed_ = 0;
+    std::vector<std::uint64_t> openBlocks_;
+};
+
+}  // namespace eem
