@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, HEXTOUT and MAXOUT, each beside its yardsticks.
+# Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, ORNAOUT and HEXTOUT, each beside its yardsticks.
 # Generated plants and tables go to out/bench; docs/performance.md keeps the last table.
 #   bench/run.sh [OBJECTS]      size of the largest generated plant, default 1000000
 set -euo pipefail
@@ -16,12 +17,14 @@ small=out/bench/small.json
 "$build/bin/tessaro" model generate --objects "$objects" --seed 1 -o "$plant"
 "$build/bin/tessaro" model generate --objects 1000 --seed 1 -o "$small"
 for name in load names scripts mesher rvm hext max; do
+for name in load names scripts mesher rvm eem hext; do
     echo "== $name"
     case $name in
     load) arguments=("$small" "$plant") ;;
     hext) arguments=(10000 100000 "$objects") ;;
     names | rvm) arguments=("$objects") ;;
     max) arguments=("$((objects / 10))") ;;
+    names | rvm | eem) arguments=("$objects") ;;
     *) arguments=() ;;
     esac
     "$build/bin/bench_$name" "${arguments[@]}" | tee "out/bench/$name.txt" || echo "   (a goal was missed)"

@@ -43,6 +43,12 @@ tessaro_test(program)
 if(TARGET test_program)
   add_dependencies(test_program tessaro_program tessaro_module)
 endif()
+tessaro_test(eem ${SHARED_ROOMS} room_exports)
+# The program's own reader of EEM files reads back what the tests write.
+if(TARGET test_eem)
+  file(GLOB eem_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/eem_*.cpp)
+  target_sources(test_eem PRIVATE ${eem_reader})
+endif()
 # The module as it is loaded, on a plant that is run some thousand times.
 tessaro_test(faults)
 if(TARGET test_faults)

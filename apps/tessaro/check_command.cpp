@@ -1,5 +1,6 @@
 #include "check_command.h"
 
+#include "check_eem.h"
 #include "check_hext.h"
 #include "check_max.h"
 #include "check_rvm.h"
@@ -14,6 +15,8 @@ constexpr OutputChecker checkers[] = {
      checkRvmFiles, checkStrictRvmFiles},
     {"max", "a geometry and a property file of MAXOUT, or a folder of them: are both whole, do they hold one tree",
      checkMaxFiles},
+    {"eem", "an EEM file with its JSON file, or a folder of them: are both whole, do they tell of the same objects",
+     checkEemFiles},
 };
 
 }  // namespace

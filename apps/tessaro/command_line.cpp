@@ -34,7 +34,8 @@ constexpr const char* modelExamples = "Examples:\n"
                                       "  tessaro model generate --objects 100000 --seed 7 -o big.json";
 constexpr const char* checkExamples = "Examples:\n"
                                       "  tessaro check hext install/temp/hext\n"
-                                      "  tessaro check rvm exported/plant.rvm";
+                                      "  tessaro check rvm exported/plant.rvm\n"
+                                      "  tessaro check eem exported/plant.eem";
 
 std::string settingFault(const std::string& text) {
     std::string key;

@@ -23,11 +23,6 @@ std::string textOrEmpty(const char* text) {
     return text != nullptr ? text : "";
 }
 
-void reportUnopened(const HxDbTreeNode* node) {
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), textOrEmpty(node->getName()), "object",
-                                   "it cannot be opened");
-}
-
 // The colour that a pipeline gives to its components; 0 for all else.
 int pipelineColor(const HxDbObject& manager) {
     if (!manager.isKindOf(HextPipeline::desc())) {
@@ -56,10 +51,9 @@ TreeWalk::TreeWalk(Content& content)
 
 void TreeWalk::walk(HxDbTreeNode* root) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
+        // The scope dialog has told of those that do not open.
         if (const HxDbObject* object = objectOf(walker.current())) {
             enterNode(walker.current(), *object);
-        } else {
-            reportUnopened(walker.current());
         }
     }
     bars_.close();

@@ -1,0 +1,122 @@
+// The example models against expected files: the EEM file as a listing of all its fields, the JSON file in UTF-8 with
+// bare line feeds. TESSARO_REBASE=1 writes them anew.
+#include "eem_support.h"
+
+#include <charconv>
+#include <cstdlib>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path golden = fs::path(TESSARO_SOURCE_DIR) / "tests" / "eem" / "golden";
+
+// The shortest text that reads back as the same number.
+void append(std::string& text, double value) {
+    char digits[32];
+    text += ' ';
+    text.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+void append(std::string& text, const eemcheck::Record& record) {
+    char color[16];
+    text += "  " + std::to_string(record.code);
+    for (const auto& list : record.lists) {
+        text += " [" + std::to_string(list.size());
+        for (const eemcheck::Vertex& vertex : list) {
+            text += " |" + std::to_string(vertex.kind);
+            for (const double coordinate : vertex.point) {
+                append(text, coordinate);
+            }
+        }
+        text += ']';
+    }
+    for (const double number : record.numbers) {
+        append(text, number);
+    }
+    for (const std::int32_t number : record.integers) {
+        text += " i" + std::to_string(number);
+    }
+    std::snprintf(color, sizeof color, " %08X", record.color);
+    text += " h" + std::to_string(record.handedness) + color + "\n";
+}
+
+std::string listing(const eemcheck::EemContent& content) {
+    std::string text = content.isPapers ? "papers\n" : "model\n";
+    for (const eemcheck::Block& block : content.blocks) {
+        text += std::to_string(block.offset) + " to " + std::to_string(block.end) + " " + std::to_string(block.id) +
+                " " + tolmar::toUtf8(block.name) + "\n";
+        for (const eemcheck::Record& record : block.records) {
+            append(text, record);
+        }
+    }
+    return text;
+}
+
+std::string readable(const std::string& bytes) {
+    std::string text = tolmar::toUtf8(bytes);
+    std::erase(text, '\r');
+    return text;
+}
+
+std::string readFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// The first line that differs, with its number.
+std::string difference(const std::string& expected, const std::string& actual) {
+    std::istringstream a(expected);
+    std::istringstream b(actual);
+    std::string lineA;
+    std::string lineB;
+    for (int number = 1;; ++number) {
+        const bool moreA = static_cast<bool>(std::getline(a, lineA));
+        const bool moreB = static_cast<bool>(std::getline(b, lineB));
+        if (moreA != moreB || lineA != lineB) {
+            return "line " + std::to_string(number) + "\n  expected: " + (moreA ? lineA : "(end)") +
+                   "\n  written:  " + (moreB ? lineB : "(end)");
+        }
+        if (!moreA) {
+            return {};
+        }
+    }
+}
+
+class EemGolden : public EemRunTest {
+protected:
+    void compare(const std::string& name, const std::string& text) {
+        if (std::getenv("TESSARO_REBASE") != nullptr) {
+            fs::create_directories(golden);
+            std::ofstream(golden / name, std::ios::binary) << text;
+        }
+        EXPECT_EQ(::difference(readFile(golden / name), text), "") << name;
+    }
+    void compareExample(const std::string& name) {
+        // Names count in bytes of the code page, and so do the ends of blocks.
+        if (std::string(TESSARO_CODE_PAGE) != "GBK") {
+            GTEST_SKIP() << "expected files are those of the code page GBK";
+        }
+        fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
+                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        load(exampleText((name + ".json").c_str()));
+        ornaout();
+        compare(name + ".txt", listing(read()));
+        compare(name + ".json", readable(root.read("plant.v1.json")));
+        const std::string first = bytes();
+        ornaout();
+        EXPECT_EQ(bytes(), first) << "the same model gives the same bytes";
+    }
+};
+
+TEST_F(EemGolden, TheExamplePlantGivesTheExpectedFiles) {
+    compareExample("pump-station");
+}
+
+TEST_F(EemGolden, TheExamplePapersGiveTheExpectedFiles) {
+    compareExample("paper");
+}
+
+}  // namespace
