@@ -27,11 +27,6 @@ const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDire
 const TreeLevel paperLevels[] = {
     worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
 
-// A script that loads is asked even for a function that it has not: each such call says so on the command line.
-bool asksScript(const char* function) {
-    return getScriptHost(false) != nullptr || scriptHasFunction(function);
-}
-
 void writeBlockHead(EemFile& file, std::string_view tag, std::string_view name, const HxDbObject& object) {
     file.beginBlock();
     file.writeString(tag);
@@ -62,8 +57,12 @@ void reportLeftOut(const HxDbObject& object, const char* what, const char* why) 
     tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
 }
 
-Output::Output(EemFile& file, JsonSideFile& side)
-    : file_(file), side_(side), asksNames_(asksScript("getNodeName")), asksProperties_(asksScript("getReference")) {}
+// A script that loads is asked even for functions that it has not: each such call says so on the command line.
+Output::Output(EemFile& file, JsonSideFile& side) : file_(file), side_(side) {
+    const bool isLoaded = getScriptHost(false) != nullptr;
+    asksNames_ = isLoaded || scriptHasFunction("getNodeName");
+    asksProperties_ = isLoaded || scriptHasFunction("getReference");
+}
 
 std::string_view Output::nameOf(const HxDbObject& object) {
     if (!asksNames_) {

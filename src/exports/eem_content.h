@@ -35,8 +35,8 @@ public:
 private:
     EemFile& file_;
     JsonSideFile& side_;
-    bool asksNames_;
-    bool asksProperties_;
+    bool asksNames_ = false;
+    bool asksProperties_ = false;
     std::string name_;
     ParamList properties_;
     std::string value_;
