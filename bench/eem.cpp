@@ -37,7 +37,8 @@ double seconds(Clock::time_point from) {
     return std::chrono::duration<double>(Clock::now() - from).count();
 }
 
-// Checks everything and answers with a file. The clock of the export starts when the form is closed.
+// Checks everything and answers with a file. The clock of the export starts when the progress opens, which is
+// behind the scope dialog.
 class BenchUi final : public tolmar::HostUi {
 public:
     explicit BenchUi(fs::path file) : file_(std::move(file)) { tolmar::setHostUi(this); }
@@ -57,13 +58,16 @@ public:
             }
         }
         form.onControlClicked(OrnLogicForm::ResultOk);
-        closed = Clock::now();
     }
-    void progressChanged(const tolmar::ProgressState&) override {}
+    void progressChanged(const tolmar::ProgressState& state) override {
+        if (state.open && opened == Clock::time_point()) {
+            opened = Clock::now();
+        }
+    }
     bool cancelRequested() override { return false; }
 
     int boxes = 0;
-    Clock::time_point closed{};
+    Clock::time_point opened{};
 
 private:
     fs::path file_;
@@ -143,7 +147,7 @@ bool runOnce(const Folder& folder, Times& times) {
     plant::setCurrentModel(result.model.get());
     BenchUi ui(folder.file("out.eem"));
     ornaout();
-    times.write = std::min(times.write, seconds(ui.closed));
+    times.write = std::min(times.write, seconds(ui.opened));
     destroyScriptHost();
     clearBomCache();
     plant::setCurrentModel(nullptr);

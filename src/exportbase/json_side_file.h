@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 class JsonSideFile {
 public:
@@ -23,7 +24,10 @@ public:
 private:
     void beginMember(std::string_view key);
     void appendQuoted(std::string_view text);
+    void nextBlock();
 
+    // Complete blocks, and the one in hand: a text of any length is never copied as a whole.
+    std::vector<std::string> blocks_;
     std::string text_;
     std::string terminated_;
     std::size_t depth_ = 1;

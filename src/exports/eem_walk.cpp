@@ -37,6 +37,11 @@ int pipelineColor(const HxDbObject& manager) {
     return 0;
 }
 
+// A manager, zone or the like, to which the walk of the tree has to come.
+bool isTreePart(const HxDbObject* object) {
+    return object->isKindOf(HextNameNode::desc());
+}
+
 const TreeLevel* levelOf(std::span<const TreeLevel> levels, const HxDbObject& object) {
     const auto at = std::find_if(levels.begin(), levels.end(),
                                  [&object](const TreeLevel& level) { return object.isKindOf(level.type); });
@@ -54,6 +59,9 @@ void TreeWalk::walk(HxDbTreeNode* root) {
         // The scope dialog has told of those that do not open.
         if (const HxDbObject* object = objectOf(walker.current())) {
             enterNode(walker.current(), *object);
+        }
+        if (plainManagers_.contains(walker.current())) {
+            walker.skipChildren();
         }
     }
     bars_.close();
@@ -130,6 +138,9 @@ void TreeWalk::enterManager(HxDbTreeNode* node, const HxDbObject& manager, int c
     getAllSubObjects(node, objects_);
     if (objects_.empty()) {
         getTreeNodeObject(node, objects_);
+    }
+    if (std::none_of(objects_.begin(), objects_.end(), isTreePart)) {
+        plainManagers_.insert(node);
     }
     const std::size_t all = objects_.size();
     for (std::size_t i = 0; i < all; ++i) {

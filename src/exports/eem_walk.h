@@ -8,6 +8,7 @@
 #include "platform/param_list.h"
 
 #include <cstddef>
+#include <unordered_set>
 #include <vector>
 
 namespace eem {
@@ -46,6 +47,8 @@ private:
     // The directories that are being walked, outermost first.
     std::vector<const HxDbTreeNode*> openDirectories_;
     ParamList properties_;
+    // Managers with nothing but objects below them: whatever hangs there has been walked.
+    std::unordered_set<const HxDbTreeNode*> plainManagers_;
     // The last parent that was asked for the place of its sons.
     const HxDbTreeNode* lastParent_ = nullptr;
     const HxDbObject* lastParentObject_ = nullptr;

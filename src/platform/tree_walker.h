@@ -3,8 +3,32 @@
 
 #include "platform/objects.h"
 
-#include <unordered_set>
+#include <array>
+#include <cstdint>
+#include <unordered_map>
 #include <vector>
+
+// A set of nodes, kept as a bit for each 16 bytes of the memory pages that they lie in: nodes that follow each other in
+// a tree mostly lie near each other, so that most insertions touch the page of the last one.
+class NodeSet {
+public:
+    NodeSet() = default;
+    NodeSet(const NodeSet&) = delete;
+    NodeSet& operator=(const NodeSet&) = delete;
+    // False for a node that is in the set already.
+    bool insert(const HxDbTreeNode* node);
+
+private:
+    // Nodes are farther apart than a cell.
+    static constexpr std::uintptr_t pageSize = 4096;
+    static constexpr std::uintptr_t cellSize = 16;
+    static_assert(sizeof(HxDbTreeNode) >= cellSize);
+    using Page = std::array<std::uint64_t, pageSize / cellSize / 64>;
+
+    std::unordered_map<std::uintptr_t, Page> pages_;
+    std::uintptr_t lastNumber_ = 0;
+    Page* lastPage_ = nullptr;
+};
 
 // A node already visited is not entered again, so a corrupt tree with a cycle ends the walk.
 class TreeWalker {
@@ -24,6 +48,6 @@ private:
     HxDbTreeNode* root_;
     HxDbTreeNode* current_ = nullptr;
     std::vector<HxDbTreeNode*> stack_;
-    std::unordered_set<const HxDbTreeNode*> visited_;
+    NodeSet visited_;
     bool descend_ = true;
 };

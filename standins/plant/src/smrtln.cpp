@@ -31,12 +31,17 @@ PartKind usualKind(const HxDbObject& object) {
                                             : PartKind::None;
 }
 
+// The kinds that usualKind gives; the others are asked for far more often.
+constexpr bool isUsual(PartKind kind) {
+    return kind == PartKind::Pipe || kind == PartKind::Nozzle || kind == PartKind::Olet || kind == PartKind::Boss;
+}
+
 bool isOfKind(const HxDbObject* object, PartKind kind) {
     if (object == nullptr || !object->isKindOf(HxDbSmrtlnEntity::desc())) {
         return false;
     }
     const PartKind given = object->data().kind;
-    return (given != PartKind::Default ? given : usualKind(*object)) == kind;
+    return given != PartKind::Default ? given == kind : isUsual(kind) && usualKind(*object) == kind;
 }
 
 const ObjectData* objectData(HxDbObjectId id) {
