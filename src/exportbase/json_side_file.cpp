@@ -50,6 +50,11 @@ void JsonSideFile::nextBlock() {
     text_.reserve(blockSize + blockSize / 8);
 }
 
+void JsonSideFile::startLine() {
+    text_ += '\n';
+    text_.append(depth_, '\t');
+}
+
 void JsonSideFile::beginMember(std::string_view key) {
     if (text_.size() > blockSize) {
         nextBlock();
@@ -57,8 +62,7 @@ void JsonSideFile::beginMember(std::string_view key) {
     if (hasMember_) {
         text_ += ',';
     }
-    text_ += '\n';
-    text_.append(depth_, '\t');
+    startLine();
     appendQuoted(key);
     text_ += ":\t";
 }
@@ -72,8 +76,7 @@ void JsonSideFile::beginObject(std::string_view key) {
 
 void JsonSideFile::endObject() {
     --depth_;
-    text_ += '\n';
-    text_.append(depth_, '\t');
+    startLine();
     text_ += '}';
     hasMember_ = true;
 }

@@ -24,6 +24,7 @@ public:
 private:
     void beginMember(std::string_view key);
     void appendQuoted(std::string_view text);
+    void startLine();
     void nextBlock();
 
     // Complete blocks, and the one in hand: a text of any length is never copied as a whole.

@@ -1,8 +1,5 @@
 #include "exports/eem_file.h"
 
-#include "exports/eem_little_endian.h"
-
-#include <algorithm>
 #include <cstring>
 
 // All numbers are little-endian:
@@ -28,12 +25,10 @@ namespace eem {
 
 namespace {
 
-constexpr std::size_t intSize = 4;
-constexpr std::size_t int64Size = 8;
 constexpr std::string_view paperTag = "PID";
 constexpr std::int32_t paperVersion = 1;
 constexpr std::string_view trailer = "ENDE";
-constexpr std::size_t trailerSize = intSize + trailer.size();
+constexpr std::size_t trailerSize = 4 + trailer.size();
 
 }  // namespace
 
@@ -62,29 +57,14 @@ void EemFile::flush() {
     used_ = 0;
 }
 
-void EemFile::writeInt(std::int32_t value) {
-    putInt(room(intSize), value);
-}
-
-void EemFile::writeInt64(std::int64_t value) {
-    putInt64(room(int64Size), value);
-}
-
-void EemFile::writeString(std::string_view text) {
-    checkLimit(intSize + text.size());
-    char* bytes = putInt(room(intSize + text.size()), static_cast<std::int32_t>(text.size()));
-    std::copy(text.begin(), text.end(), bytes);
-}
-
 void EemFile::writePaperHeader() {
     writeString(paperTag);
     writeInt(paperVersion);
 }
 
-// Every operation before has left room for it.
+// The blocks before have left room for it.
 void EemFile::writeTrailer() {
-    char* bytes = putInt(room(trailerSize), static_cast<std::int32_t>(trailer.size()));
-    std::copy(trailer.begin(), trailer.end(), bytes);
+    writeString(trailer);
 }
 
 void EemFile::beginBlock() {

@@ -1,8 +1,10 @@
 // The byte layer of an EEM file: numbers, texts and blocks, written front to back. It knows nothing of the plant model.
 #pragma once
 
+#include "exports/eem_little_endian.h"
 #include "tolmar/file.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <memory>
@@ -34,10 +36,13 @@ public:
     // Absolute offset of the next byte.
     std::uint64_t offset() const { return flushed_ + used_; }
 
-    void writeInt(std::int32_t value);
-    void writeInt64(std::int64_t value);
+    void writeInt(std::int32_t value) { putInt(room(intSize), value); }
+    void writeInt64(std::int64_t value) { putInt64(room(int64Size), value); }
     // The length in bytes, then the bytes.
-    void writeString(std::string_view text);
+    void writeString(std::string_view text) {
+        char* bytes = putInt(room(intSize + text.size()), static_cast<std::int32_t>(text.size()));
+        std::copy(text.begin(), text.end(), bytes);
+    }
 
     void writePaperHeader();
     void writeTrailer();
@@ -73,6 +78,9 @@ private:
     static constexpr std::size_t blockSize = std::size_t{1} << 20U;
 
     void grow(std::size_t size);
+    static constexpr std::size_t intSize = 4;
+    static constexpr std::size_t int64Size = 8;
+
     // Throws when `more` bytes and the trailer do not fit.
     void checkLimit(std::size_t more) const;
 

@@ -83,7 +83,7 @@ public:
     }
     Record& number(double value) {
         at_ = putDouble(at_, value);
-        zero_ += value * 0.0;
+        isFinite_ &= (std::bit_cast<std::uint64_t>(value) & exponentMask) != exponentMask;
         return *this;
     }
     Record& point(const HxGePoint3D& value) { return number(value.x).number(value.y).number(value.z); }
@@ -91,12 +91,14 @@ public:
     Record& vertex(const HextVertex& value) { return integer(value.kind).point(value.point); }
 
     char* end() const { return at_; }
-    // Infinite numbers and NaN times zero are NaN.
-    bool isFinite() const { return zero_ == 0; }
+    bool isFinite() const { return isFinite_; }
 
 private:
+    // All bits of it are set in infinite numbers and NaN.
+    static constexpr std::uint64_t exponentMask = 0x7FF0000000000000;
+
     char* at_;
-    double zero_ = 0;
+    bool isFinite_ = true;
 };
 
 void writeCylinder(const HextCylinder3D& solid, Record& record) {
