@@ -2,7 +2,10 @@
 
 #include "tolmar/file.h"
 
+#include <algorithm>
 #include <cjson/cJSON.h>
+#include <cstdint>
+#include <cstring>
 
 namespace {
 
@@ -13,77 +16,111 @@ std::size_t quotedRoom(std::size_t length) {
     return 6 * length + 16;
 }
 
-// True for a text that stands between quotes as it is: no control character, quote or backslash.
-bool isPlain(std::string_view text) {
-    unsigned special = 0;
-    for (const char c : text) {
-        special |= static_cast<unsigned>(static_cast<unsigned char>(c) < ' ') | static_cast<unsigned>(c == '"') |
-                   static_cast<unsigned>(c == '\\');
+constexpr std::uint64_t eightTimes(unsigned char byte) {
+    return 0x0101010101010101 * byte;
+}
+
+// Not 0 when one of the eight bytes is a control character, a quote or a backslash.
+std::uint64_t specialBytes(std::uint64_t word) {
+    const auto below = [](std::uint64_t bytes, unsigned char limit) {
+        return (bytes - eightTimes(limit)) & ~bytes & eightTimes(0x80);
+    };
+    return below(word, ' ') | below(word ^ eightTimes('"'), 1) | below(word ^ eightTimes('\\'), 1);
+}
+
+std::uint64_t copyEight(char* to, const char* from) {
+    std::uint64_t word;
+    std::memcpy(&word, from, sizeof word);
+    std::memcpy(to, &word, sizeof word);
+    return specialBytes(word);
+}
+
+// Copies a text; false when something in it cannot stand between quotes as it is.
+bool copyPlain(char* to, std::string_view text) {
+    constexpr std::size_t step = 8;
+    const std::size_t size = text.size();
+    std::uint64_t special = 0;
+    if (size >= step) {
+        for (std::size_t i = 0; i + step < size; i += step) {
+            special |= copyEight(to + i, text.data() + i);
+        }
+        return (special | copyEight(to + size - step, text.data() + size - step)) == 0;
+    }
+    for (std::size_t i = 0; i < size; ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        to[i] = text[i];
+        special |= static_cast<std::uint64_t>(c < ' ' || c == '"' || c == '\\');
     }
     return special == 0;
 }
 
 }  // namespace
 
+char* JsonSideFile::room(std::size_t size) {
+    if (blocks_.empty() || blocks_.back().size - blocks_.back().used < size) {
+        const std::size_t whole = std::max(size, blockSize);
+        blocks_.push_back({std::make_unique_for_overwrite<char[]>(whole), whole, 0});
+    }
+    return blocks_.back().bytes.get() + blocks_.back().used;
+}
+
+void JsonSideFile::keep(const char* end) {
+    blocks_.back().used = static_cast<std::size_t>(end - blocks_.back().bytes.get());
+}
+
+char* JsonSideFile::startLine(char* at) const {
+    *at++ = '\n';
+    for (std::size_t i = 0; i < depth_; ++i) {
+        *at++ = '\t';
+    }
+    return at;
+}
+
 // Texts that need no escape, which is nearly all, take a short way around the library.
-void JsonSideFile::appendQuoted(std::string_view text) {
-    if (isPlain(text)) {
-        text_ += '"';
-        text_ += text;
-        text_ += '"';
-        return;
+char* JsonSideFile::putQuoted(char* at, std::string_view text) {
+    if (copyPlain(at + 1, text)) {
+        *at = '"';
+        at[text.size() + 1] = '"';
+        return at + text.size() + 2;
     }
     terminated_.assign(text);
     cJSON item{};
     item.type = cJSON_String;
     item.valuestring = terminated_.data();
-    const std::size_t start = text_.size();
-    const std::size_t room = quotedRoom(text.size());
-    text_.resize(start + room);
-    cJSON_PrintPreallocated(&item, text_.data() + start, static_cast<int>(room), 0);
-    text_.resize(text_.find('\0', start));
+    cJSON_PrintPreallocated(&item, at, static_cast<int>(quotedRoom(text.size())), 0);
+    return at + std::strlen(at);
 }
 
-void JsonSideFile::nextBlock() {
-    blocks_.push_back(std::move(text_));
-    text_.clear();
-    text_.reserve(blockSize + blockSize / 8);
-}
-
-void JsonSideFile::startLine() {
-    text_ += '\n';
-    text_.append(depth_, '\t');
-}
-
-void JsonSideFile::beginMember(std::string_view key) {
-    if (text_.size() > blockSize) {
-        nextBlock();
-    }
+// A key, behind which `more` bytes have room.
+char* JsonSideFile::startMember(std::string_view key, std::size_t more) {
+    char* at = room(depth_ + 4 + quotedRoom(key.size()) + more);
     if (hasMember_) {
-        text_ += ',';
+        *at++ = ',';
     }
-    startLine();
-    appendQuoted(key);
-    text_ += ":\t";
+    at = putQuoted(startLine(at), key);
+    *at++ = ':';
+    *at++ = '\t';
+    return at;
 }
 
 void JsonSideFile::beginObject(std::string_view key) {
-    beginMember(key);
-    text_ += '{';
+    char* at = startMember(key, 1);
+    *at++ = '{';
+    keep(at);
     ++depth_;
     hasMember_ = false;
 }
 
 void JsonSideFile::endObject() {
     --depth_;
-    startLine();
-    text_ += '}';
+    char* at = startLine(room(depth_ + 2));
+    *at++ = '}';
+    keep(at);
     hasMember_ = true;
 }
 
 void JsonSideFile::addText(std::string_view key, std::string_view value) {
-    beginMember(key);
-    appendQuoted(value);
+    keep(putQuoted(startMember(key, quotedRoom(value.size())), value));
     hasMember_ = true;
 }
 
@@ -94,10 +131,9 @@ void JsonSideFile::clear() {
 bool JsonSideFile::write(std::string_view path) const {
     tolmar::OutputFile file(path, tolmar::FileMode::Text);
     file.write("{");
-    for (const std::string& block : blocks_) {
-        file.write(block);
+    for (const Block& block : blocks_) {
+        file.write({block.bytes.get(), block.used});
     }
-    file.write(text_);
     file.write("\n}");
     return file.isOpen() && file.close();
 }

@@ -4,6 +4,8 @@
 // in the code page and stand in the order in which they come; equal keys are not looked for.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,14 +24,20 @@ public:
     bool write(std::string_view path) const;
 
 private:
-    void beginMember(std::string_view key);
-    void appendQuoted(std::string_view text);
-    void startLine();
-    void nextBlock();
+    // Bytes of the text, which is never copied as a whole.
+    struct Block {
+        std::unique_ptr<char[]> bytes;
+        std::size_t size = 0;
+        std::size_t used = 0;
+    };
+    // A place for this many bytes; keep() counts those that were used.
+    char* room(std::size_t size);
+    void keep(const char* end);
+    char* startLine(char* at) const;
+    char* putQuoted(char* at, std::string_view text);
+    char* startMember(std::string_view key, std::size_t more);
 
-    // Complete blocks, and the one in hand: a text of any length is never copied as a whole.
-    std::vector<std::string> blocks_;
-    std::string text_;
+    std::vector<Block> blocks_;
     std::string terminated_;
     std::size_t depth_ = 1;
     bool hasMember_ = false;  // of the object in hand

@@ -68,7 +68,7 @@ FieldRow entity() {
 
 template <typename Class>
 HextPrimary* construct(Arena& arena) {
-    return new (arena.allocate(sizeof(Class), alignof(Class))) Class;
+    return ::new (arena.allocate(sizeof(Class), alignof(Class))) Class;
 }
 
 HextPrimary* constructText(Arena& arena) {
