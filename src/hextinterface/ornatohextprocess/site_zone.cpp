@@ -8,6 +8,8 @@
 #include "tolmar/file.h"
 #include "tolmar/run_report.h"
 
+#include <unordered_set>
+
 namespace {
 
 constexpr const char* siteZonePath = "\\temp\\hext\\sitezone.txt";
