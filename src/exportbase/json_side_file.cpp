@@ -17,7 +17,7 @@ std::size_t quotedRoom(std::size_t length) {
 }
 
 constexpr std::uint64_t eightTimes(unsigned char byte) {
-    return 0x0101010101010101 * byte;
+    return std::uint64_t{0x0101010101010101} * byte;
 }
 
 // Not 0 when one of the eight bytes is a control character, a quote or a backslash.
