@@ -1,5 +1,6 @@
 #include "exportbase/json_side_file.h"
 
+#include "tolmar/code_page.h"
 #include "tolmar/file.h"
 
 #include <algorithm>
@@ -138,7 +139,10 @@ bool JsonSideFile::write(std::string_view path) const {
     return file.isOpen() && file.close();
 }
 
-std::string sideFilePath(std::string_view mainPath) {
+// In UTF-8, since a character of the code page may end in a byte that is a backslash elsewhere.
+std::string sideFilePath(std::string_view codePagePath) {
+    const std::string mainText = tolmar::toUtf8(codePagePath);
+    const std::string_view mainPath = mainText;
     std::size_t separator = mainPath.rfind('\\');
     if (separator == std::string_view::npos) {
         separator = mainPath.rfind('/');
@@ -146,5 +150,5 @@ std::string sideFilePath(std::string_view mainPath) {
     const bool hasFolder = separator != std::string_view::npos;
     const std::string_view folder = hasFolder ? mainPath.substr(0, separator) : std::string_view(".");
     const std::string_view name = hasFolder ? mainPath.substr(separator + 1) : mainPath;
-    return std::string(folder) + "\\" + std::string(name.substr(0, name.rfind('.'))) + ".json";
+    return tolmar::fromUtf8(std::string(folder) + "\\" + std::string(name.substr(0, name.rfind('.'))) + ".json");
 }

@@ -98,6 +98,7 @@ TEST(JsonSideFile, StandsBesideTheMainFile) {
     EXPECT_EQ(sideFilePath("C:\\a/b\\plant.v2.nwc"), "C:\\a/b\\plant.v2.json");
     EXPECT_EQ(sideFilePath("/a.b/plant"), "/a.b\\plant.json");
     EXPECT_EQ(sideFilePath("plant.eem"), ".\\plant.json");
+    EXPECT_EQ(sideFilePath("/a/誠.eem"), "/a\\誠.json") << "in GBK its second byte is that of a backslash";
 }
 
 }  // namespace
