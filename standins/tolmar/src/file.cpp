@@ -76,12 +76,6 @@ public:
     bool close() override { return true; }
 };
 
-std::string reportedName(const std::filesystem::path& path) {
-    std::error_code error;
-    const std::filesystem::path full = std::filesystem::absolute(path, error);
-    return fromUtf8((error ? path : full).lexically_normal().string());
-}
-
 // So that nothing incomplete has the name of a whole file. Devices and pipes stay.
 std::string setAside(const std::filesystem::path& path) {
     std::error_code error;
@@ -224,7 +218,7 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
         state_ = std::make_unique<State>();
     }
     const std::filesystem::path path = resolvePath(codePagePath);
-    state_->name = reportedName(path);
+    state_->name = reportedPath(codePagePath);
     state_->path.clear();
     if (dryRun()) {
         state_->start(std::make_unique<NullSink>(), mode);

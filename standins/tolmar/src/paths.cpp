@@ -104,6 +104,13 @@ std::filesystem::path resolvePath(std::string_view codePagePath) {
     return path.empty() || nameExists(path) ? path : resolveParts(path);
 }
 
+std::string reportedPath(std::string_view codePagePath) {
+    const std::filesystem::path path = resolvePath(codePagePath);
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(path, error);
+    return fromUtf8((error ? path : full).lexically_normal().string());
+}
+
 std::string folderOf(std::string_view codePagePath) {
     const std::size_t at = lastSeparator(codePagePath);
     return std::string(at == std::string_view::npos ? std::string_view() : codePagePath.substr(0, at));

@@ -35,6 +35,18 @@ void RunReport::fileFailed(std::string_view path, std::string_view why) {
     ended(RunOutcome::Failed, std::string(path) + ": " + std::string(why));
 }
 
+void RunReport::fileRemoved(std::string_view path) {
+    const auto place = fileIndex_.find(std::string(path));
+    if (place == fileIndex_.end()) {
+        return;
+    }
+    files_.erase(files_.begin() + static_cast<std::ptrdiff_t>(place->second));
+    fileIndex_.clear();
+    for (std::size_t i = 0; i < files_.size(); ++i) {
+        fileIndex_.emplace(files_[i].path, i);
+    }
+}
+
 void RunReport::passedOver(std::int64_t id, std::string_view name, std::string_view what, std::string_view why) {
     passed_.push_back({id, std::string(name), std::string(what), std::string(why)});
 }

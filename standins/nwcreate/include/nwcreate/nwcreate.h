@@ -11,6 +11,8 @@
  * A handle that is dead, null or of another kind is never followed: the call does nothing, tells the error handler
  * (kind 0) and gives LI_NWC_BAD_HANDLE or null.
  *
+ * Nodes belong to the scene made last and stand in no other.
+ *
  * Texts are UTF-16, ended by a zero; null reads as empty. They are copied. Lengths are in the scene's linear units,
  * axes are right-handed with Z up. Colour parts go from 0 to 1, in sRGB. Vectors are three doubles, matrices sixteen:
  * the images of X, Y, Z and the origin, each with its fourth part (0, 0, 0, 1).
@@ -31,10 +33,11 @@ extern "C" {
 typedef int LiNwcStatus;
 enum {
     LI_NWC_OK = 0,
-    LI_NWC_BAD_HANDLE = 1, /* told to the error handler, kind 0 */
-    LI_NWC_BAD_ORDER = 2,  /* a call at the wrong time, such as a vertex outside Begin and End; told, kind 0 */
-    LI_NWC_BAD_VALUE = 3,  /* not finite, out of range, a second parent; told, kind 1 */
-    LI_NWC_NOT_WRITTEN = 4 /* the scene could not be written whole; told to the run report, not to the handler */
+    LI_NWC_BAD_HANDLE = 1,  /* told to the error handler, kind 0 */
+    LI_NWC_BAD_ORDER = 2,   /* a call at the wrong time, such as a vertex outside Begin and End; told, kind 0 */
+    LI_NWC_BAD_VALUE = 3,   /* not finite, out of range, a second parent; told, kind 1 */
+    LI_NWC_NOT_WRITTEN = 4, /* the scene could not be written whole; told to the run report, not to the handler */
+    LI_NWC_FAILED = 5       /* out of memory; told, kind 0 */
 };
 
 typedef struct LiNwcSceneTag* LiNwcScene;
@@ -55,7 +58,7 @@ typedef struct LiNwcGridLevelTag* LiNwcGridLevel;
 /* ---- The library ---- */
 
 /* Kind 0: an error, the caller's fault. Kind 1: a warning, something is left out. The text is ASCII and lives for the
- * length of the call. */
+ * length of the call. The handler must not throw. */
 enum { LI_NWC_ERROR = 0, LI_NWC_WARNING = 1 };
 typedef void (*LiNwcErrorHandler)(int kind, const char* text);
 

@@ -11,6 +11,9 @@ namespace tolmar {
 // matched without regard to case (an exact match wins, then the first in byte order), the rest stands as it is.
 std::filesystem::path resolvePath(std::string_view codePagePath);
 
+// The path of a file as the run report names it: whole, in the code page.
+std::string reportedPath(std::string_view codePagePath);
+
 // Folder and file name parts at the last backslash, or, if there is none, the last slash.
 std::string folderOf(std::string_view codePagePath);
 std::string fileNameOf(std::string_view codePagePath);

@@ -37,6 +37,8 @@ public:
     void fileWritten(std::string_view path, std::uint64_t size);
     // A file that could not be opened or written completely; makes the run fail.
     void fileFailed(std::string_view path, std::string_view why);
+    // A file that was written, if it was, is deleted again.
+    void fileRemoved(std::string_view path);
     void passedOver(std::int64_t id, std::string_view name, std::string_view what, std::string_view why);
     void coloured(std::int64_t id, int color);
     // How the command in hand ended. Of several the worst stands, with the first reason given for it: failed, then

@@ -1,0 +1,174 @@
+#include "json_writer.h"
+
+#include <charconv>
+
+namespace nwcreate {
+
+namespace {
+
+constexpr char16_t replacement = 0xFFFD;
+
+void appendAscii(std::string& out, char c) {
+    constexpr const char* digits = "0123456789abcdef";
+    if (c == '"' || c == '\\') {
+        out += '\\';
+        out += c;
+    } else if (static_cast<unsigned char>(c) < 0x20) {
+        out += "\\u00";
+        out += digits[static_cast<unsigned char>(c) >> 4U];
+        out += digits[static_cast<unsigned char>(c) & 15U];
+    } else {
+        out += c;
+    }
+}
+
+char trail(std::uint32_t code, unsigned shift) {
+    return static_cast<char>(0x80U | ((code >> shift) & 0x3FU));
+}
+
+void appendWideCharacter(std::string& out, std::uint32_t code) {
+    if (code < 0x800) {
+        out += static_cast<char>(0xC0U | (code >> 6U));
+    } else {
+        if (code < 0x10000) {
+            out += static_cast<char>(0xE0U | (code >> 12U));
+        } else {
+            out += static_cast<char>(0xF0U | (code >> 18U));
+            out += trail(code, 12);
+        }
+        out += trail(code, 6);
+    }
+    out += trail(code, 0);
+}
+
+bool isHigh(char16_t unit) {
+    return unit >= 0xD800 && unit < 0xDC00;
+}
+
+bool isLow(char16_t unit) {
+    return unit >= 0xDC00 && unit < 0xE000;
+}
+
+template <typename Number>
+void appendNumber(std::string& out, Number value) {
+    char digits[32];
+    const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, value);
+    out.append(digits, static_cast<std::size_t>(result.ptr - digits));
+}
+
+}  // namespace
+
+void appendEscaped(std::string& out, std::u16string_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i];
+        if (unit < 0x80) {
+            appendAscii(out, static_cast<char>(unit));
+        } else if (isHigh(unit) && i + 1 < text.size() && isLow(text[i + 1])) {
+            ++i;
+            appendWideCharacter(out, 0x10000U + ((unit - 0xD800U) << 10U) + (text[i] - 0xDC00U));
+        } else {
+            appendWideCharacter(out, isHigh(unit) || isLow(unit) ? replacement : unit);
+        }
+    }
+}
+
+void appendEscaped(std::string& out, std::string_view utf8) {
+    for (const char c : utf8) {
+        appendAscii(out, c);
+    }
+}
+
+JsonWriter& JsonWriter::open(char bracket) {
+    separate();
+    out_ += bracket;
+    needsComma_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::close(char bracket) {
+    out_ += bracket;
+    needsComma_ = true;
+    return *this;
+}
+
+void JsonWriter::separate() {
+    if (needsComma_) {
+        out_ += ',';
+    }
+    needsComma_ = true;
+}
+
+JsonWriter& JsonWriter::key(std::string_view name) {
+    plain(name);
+    out_ += ':';
+    needsComma_ = false;
+    return *this;
+}
+
+JsonWriter& JsonWriter::text(std::u16string_view text) {
+    separate();
+    out_ += '"';
+    appendEscaped(out_, text);
+    out_ += '"';
+    return *this;
+}
+
+JsonWriter& JsonWriter::plain(std::string_view text) {
+    return escaped(text);
+}
+
+JsonWriter& JsonWriter::escaped(std::string_view inside) {
+    separate();
+    out_ += '"';
+    out_ += inside;
+    out_ += '"';
+    return *this;
+}
+
+JsonWriter& JsonWriter::ready(std::string_view json) {
+    if (!json.empty()) {
+        separate();
+        out_ += json;
+    }
+    return *this;
+}
+
+JsonWriter& JsonWriter::number(double value) {
+    separate();
+    appendNumber(out_, value + 0.0);
+    return *this;
+}
+
+JsonWriter& JsonWriter::number(float value) {
+    separate();
+    appendNumber(out_, value + 0.0F);
+    return *this;
+}
+
+JsonWriter& JsonWriter::count(std::uint64_t value) {
+    separate();
+    appendNumber(out_, value);
+    return *this;
+}
+
+JsonWriter& JsonWriter::yes() {
+    return ready("true");
+}
+
+JsonWriter& JsonWriter::numbers(std::span<const double> values) {
+    beginArray();
+    for (const double value : values) {
+        number(value);
+    }
+    return endArray();
+}
+
+JsonWriter& JsonWriter::numbers(std::span<const float> values) {
+    beginArray();
+    for (const float value : values) {
+        number(value);
+    }
+    return endArray();
+}
+
+}  // namespace nwcreate

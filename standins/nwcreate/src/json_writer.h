@@ -1,0 +1,52 @@
+// Writes JSON into a string: UTF-8, no blanks, numbers in their shortest form that reads back the same, the same in
+// every locale.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace nwcreate {
+
+// Appends the text as the inside of a JSON string; halves of surrogate pairs that stand alone become U+FFFD.
+void appendEscaped(std::string& out, std::u16string_view text);
+// The same for text in UTF-8, which must be well-formed.
+void appendEscaped(std::string& out, std::string_view utf8);
+
+// Commas come by themselves; that objects and arrays are closed is the caller's part.
+class JsonWriter {
+public:
+    explicit JsonWriter(std::string& out) : out_(out) {}
+
+    JsonWriter& beginObject() { return open('{'); }
+    JsonWriter& endObject() { return close('}'); }
+    JsonWriter& beginArray() { return open('['); }
+    JsonWriter& endArray() { return close(']'); }
+    // A name of the format: plain letters.
+    JsonWriter& key(std::string_view name);
+    JsonWriter& text(std::u16string_view text);
+    // A plain text of the format.
+    JsonWriter& plain(std::string_view text);
+    // A text that appendEscaped made.
+    JsonWriter& escaped(std::string_view inside);
+    // Values that are JSON already, separated by commas; nothing when empty.
+    JsonWriter& ready(std::string_view json);
+    // Minus zero becomes zero; the number must be finite.
+    JsonWriter& number(double value);
+    JsonWriter& number(float value);
+    JsonWriter& count(std::uint64_t value);
+    JsonWriter& yes();
+    JsonWriter& numbers(std::span<const double> values);
+    JsonWriter& numbers(std::span<const float> values);
+
+private:
+    JsonWriter& open(char bracket);
+    JsonWriter& close(char bracket);
+    void separate();
+
+    std::string& out_;
+    bool needsComma_ = false;
+};
+
+}  // namespace nwcreate

@@ -1,0 +1,39 @@
+#include "records.h"
+
+namespace nwcreate {
+
+void NodeRecord::clear() {
+    store = nullptr;
+    name.clear();
+    children.clear();
+    attributes.clear();
+    parent = noSlot;
+    place = 0;
+    openChildren = 0;
+    stream = noSlot;
+    isRoot = false;
+    isGeometry = false;
+    isLayer = false;
+    shape.clear();
+}
+
+void AttributeRecord::clear() {
+    isMaterial = false;
+    material = Material();
+    userName.clear();
+    internalName.clear();
+    properties.clear();
+}
+
+void StreamRecord::clear() {
+    geometry = noSlot;
+    isInSection = false;
+    isInText = false;
+    takesColor = false;
+    section.clear();
+    transforms.clear();
+    transform = unitMatrix;
+    isMoved = false;
+}
+
+}  // namespace nwcreate

@@ -1,0 +1,228 @@
+#include "shape_store.h"
+
+#include "content_hash.h"
+#include "json_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <utility>
+
+static_assert(std::endian::native == std::endian::little, "the buffers of a scene are little-endian");
+
+namespace nwcreate {
+
+namespace {
+
+constexpr std::uint32_t floatType = 5126;
+constexpr std::uint32_t shortType = 5123;
+constexpr std::uint32_t intType = 5125;
+constexpr std::uint32_t vertexTarget = 34962;
+constexpr std::uint32_t indexTarget = 34963;
+constexpr std::uint64_t vertexSize = 12;
+// The index 0xFFFF has a meaning of its own for some graphic systems.
+constexpr std::size_t mostShortVertices = 0xFFFF;
+
+bool isShort(std::size_t vertexCount) {
+    return vertexCount <= mostShortVertices;
+}
+
+std::string_view bytesOf(std::span<const float> values) {
+    return {reinterpret_cast<const char*>(values.data()), values.size_bytes()};
+}
+
+// The indices as they stand in the buffer.
+void packIndices(std::span<const std::uint32_t> indices, bool asShort, std::string& bytes) {
+    if (!asShort) {
+        bytes.assign(reinterpret_cast<const char*>(indices.data()), indices.size_bytes());
+        return;
+    }
+    bytes.resize(indices.size() * sizeof(std::uint16_t));
+    char* to = bytes.data();
+    for (const std::uint32_t index : indices) {
+        const auto narrow = static_cast<std::uint16_t>(index);
+        std::memcpy(to, &narrow, sizeof narrow);
+        to += sizeof narrow;
+    }
+}
+
+struct Range {
+    std::array<float, 3> low;
+    std::array<float, 3> high;
+};
+
+Range rangeOf(std::span<const float> positions) {
+    Range range{{positions[0], positions[1], positions[2]}, {positions[0], positions[1], positions[2]}};
+    for (std::size_t i = 3; i < positions.size(); i += 3) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            range.low[axis] = std::min(range.low[axis], positions[i + axis]);
+            range.high[axis] = std::max(range.high[axis], positions[i + axis]);
+        }
+    }
+    return range;
+}
+
+}  // namespace
+
+struct ShapeStore::Buffer {
+    explicit Buffer(const std::string& folder) : vertices(folder), indices(folder) {}
+    std::uint64_t size() const { return vertices.size() + indices.size(); }
+
+    Spool vertices;
+    Spool indices;
+    std::uint32_t vertexView = ShapeAccessors::none;
+    std::uint32_t indexView = ShapeAccessors::none;
+};
+
+struct ShapeStore::Packed {
+    std::string_view vertices;
+    std::string_view indices;
+    std::uint32_t vertexCount = 0;
+    std::uint32_t indexCount = 0;
+};
+
+ShapeStore::ShapeStore(std::string spoolFolder, std::uint64_t bufferLimit)
+    : folder_(std::move(spoolFolder)), bufferLimit_(bufferLimit), accessorJson_(folder_) {}
+
+ShapeStore::~ShapeStore() = default;
+
+std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const std::uint32_t> indices) {
+    const std::size_t vertexCount = positions.size() / 3;
+    packIndices(indices, isShort(vertexCount), indexBytes_);
+    const Packed packed{bytesOf(positions), indexBytes_, static_cast<std::uint32_t>(vertexCount),
+                        static_cast<std::uint32_t>(indices.size())};
+    const auto number = static_cast<std::uint32_t>(shapes_.size());
+    const std::uint64_t hash = contentHash(packed.indices, contentHash(packed.vertices, vertexCount));
+    const auto [place, isNew] = firstOfHash_.try_emplace(hash, number);
+    if (!isNew) {
+        const std::uint32_t known = find(place->second, packed);
+        if (known != ShapeAccessors::none) {
+            return known;
+        }
+    }
+    Buffer& buffer = roomFor(packed.vertices.size() + packed.indices.size());
+    if (!isShort(vertexCount) && buffer.indices.size() % sizeof(std::uint32_t) != 0) {
+        buffer.indices.append(std::string_view("\0\0", 2));
+    }
+    Shape shape{buffer.vertices.size(),
+                buffer.indices.size(),
+                packed.vertexCount,
+                packed.indexCount,
+                static_cast<std::uint32_t>(buffers_.size() - 1),
+                accessorCount_};
+    shape.next = isNew ? ShapeAccessors::none : std::exchange(place->second, number);
+    buffer.vertices.append(packed.vertices);
+    buffer.indices.append(packed.indices);
+    shapes_.push_back(shape);
+    writeAccessors(shape, positions);
+    return number;
+}
+
+std::uint32_t ShapeStore::find(std::uint32_t first, const Packed& packed) {
+    std::uint32_t at = first;
+    while (at != ShapeAccessors::none && !isEqual(shapes_[at], packed)) {
+        at = shapes_[at].next;
+    }
+    return at;
+}
+
+bool ShapeStore::isEqual(const Shape& shape, const Packed& packed) {
+    Buffer& buffer = *buffers_[shape.buffer];
+    return shape.vertexCount == packed.vertexCount && shape.indexCount == packed.indexCount &&
+           buffer.vertices.equals(shape.vertexOffset, packed.vertices) &&
+           buffer.indices.equals(shape.indexOffset, packed.indices);
+}
+
+ShapeStore::Buffer& ShapeStore::roomFor(std::uint64_t size) {
+    constexpr std::uint64_t mostPadding = 4;
+    if (!buffers_.empty() && buffers_.back()->size() + size + mostPadding > bufferLimit_) {
+        buffers_.back()->vertices.settle();
+        buffers_.back()->indices.settle();
+        buffers_.push_back(std::make_unique<Buffer>(folder_));
+    } else if (buffers_.empty()) {
+        buffers_.push_back(std::make_unique<Buffer>(folder_));
+    }
+    return *buffers_.back();
+}
+
+std::uint32_t ShapeStore::viewOf(std::uint32_t& view) {
+    if (view == ShapeAccessors::none) {
+        view = viewCount_++;
+    }
+    return view;
+}
+
+// {"bufferView":V,"byteOffset":N,"componentType":5126,"count":N,"type":"VEC3","min":[...],"max":[...]}, and for the
+// indices the same with "SCALAR", without the range.
+void ShapeStore::writeAccessors(const Shape& shape, std::span<const float> positions) {
+    Buffer& buffer = *buffers_[shape.buffer];
+    const Range range = rangeOf(positions);
+    json_.assign(accessorCount_ == 0 ? "" : ",");
+    JsonWriter json(json_);
+    json.beginObject().key("bufferView").count(viewOf(buffer.vertexView));
+    json.key("byteOffset").count(shape.vertexOffset).key("componentType").count(floatType);
+    json.key("count").count(shape.vertexCount).key("type").plain("VEC3");
+    json.key("min").numbers(range.low).key("max").numbers(range.high).endObject();
+    ++accessorCount_;
+    if (shape.indexCount != 0) {
+        json.beginObject().key("bufferView").count(viewOf(buffer.indexView));
+        json.key("byteOffset").count(shape.indexOffset);
+        json.key("componentType").count(isShort(shape.vertexCount) ? shortType : intType);
+        json.key("count").count(shape.indexCount).key("type").plain("SCALAR").endObject();
+        ++accessorCount_;
+    }
+    accessorJson_.append(json_);
+}
+
+ShapeAccessors ShapeStore::accessors(std::uint32_t shape) const {
+    const Shape& found = shapes_[shape];
+    return {found.firstAccessor, found.indexCount == 0 ? ShapeAccessors::none : found.firstAccessor + 1};
+}
+
+std::uint64_t ShapeStore::bufferSize(std::size_t buffer) const {
+    return buffers_[buffer]->size();
+}
+
+std::uint64_t ShapeStore::totalSize() const {
+    std::uint64_t size = 0;
+    for (const std::unique_ptr<Buffer>& buffer : buffers_) {
+        size += buffer->size();
+    }
+    return size;
+}
+
+std::string ShapeStore::viewJson() const {
+    std::vector<std::string> views(viewCount_);
+    for (std::size_t i = 0; i < buffers_.size(); ++i) {
+        const Buffer& buffer = *buffers_[i];
+        JsonWriter vertices(views[buffer.vertexView]);
+        vertices.beginObject().key("buffer").count(i).key("byteLength").count(buffer.vertices.size());
+        vertices.key("byteStride").count(vertexSize).key("target").count(vertexTarget).endObject();
+        if (buffer.indexView != ShapeAccessors::none) {
+            JsonWriter indices(views[buffer.indexView]);
+            indices.beginObject().key("buffer").count(i).key("byteOffset").count(buffer.vertices.size());
+            indices.key("byteLength").count(buffer.indices.size()).key("target").count(indexTarget).endObject();
+        }
+    }
+    std::string all;
+    JsonWriter json(all);
+    for (const std::string& view : views) {
+        json.ready(view);
+    }
+    return all;
+}
+
+bool ShapeStore::copyBuffer(std::size_t buffer, tolmar::OutputFile& file) {
+    return buffers_[buffer]->vertices.copyTo(file) && buffers_[buffer]->indices.copyTo(file);
+}
+
+std::string ShapeStore::failure() const {
+    for (const std::unique_ptr<Buffer>& buffer : buffers_) {
+        if (!buffer->vertices.failure().empty() || !buffer->indices.failure().empty()) {
+            return buffer->vertices.failure().empty() ? buffer->indices.failure() : buffer->vertices.failure();
+        }
+    }
+    return accessorJson_.failure();
+}
+
+}  // namespace nwcreate

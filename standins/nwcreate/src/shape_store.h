@@ -1,0 +1,79 @@
+// Vertices and indices of all shapes: spooled to disk as they come, equal ones once. Gives the accessors, buffer views
+// and buffers of the scene.
+//
+// Each buffer holds its vertices first and its indices behind them. A buffer that is full is followed by the next.
+#pragma once
+
+#include "spool.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace nwcreate {
+
+// What the primitives of a mesh refer to.
+struct ShapeAccessors {
+    std::uint32_t positions = 0;
+    std::uint32_t indices = none;
+    static constexpr std::uint32_t none = 0xFFFFFFFF;
+};
+
+class ShapeStore {
+public:
+    ShapeStore(std::string spoolFolder, std::uint64_t bufferLimit);
+    ~ShapeStore();
+
+    // The number of the shape with these local positions (three a vertex, at least one vertex) and indices (none: the
+    // vertices in their order).
+    std::uint32_t add(std::span<const float> positions, std::span<const std::uint32_t> indices);
+    ShapeAccessors accessors(std::uint32_t shape) const;
+
+    std::size_t shapeCount() const { return shapes_.size(); }
+    std::size_t bufferCount() const { return buffers_.size(); }
+    std::uint64_t bufferSize(std::size_t buffer) const;
+    std::uint64_t totalSize() const;
+    // Values of "accessors", separated by commas.
+    Spool& accessorJson() { return accessorJson_; }
+    // Values of "bufferViews" likewise.
+    std::string viewJson() const;
+    // False when the bytes cannot be read back.
+    bool copyBuffer(std::size_t buffer, tolmar::OutputFile& file);
+    // The first that went wrong with a spool; empty while all is well.
+    std::string failure() const;
+
+private:
+    struct Shape {
+        std::uint64_t vertexOffset = 0;
+        std::uint64_t indexOffset = 0;
+        std::uint32_t vertexCount = 0;
+        std::uint32_t indexCount = 0;
+        std::uint32_t buffer = 0;
+        std::uint32_t firstAccessor = 0;
+        std::uint32_t next = ShapeAccessors::none;  // of the same hash
+    };
+    struct Buffer;
+    struct Packed;
+
+    std::uint32_t find(std::uint32_t first, const Packed& packed);
+    bool isEqual(const Shape& shape, const Packed& packed);
+    Buffer& roomFor(std::uint64_t size);
+    std::uint32_t viewOf(std::uint32_t& view);
+    void writeAccessors(const Shape& shape, std::span<const float> positions);
+
+    std::string folder_;
+    std::uint64_t bufferLimit_;
+    std::vector<std::unique_ptr<Buffer>> buffers_;
+    std::vector<Shape> shapes_;
+    std::unordered_map<std::uint64_t, std::uint32_t> firstOfHash_;
+    std::string indexBytes_;
+    std::string json_;
+    Spool accessorJson_;
+    std::uint32_t accessorCount_ = 0;
+    std::uint32_t viewCount_ = 0;
+};
+
+}  // namespace nwcreate
