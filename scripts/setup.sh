@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the packages of scripts/packages.txt that are missing (as root or with sudo). Sourced by run.sh and test.sh.
 setup_packages() {
-    local here missing=() package
+    local here missing=() package command
     here=$(dirname "${BASH_SOURCE[0]}")
-    while read -r package; do
+    while read -r package command; do
         case "$package" in '' | '#'*) continue ;; esac
+        [ -n "$command" ] && command -v "$command" >/dev/null && continue
         dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing+=("$package")
     done <"$here/packages.txt"
     [ ${#missing[@]} -eq 0 ] && return 0

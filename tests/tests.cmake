@@ -18,6 +18,17 @@ tessaro_test(mesher)
 # The exports' forms of the mesher, without the rest of their room.
 if(TARGET test_mesher)
   target_sources(test_mesher PRIVATE ${PROJECT_SOURCE_DIR}/src/exportbase/mesher.cpp)
+tessaro_test(nwcreate)
+if(TARGET test_nwcreate)
+  file(GLOB gltf_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/gltf_*.cpp)
+  target_sources(test_nwcreate PRIVATE ${gltf_reader})
+  target_link_libraries(test_nwcreate PRIVATE nwcreate simdjson::simdjson)
+  target_compile_definitions(test_nwcreate PRIVATE TESSARO_JUDGED_DIR="${PROJECT_BINARY_DIR}/judged")
+  # The scenes that the tests leave there go before the glTF validator.
+  set_tests_properties(nwcreate PROPERTIES FIXTURES_SETUP judged_scenes)
+  add_test(NAME scenes_judged COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/judges/validate_scene.sh ${PROJECT_BINARY_DIR}/judged/empty.glb
+                                      ${PROJECT_BINARY_DIR}/judged/all-kinds.glb ${PROJECT_BINARY_DIR}/judged/in-parts.glb)
+  set_tests_properties(scenes_judged PROPERTIES FIXTURES_REQUIRED judged_scenes)
 endif()
 tessaro_test(catalogue ${SHARED_ROOMS} room_cata room_design)
 tessaro_test(design ${SHARED_ROOMS} room_cata room_design)

@@ -4,6 +4,7 @@
 #include "check_hext.h"
 #include "check_max.h"
 #include "check_rvm.h"
+#include "check_scene.h"
 
 #include <cstdio>
 
@@ -17,6 +18,8 @@ constexpr OutputChecker checkers[] = {
      checkMaxFiles},
     {"eem", "an EEM file with its JSON file, or a folder of them: are both whole, do they tell of the same objects",
      checkEemFiles},
+    {"scene", "a scene of NVOUT with its buffer files, or a folder of scenes: can a viewer draw all of it",
+     checkSceneFiles},
 };
 
 }  // namespace

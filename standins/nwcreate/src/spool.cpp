@@ -1,5 +1,6 @@
 #include "spool.h"
 
+#include "tolmar/code_page.h"
 #include "tolmar/file.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ Spool::~Spool() {
 
 void Spool::fail(int error) {
     if (failure_.empty()) {
-        failure_ = std::string("temporary file in ") + folder_ + ": " +
+        failure_ = "temporary file in " + tolmar::fromUtf8(folder_) + ": " +
                    (error == 0 ? "not all of it could be read or written" : std::strerror(error));
     }
 }

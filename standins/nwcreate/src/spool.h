@@ -31,7 +31,7 @@ public:
     // Gives the buffer back; for a spool that is full.
     void settle();
 
-    // Empty while all is well.
+    // Empty while all is well; in the code page.
     const std::string& failure() const { return failure_; }
 
 private:

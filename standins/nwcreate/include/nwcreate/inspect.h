@@ -47,7 +47,8 @@ LI_NWC_API LiNwcSceneCounts LiNwcInspectScene(LiNwcScene scene);
 
 /* Folder of the temporary files of scenes that are created from now on (null or empty: the system's folder for such
  * files). Best the folder that the scene will be written to. The files have no name: nothing is left behind, however
- * the run ends. A folder that cannot be written to shows as LI_NWC_NOT_WRITTEN when the scene is written. Holds until
+ * the run ends. A folder that cannot be written to shows as LI_NWC_NOT_WRITTEN when the scene is
+ * written, unless the scene is small enough never to need it. Holds until
  * the library is terminated. */
 LI_NWC_API LiNwcStatus LiNwcApiSetSpoolFolder(const char16_t* folder);
 

@@ -1,0 +1,205 @@
+// Shapes: where they stand, what is stored once, lines, circles, texts, materials, and what is refused.
+#include "scene_fixture.h"
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace {
+
+class ShapesTest : public SceneTest {
+protected:
+    // A shape with a name, below the scene.
+    void add(LiNwcNode node, const char16_t* name) {
+        LiNwcNodeSetName(node, name);
+        addToScene(node);
+    }
+    LiNwcSceneCounts counts() { return LiNwcInspectScene(scene); }
+};
+
+TEST_F(ShapesTest, EqualShapesAtOtherPlacesAreStoredOnceWithTheirMaterials) {
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> anywhere(-1e7, 1e7);
+    std::vector<Point> places;
+    for (int i = 0; i < 300; ++i) {
+        places.push_back({anywhere(random), anywhere(random), anywhere(random)});
+        const LiNwcGeometry shape = tetrahedron(places.back(), 123.456789);
+        paint(shape, i % 2 == 0 ? Point{1, 0, 0} : Point{0, 0, 1});
+        addToScene(shape);
+    }
+    const LiNwcGeometry other = tetrahedron({0, 0, 0}, 123.5);
+    paint(other, {1, 0, 0});
+    addToScene(other);
+    EXPECT_EQ(counts().shapes, 2U);
+    EXPECT_EQ(counts().meshes, 3U);
+    EXPECT_EQ(counts().materials, 2U);
+    EXPECT_EQ(counts().bytes, 2U * (4 * 12 + 12 * 2));
+    const gltfcheck::Scene found = writeAndRead();
+    const gltfcheck::Node& root = found.nodes[found.roots[0]];
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const Point first = placesOf(found, found.nodes[root.children[i]])[0];
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            EXPECT_NEAR(first[axis], places[i][axis], 1e-8);
+        }
+    }
+}
+
+TEST_F(ShapesTest, FarAwayVerticesAreOffByAMicrometreAtMost) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> within(-4000.0, 4000.0);
+    std::vector<Point> points;
+    std::vector<int> indices;
+    for (int i = 0; i < 300; ++i) {
+        points.push_back({1e7 + within(random), -1e7 + within(random), 1e7 / 3 + within(random)});
+        indices.push_back(i);
+    }
+    add(triangles(points, indices), u"far");
+    const gltfcheck::Scene found = writeAndRead();
+    expectPlaces(placesOf(found, nodeOf(found, "far")), points);
+}
+
+TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
+    // A strip of triangles over this many vertices; the last 16-bit size, the first 32-bit size, and between them a
+    // shape that leaves the index buffer at an odd place.
+    std::vector<std::uint64_t> types;
+    for (const int count : {0xFFFF, 0x10000}) {
+        std::vector<Point> points;
+        for (int i = 0; i < count; ++i) {
+            points.push_back({static_cast<double>(i), static_cast<double>(i % 2), 0});
+        }
+        add(triangles(points, {0, 1, count - 1}), count == 0xFFFF ? u"short" : u"wide");
+        add(triangles({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2}), u"small");
+    }
+    EXPECT_EQ(counts().shapes, 3U);
+    const gltfcheck::Scene found = writeAndRead();
+    for (const auto& [name, type, last] : {std::tuple{"short", 5123U, 0xFFFEU}, std::tuple{"wide", 5125U, 0xFFFFU}}) {
+        const gltfcheck::Primitive& primitive = found.meshes[nodeOf(found, name).mesh].primitives[0];
+        EXPECT_EQ(found.accessors[primitive.indices].componentType, type);
+        EXPECT_EQ(indicesOf(found, found.accessors[primitive.indices]), (std::vector<std::uint32_t>{0, 1, last}));
+    }
+}
+
+TEST_F(ShapesTest, LinesCirclesAndTheirColour) {
+    add(geometry([](LiNwcGeometryStream stream) {
+            LiNwcGeometryStreamBegin(stream, LI_NWC_HAS_COLOR);
+            LiNwcGeometryStreamColor(stream, 1, 0, 0, 0);
+            LiNwcGeometryStreamLineStripVertex(stream, 5, 0, 0);
+            LiNwcGeometryStreamLineStripVertex(stream, 5, 10, 0);
+            LiNwcGeometryStreamLineStripIndex(stream, 0);
+            LiNwcGeometryStreamLineStripIndex(stream, 1);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
+        }),
+        u"line");
+    const LiNwcGeometry closed = geometry([](LiNwcGeometryStream stream) {
+        LiNwcGeometryStreamBegin(stream, 0);
+        for (int i = 0; i < 3; ++i) {
+            LiNwcGeometryStreamLineStripVertex(stream, i, i * i, 0);
+        }
+        for (const int index : {0, 1, 2, 0}) {
+            LiNwcGeometryStreamLineStripIndex(stream, index);
+        }
+        LiNwcGeometryStreamEnd(stream);
+    });
+    paint(closed, {0.5, 0.5, 0.5}, 0.8);
+    add(closed, u"closed");
+    const double center[] = {1000, 2000, 3000};
+    const double normal[] = {0, 3, 4};
+    add(geometry([&](LiNwcGeometryStream stream) {
+            LiNwcGeometryStreamBegin(stream, LI_NWC_HAS_COLOR);
+            EXPECT_EQ(LiNwcGeometryStreamCircle(stream, center, normal, 500), LI_NWC_OK);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
+        }),
+        u"circle");
+    const gltfcheck::Scene found = writeAndRead();
+
+    const gltfcheck::Primitive& line = found.meshes[nodeOf(found, "line").mesh].primitives[0];
+    EXPECT_EQ(line.mode, 3U);
+    EXPECT_EQ(line.indices, gltfcheck::none);
+    EXPECT_EQ(found.materials[line.material].color, (std::array<double, 4>{1, 0, 0, 1}));
+    expectPlaces(placesOf(found, nodeOf(found, "line")), {{5, 0, 0}, {5, 10, 0}});
+
+    const gltfcheck::Primitive& strip = found.meshes[nodeOf(found, "closed").mesh].primitives[0];
+    EXPECT_EQ(indicesOf(found, found.accessors[strip.indices]), (std::vector<std::uint32_t>{0, 1, 2, 0}));
+    const gltfcheck::Material& grey = found.materials[strip.material];
+    EXPECT_TRUE(grey.isBlended);
+    EXPECT_NEAR(grey.color[0], 0.214041, 1e-9);
+    EXPECT_NEAR(grey.color[3], 0.2, 1e-12);
+    EXPECT_EQ(grey.extras, R"({"diffuse":[0.5,0.5,0.5],"ambient":[0.5,0.5,0.5],"transparency":0.8})");
+
+    EXPECT_EQ(found.meshes[nodeOf(found, "circle").mesh].primitives[0].mode, 2U);
+    const std::vector<Point> ring = placesOf(found, nodeOf(found, "circle"));
+    EXPECT_GE(ring.size(), 36U);
+    for (const Point& p : ring) {
+        const Point arm = {p[0] - center[0], p[1] - center[1], p[2] - center[2]};
+        EXPECT_NEAR(std::hypot(arm[0], arm[1], arm[2]), 500, 2e-3);
+        EXPECT_NEAR(arm[1] * 0.6 + arm[2] * 0.8, 0, 2e-3);
+    }
+}
+
+TEST_F(ShapesTest, TextIsKeptAndItsFrameStandsWhereTheTransformPutsIt) {
+    const double outer[] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 100, 0, 0, 1};
+    const double matrix[] = {0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1, 0, 10, 20, 30, 1};
+    add(geometry([&](LiNwcGeometryStream stream) {
+            const LiNwcTextStyle style = LiNwcTextStyleCreate(u"黑体");
+            EXPECT_EQ(LiNwcTextStyleSetFontHeight(style, -1), LI_NWC_BAD_VALUE);
+            LiNwcTextStyleSetFontHeight(style, 100);
+            LiNwcGeometryStreamPushTransform(stream);
+            LiNwcGeometryStreamSetTransform(stream, outer);
+            LiNwcGeometryStreamBegin(stream, 0);
+            LiNwcGeometryStreamPushTransform(stream);
+            LiNwcGeometryStreamSetTransform(stream, matrix);
+            LiNwcGeometryStreamBeginText(stream, style);
+            LiNwcTextStyleDestroy(style);
+            LiNwcGeometryStreamAddText(stream, u"焊A");
+            LiNwcGeometryStreamEndText(stream);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
+            LiNwcGeometryStreamPopTransform(stream);
+            LiNwcGeometryStreamPopTransform(stream);
+        }),
+        u"text");
+    const gltfcheck::Scene found = writeAndRead();
+    EXPECT_EQ(nodeOf(found, "text").extras, utf8(uR"({"texts":[{"text":"焊A","font":"黑体","height":100,)"
+                                                 uR"("transform":[0,1,0,0,-1,0,0,0,0,0,1,0,110,20,30,1]}]})"));
+    expectPlaces(placesOf(found, nodeOf(found, "text")), {{110, 20, 30}, {110, 180, 30}, {10, 180, 30}, {10, 20, 30}});
+}
+
+TEST_F(ShapesTest, AFaultySectionIsLeftOutWholeAndTheNextOneIsNot) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double zero[] = {0, 0, 0};
+    const std::vector<Point> corner = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+    const auto refused = [&](LiNwcGeometry shape) {
+        EXPECT_EQ(lastEnd, LI_NWC_BAD_VALUE);
+        LiNwcNodeDestroy(shape);
+    };
+    refused(triangles({{0, 0, nan}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2}));
+    refused(triangles({{0, 0, 0}, {1e300, 0, 0}, {0, 1, 0}}, {0, 1, 2}));
+    refused(triangles(corner, {0, 1, 3}));
+    refused(triangles(corner, {0, 1, -1}));
+    refused(triangles(corner, {0, 1, 2, 0}));
+    add(geometry([&](LiNwcGeometryStream stream) {
+            for (const double radius : {0.0, -1.0, nan}) {
+                LiNwcGeometryStreamBegin(stream, 0);
+                LiNwcGeometryStreamLineStripVertex(stream, 0, 0, 0);
+                LiNwcGeometryStreamCircle(stream, zero, corner[1].data(), radius);
+                EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_BAD_VALUE);
+            }
+            LiNwcGeometryStreamBegin(stream, 0);
+            LiNwcGeometryStreamCircle(stream, zero, zero, 1);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_BAD_VALUE);
+            EXPECT_EQ(LiNwcGeometryStreamBegin(stream, 4), LI_NWC_BAD_VALUE);
+            LiNwcGeometryStreamBegin(stream, 0);
+            LiNwcGeometryStreamCircle(stream, zero, corner[1].data(), 1);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
+            LiNwcGeometryStreamBegin(stream, 0);
+            EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
+        }),
+        u"good");
+    for (const auto& [kind, text] : told) {
+        EXPECT_EQ(kind, LI_NWC_WARNING) << text;
+    }
+    EXPECT_EQ(counts().shapes, 1U);
+    const gltfcheck::Scene found = writeAndRead();
+    EXPECT_EQ(found.meshes[nodeOf(found, "good").mesh].primitives.size(), 1U);
+}
+
+}  // namespace
