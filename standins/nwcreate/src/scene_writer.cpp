@@ -7,8 +7,6 @@
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
 
-#include <filesystem>
-
 namespace nwcreate {
 
 namespace {
@@ -230,17 +228,20 @@ public:
             firstFile_ = 0;
             json_.setBuffers(stemUtf8_, firstFile_);
         }
-        if (store_.failure().empty() && sceneSize() > limit) {
-            return giveUp("the tree of the scene has " + std::to_string(json_.size()) + " bytes, a file at most " +
+        if (!store_.failure().empty()) {
+            return refuse(store_.failure());
+        }
+        if (sceneSize() > limit) {
+            return refuse("the tree of the scene has " + std::to_string(json_.size()) + " bytes, a file at most " +
                           std::to_string(limit));
         }
-        bool good = store_.failure().empty();
-        for (std::size_t i = firstFile_; good && i < store_.shapes.bufferCount(); ++i) {
-            good = writeBuffer(i);
+        for (std::size_t i = firstFile_; i < store_.shapes.bufferCount(); ++i) {
+            if (!writeBuffer(i)) {
+                return removeWritten();
+            }
         }
         // The scene comes last, so that a scene that stands is whole.
-        good = good && writeGlb();
-        return good || giveUp(store_.failure());
+        return writeGlb() || removeWritten();
     }
 
 private:
@@ -251,8 +252,18 @@ private:
         return glbHeadSize + chunkHeadSize + padded(json_.size()) + binary;
     }
 
-    bool open(tolmar::OutputFile& file, const std::string& path) {
-        if (!file.open(path, tolmar::FileMode::Binary)) {
+    static bool open(tolmar::OutputFile& file, const std::string& path) {
+        const bool isOpen = file.open(path, tolmar::FileMode::Binary);
+        file.deleteWhenFailed();
+        return isOpen;
+    }
+
+    // Closes a file; `isCopied` says whether all could be read back from the spools.
+    bool finish(tolmar::OutputFile& file, const std::string& path, bool isCopied) {
+        if (!isCopied) {
+            file.fail(store_.failure());
+        }
+        if (!file.close()) {
             return false;
         }
         written_.push_back(path);
@@ -260,9 +271,9 @@ private:
     }
 
     bool writeBuffer(std::size_t buffer) {
+        const std::string path = beside_ + "." + std::to_string(buffer - firstFile_ + 1) + ".bin";
         tolmar::OutputFile file;
-        return open(file, beside_ + "." + std::to_string(buffer - firstFile_ + 1) + ".bin") &&
-               store_.shapes.copyBuffer(buffer, file) && file.close();
+        return open(file, path) && finish(file, path, store_.shapes.copyBuffer(buffer, file));
     }
 
     bool writeGlb() {
@@ -285,20 +296,20 @@ private:
             good = store_.shapes.copyBuffer(0, file);
             writePadding(file, size, '\0');
         }
-        return file.close() && good;
+        return finish(file, path_, good);
     }
 
-    // `why` is empty when the run report knows it already.
-    bool giveUp(const std::string& why) {
+    // Nothing was written yet.
+    bool refuse(const std::string& why) {
+        tolmar::runReport().fileFailed(tolmar::reportedPath(path_), why);
+        return false;
+    }
+
+    // One file failed; those before it go, too.
+    bool removeWritten() {
         for (const std::string& path : written_) {
-            std::error_code error;
-            if (std::filesystem::is_regular_file(tolmar::resolvePath(path), error)) {
-                tolmar::deleteFile(path);
-            }
+            tolmar::deleteFile(path);
             tolmar::runReport().fileRemoved(tolmar::reportedPath(path));
-        }
-        if (!why.empty()) {
-            tolmar::runReport().fileFailed(tolmar::reportedPath(path_), why);
         }
         return false;
     }

@@ -88,6 +88,15 @@ std::string setAside(const std::filesystem::path& path) {
     return error ? std::string() : "; what there is of it is kept as " + fromUtf8(aside.filename().string());
 }
 
+// Nothing to add to the reason.
+std::string removed(const std::filesystem::path& path) {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(path, error)) {
+        std::filesystem::remove(path, error);
+    }
+    return {};
+}
+
 std::string reasonOf(int error) {
     return error == 0 ? "not all of it could be written" : std::strerror(error);
 }
@@ -102,6 +111,7 @@ struct OutputFile::State {
     bool text = false;
     bool reported = true;
     bool bad = false;
+    bool isDeletedWhenBad = false;
     std::filesystem::path path;  // empty when the sink is no file of ours
     std::string name;
     std::string reason;
@@ -112,6 +122,7 @@ struct OutputFile::State {
         used = 0;
         flushed = 0;
         bad = false;
+        isDeletedWhenBad = false;
         reported = !dryRun();
         if (buffer == nullptr) {
             buffer = std::make_unique_for_overwrite<char[]>(bufferSize);
@@ -174,7 +185,7 @@ struct OutputFile::State {
         attempt([this] { return sink->close(); });
         sink.reset();
         if (bad && !path.empty()) {
-            reason += setAside(path);
+            reason += isDeletedWhenBad ? removed(path) : setAside(path);
         }
         if (reported && bad) {
             runReport().fileFailed(name, reason);
@@ -291,6 +302,18 @@ void OutputFile::truncate(std::uint64_t offset) {
 
 bool OutputFile::failed() const {
     return state_ != nullptr && state_->bad;
+}
+
+void OutputFile::fail(std::string_view why) {
+    if (isOpen()) {
+        state_->fail(std::string(why));
+    }
+}
+
+void OutputFile::deleteWhenFailed() {
+    if (isOpen()) {
+        state_->isDeletedWhenBad = true;
+    }
 }
 
 bool OutputFile::close() {

@@ -51,6 +51,10 @@ public:
     void writeAt(std::uint64_t offset, std::string_view data);
     void truncate(std::uint64_t offset);
     bool failed() const;
+    // Makes the file fail for a reason that lies elsewhere.
+    void fail(std::string_view why);
+    // For files that nobody could use in part: one that fails is deleted instead of being set aside.
+    void deleteWhenFailed();
     // Flushes and closes; false when any write or the closing failed. True on a file that is not open.
     bool close();
 
