@@ -47,6 +47,8 @@ constexpr StatusText statusTexts[] = {
 };
 
 constexpr int faceType = 1;
+constexpr int firstFaceIndex = 5;
+constexpr int faceIndexStep = 4;
 
 }  // namespace
 
@@ -99,8 +101,9 @@ TlDbSurface::TlDbSurface(tolmar::Body body, std::vector<int> faceColors)
     : TlDbEntity(classRecord), body_(std::move(body)), faceColors_(std::move(faceColors)) {}
 
 TlCmColor TlDbSurface::subentColor(int type, int index) const {
-    const bool own = type == faceType && index >= 1 && static_cast<std::size_t>(index) <= faceColors_.size();
-    return TlCmColor::byIndex(own ? faceColors_[static_cast<std::size_t>(index) - 1] : colorIndex());
+    const bool isFace = type == faceType && index >= firstFaceIndex && (index - firstFaceIndex) % faceIndexStep == 0;
+    const auto face = static_cast<std::size_t>((index - firstFaceIndex) / faceIndexStep);
+    return TlCmColor::byIndex(isFace && face < faceColors_.size() ? faceColors_[face] : colorIndex());
 }
 
 TlDbBlockReference::TlDbBlockReference(std::vector<std::unique_ptr<Part>> parts)
