@@ -24,6 +24,8 @@ if(TARGET test_nwcreate)
   target_sources(test_nwcreate PRIVATE ${gltf_reader})
   target_link_libraries(test_nwcreate PRIVATE nwcreate simdjson::simdjson)
   target_compile_definitions(test_nwcreate PRIVATE TESSARO_JUDGED_DIR="${PROJECT_BINARY_DIR}/judged")
+  add_test(NAME nwcreate_in_c COMMAND ${CMAKE_CXX_COMPILER} -x c -std=c11 -Wall -Wextra -Werror -pedantic -fsyntax-only
+           -I ${PROJECT_SOURCE_DIR}/standins/nwcreate/include ${CMAKE_CURRENT_SOURCE_DIR}/nwcreate/c_caller.c)
   # The scenes that the tests leave there go before the glTF validator.
   set_tests_properties(nwcreate PROPERTIES FIXTURES_SETUP judged_scenes)
   add_test(NAME scenes_judged COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/judges/validate_scene.sh ${PROJECT_BINARY_DIR}/judged/empty.glb

@@ -101,6 +101,7 @@ TEST_F(HandlesTest, CallsAtTheWrongTimeAreRefused) {
     LiNwcGroupAddNode(group, shape);
     LiNwcSceneDestroy(scene);
     EXPECT_EQ(LiNwcGeometryOpenStream(shape), nullptr);
+    EXPECT_EQ(LiNwcGroupAddNode(group, shape), LI_NWC_BAD_VALUE);
     EXPECT_EQ(LiNwcGroupDestroy(group), LI_NWC_OK);
     EXPECT_EQ(LiNwcNodeDestroy(shape), LI_NWC_OK);
     EXPECT_EQ(LiNwcGroupCreate(), nullptr);

@@ -102,7 +102,9 @@ LiNwcStatus LiNwcGroupAddNode(LiNwcGroup group, LiNwcNode node) {
         if (child == nullptr) {
             return badHandle(call);
         }
-        if (child->record.isAttached() || child->record.store != parent.record.store || isAbove(lib, *child, parent)) {
+        const SceneStore* const store = parent.record.store;
+        if (store == nullptr || child->record.store != store || child->record.isAttached() ||
+            isAbove(lib, *child, parent)) {
             return badValue(call, "the node has a place already, or another scene, or would stand below itself");
         }
         addChild(parent, *child);
