@@ -200,10 +200,14 @@ public:
             return std::move(scene_);
         }
         const Chunks chunks = readChunks(scene_.files[0]->bytes(), findings_);
+        if (chunks.json.empty()) {
+            note(findings_, "chunk 1", "no JSON");
+            return std::move(scene_);
+        }
         dom::parser parser;
         dom::element root;
         const auto error = parser.parse(chunks.json.data(), chunks.json.size()).get(root);
-        if (chunks.json.empty() || error != simdjson::SUCCESS || !root.is_object()) {
+        if (error != simdjson::SUCCESS || !root.is_object()) {
             note(findings_, "chunk 1", std::string("no JSON: ") + simdjson::error_message(error));
             return std::move(scene_);
         }
