@@ -1,5 +1,6 @@
 #include "json_writer.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace nwcreate {
@@ -41,6 +42,21 @@ void appendWideCharacter(std::string& out, std::uint32_t code) {
     out += trail(code, 0);
 }
 
+bool isPlain(char16_t unit) {
+    return unit >= 0x20 && unit < 0x80 && unit != u'"' && unit != u'\\';
+}
+
+// Appends what needs no escaping from the start of the text; gives its length.
+std::size_t appendPlain(std::string& out, std::u16string_view text) {
+    const auto end = std::find_if_not(text.begin(), text.end(), isPlain);
+    const auto size = static_cast<std::size_t>(end - text.begin());
+    const std::size_t before = out.size();
+    out.resize(before + size);
+    std::transform(text.begin(), end, out.begin() + static_cast<std::ptrdiff_t>(before),
+                   [](char16_t unit) { return static_cast<char>(unit); });
+    return size;
+}
+
 bool isHigh(char16_t unit) {
     return unit >= 0xD800 && unit < 0xDC00;
 }
@@ -59,7 +75,7 @@ void appendNumber(std::string& out, Number value) {
 }  // namespace
 
 void appendEscaped(std::string& out, std::u16string_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (std::size_t i = appendPlain(out, text); i < text.size(); ++i) {
         const char16_t unit = text[i];
         if (unit < 0x80) {
             appendAscii(out, static_cast<char>(unit));
@@ -69,12 +85,6 @@ void appendEscaped(std::string& out, std::u16string_view text) {
         } else {
             appendWideCharacter(out, isHigh(unit) || isLow(unit) ? replacement : unit);
         }
-    }
-}
-
-void appendEscaped(std::string& out, std::string_view utf8) {
-    for (const char c : utf8) {
-        appendAscii(out, c);
     }
 }
 

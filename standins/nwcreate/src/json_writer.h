@@ -11,8 +11,6 @@ namespace nwcreate {
 
 // Appends the text as the inside of a JSON string; halves of surrogate pairs that stand alone become U+FFFD.
 void appendEscaped(std::string& out, std::u16string_view text);
-// The same for text in UTF-8, which must be well-formed.
-void appendEscaped(std::string& out, std::string_view utf8);
 
 // Commas come by themselves; that objects and arrays are closed is the caller's part.
 class JsonWriter {
