@@ -61,8 +61,8 @@ public:
     // Appends the parts that the entity falls into; they belong to the caller, in a fixed order. eNotApplicable, with
     // nothing appended, for an entity without parts.
     virtual Tl::ErrorStatus explode(std::vector<TlDbEntity*>& parts) const;
-    // Colour of a sub-entity; type 1 is a face, and the faces of a surface have the indexes 5, 9, 13 and so on. What has
-    // no colour of its own gives the entity's.
+    // Colour of a sub-entity; type 1 is a face, and the faces of a surface have the indexes 5, 9, 13 and so on. What
+    // has no colour of its own gives the entity's.
     virtual TlCmColor subentColor(int type, int index) const;
     // The boundary of a solid or surface; null for every other entity. Lives with the entity.
     virtual const tolmar::Body* body() const { return nullptr; }
