@@ -2,6 +2,8 @@
 #include "scene_fixture.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <random>
 
 namespace {
 
@@ -127,6 +129,33 @@ TEST_F(TreeTest, SettingsViewAndGridStandInTheScene) {
         EXPECT_NEAR(found.nodes[found.roots[0]].rotation[i], (std::array{-half, 0.0, 0.0, half})[i], 1e-12);
     }
     EXPECT_EQ(LiNwcInspectBalance().left, 1U);
+}
+
+TEST_F(TreeTest, EveryNumberReadsBackAsItWas) {
+    std::mt19937_64 random(5);
+    std::vector<double> heights = {0.0,  -0.0,   1e-3, -1e-3,  9.99999e-4, 1e8, 99999999.999999,
+                                   1e15, 1e-300, 0.1,  1.0 / 3};
+    for (int i = 0; i < 4000; ++i) {
+        const double whole = static_cast<double>(static_cast<std::int64_t>(random()) >> random() % 63);
+        heights.push_back(std::fmod(whole, 1e14) / std::pow(10.0, static_cast<double>(random() % 9)));
+        heights.push_back(std::nextafter(heights.back(), 0.0));
+    }
+    const double axes[] = {0, 0, 0, 1, 0, 0, 0, 1, 0};
+    const LiNwcGridSystem system = LiNwcGridSystemCreate(u"grid", axes, axes + 3, axes + 6);
+    for (const double height : heights) {
+        const LiNwcGridLevel level = LiNwcGridLevelCreate(u"", height);
+        EXPECT_EQ(LiNwcGridSystemAddGridLevel(system, level), LI_NWC_OK);
+        LiNwcGridLevelDestroy(level);
+    }
+    LiNwcSceneAddGridSystem(scene, system);
+    LiNwcGridSystemDestroy(system);
+    ASSERT_EQ(write("plant.nwc"), LI_NWC_OK);
+    const std::string bytes = folder.get("plant.nwc");
+    std::size_t at = 0;
+    for (const double height : heights) {
+        at = bytes.find("\"height\":", at) + 9;
+        EXPECT_EQ(std::strtod(bytes.c_str() + at, nullptr), height) << bytes.substr(at, 25);
+    }
 }
 
 TEST_F(TreeTest, AViewStraightDownHasARotationToo) {
