@@ -2,6 +2,7 @@
 #include "exports/max_command.h"
 #include "exports/xdb_export.h"
 #include "exports/eem_command.h"
+#include "exports/obm_command.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
@@ -39,6 +40,8 @@ void refuse(const char* command) {
 }
 void obmout() {
     refuse("OBMOUT");
+void ornaout() {
+    refuse("ORNAOUT");
 }
 void nvout() {
     refuse("NVOUT");

@@ -61,6 +61,7 @@ bool OBMPackage::State::makeFolder() {
     }
     std::string name = (full.parent_path() / ("." + full.filename().string() + ".XXXXXX")).string();
     if (tolmar::dryRun()) {
+        folder = name;
         return true;
     }
     if (::mkdtemp(name.data()) == nullptr) {
