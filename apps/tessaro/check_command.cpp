@@ -3,6 +3,7 @@
 #include "check_eem.h"
 #include "check_hext.h"
 #include "check_max.h"
+#include "check_package.h"
 #include "check_rvm.h"
 #include "check_scene.h"
 
@@ -20,6 +21,7 @@ constexpr OutputChecker checkers[] = {
      checkEemFiles},
     {"scene", "a scene of NVOUT with its buffer files, or a folder of scenes: can a viewer draw all of it",
      checkSceneFiles},
+    {"package", "a PModel package: is it whole, do trees, scenes, materials and properties fit together", checkPackage},
 };
 
 }  // namespace

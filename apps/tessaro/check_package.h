@@ -1,0 +1,7 @@
+// `tessaro check package`.
+#pragma once
+
+#include "check_command.h"
+
+// A PModel package.
+Findings checkPackage(const std::filesystem::path& path);
