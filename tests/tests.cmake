@@ -14,6 +14,14 @@ if(TARGET test_rvm)
   file(GLOB rvm_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/rvm_*.cpp)
   target_sources(test_rvm PRIVATE ${rvm_reader})
 endif()
+tessaro_test(obm ${SHARED_ROOMS} room_exportbase room_exports)
+# The program's own reader of packages reads back what the tests write.
+if(TARGET test_obm)
+  target_sources(test_obm PRIVATE ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/package_reader.cpp
+                                  ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/glb_reader.cpp)
+  target_link_libraries(test_obm PRIVATE simdjson::simdjson PkgConfig::LIBZIP)
+  add_dependencies(test_obm tessaro_program tessaro_module)
+endif()
 tessaro_test(mesher)
 # The exports' forms of the mesher, without the rest of their room.
 if(TARGET test_mesher)

@@ -214,7 +214,11 @@ void ObmWalk::writeManager(HxDbTreeNode* node, const HxDbObject& object, ObmNode
 
 void ObmWalk::walkDirectory(HxDbTreeNode* node, ObmNode& record) {
     const ChildChain sons = checkChildChain(node);
-    if (!sons.isWhole || !openDirectories_.insert(node).second) {
+    if (!sons.isWhole) {
+        return;
+    }
+    if (!openDirectories_.insert(node).second) {
+        report(node, "it stands inside itself");
         return;
     }
     std::size_t done = 0;

@@ -140,6 +140,14 @@ TEST_F(RealModule, XdboutHandsOutTheManagerOfTheModelOrOfASelection) {
     EXPECT_EQ(run("XDBOUT", "--select '**/none'"), 2) << said();
 }
 
+// Status 3: the example holds host content, which has no place in a package.
+TEST_F(RealModule, ObmoutWritesAPackageThatItsCheckerTakes) {
+    EXPECT_EQ(run("OBMOUT"), 3) << said();
+    EXPECT_EQ(tessaro("check package '" + (out() / "PumpStation.pmodel").string() + "'"), 0) << said();
+    fs::resize_file(out() / "PumpStation.pmodel", 1000);
+    EXPECT_EQ(tessaro("check package '" + (out() / "PumpStation.pmodel").string() + "'"), 2) << said();
+}
+
 TEST_F(RealModule, ShowHextBranchNeedsOnePipeline) {
     EXPECT_EQ(run("ShowHextBranch"), 2) << said();
     EXPECT_NE(said().find("exactly one pipeline"), std::string::npos);

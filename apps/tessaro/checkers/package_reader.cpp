@@ -16,6 +16,8 @@ using simdjson::dom::element;
 using simdjson::dom::object;
 
 constexpr const char* indexName = "package.json";
+constexpr const char* modelTreeName = "modeltree.json";
+constexpr const char* sceneEnding = ".glb";
 constexpr int instanceType = 2;
 
 struct CloseArchive {
@@ -133,7 +135,9 @@ private:
         if (model.views.size() != 2) {
             fault("{}: two views expected", name);
         }
-        if (model.trees.empty() || model.scenes.empty()) {
+        const bool hasScene = std::any_of(model.files.begin(), model.files.end(),
+                                          [](const std::string& file) { return file.ends_with(sceneEnding); });
+        if (!hasScene || std::count(model.files.begin(), model.files.end(), modelTreeName) != 1) {
             fault("{}: a model tree and a scene expected", name);
         }
     }
@@ -142,11 +146,11 @@ private:
         const std::string path = folder_ + file;
         if (file == "materials.json") {
             document(path, [&](const object& top) { readMaterials(model, path, top); });
-        } else if (file == "modeltree.json") {
+        } else if (file == modelTreeName) {
             document(path, [&](const object& top) { readTrees(model, path, top); });
         } else if (file == "properties.json") {
             document(path, [&](const object& top) { readProperties(model, path, top); });
-        } else if (file.ends_with(".glb")) {
+        } else if (file.ends_with(sceneEnding)) {
             readScene(model, path);
         } else {
             fault("{}: of no known kind", path);

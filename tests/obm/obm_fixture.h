@@ -1,0 +1,148 @@
+// Runs OBMOUT in this process and reads the package back through the program's checker.
+#pragma once
+
+#include "../../apps/tessaro/checkers/package_reader.h"
+#include "exports/obm_command.h"
+#include "scripts/script_host.h"
+#include "support/test_support.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+inline std::string joined(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += line + "\n";
+    }
+    return text;
+}
+
+// A package read back, with what is wrong with it.
+struct ReadPackage {
+    explicit ReadPackage(const std::filesystem::path& file) {
+        package = packagecheck::readPackage(file, findings, true);
+    }
+    const packagecheck::Model& model() const { return package.models.at(0); }
+    const glbcheck::Scene& scene() const { return model().scenes.at(0); }
+    const std::vector<packagecheck::TreeNode>& nodes() const { return model().trees.at(0).nodes; }
+
+    // The tree, a node a line, indented, each with the materials of its meshes.
+    std::string outline() const {
+        std::map<std::string, std::string> materials;
+        for (const glbcheck::Scene& part : model().scenes) {
+            for (const glbcheck::Node& node : part.nodes) {
+                materials[node.name] += node.type == 2 ? " " + node.material : "";
+            }
+        }
+        std::string text;
+        std::vector<std::size_t> depths;
+        for (const packagecheck::TreeNode& node : nodes()) {
+            depths.push_back(node.parent < 0 ? 0 : depths[static_cast<std::size_t>(node.parent)] + 1);
+            text += std::string(depths.back(), ' ') + node.name + materials[node.databaseId] + "\n";
+        }
+        return text;
+    }
+    // "name=value" of the first record of that name, in the order in which they stand.
+    std::string propertiesOf(const std::string& name) const {
+        const auto at =
+            std::find_if(nodes().begin(), nodes().end(), [&](const auto& node) { return node.name == name; });
+        std::string text;
+        for (const packagecheck::Property& property : model().properties) {
+            if (at != nodes().end() && property.databaseId == at->databaseId) {
+                text += property.name + "=" + property.value + "\n";
+            }
+        }
+        return text;
+    }
+
+    packagecheck::Findings findings;
+    packagecheck::Package package;
+};
+
+inline std::string box(const std::string& members = "") {
+    return R"({"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":2,"zLength":3)" + members + "}";
+}
+inline std::string cylinder(const std::string& members = "") {
+    return R"({"type":"HextCylinder3D","startPoint":[0,0,0],"endPoint":[0,0,9],"diameter":4)" + members + "}";
+}
+inline const std::string translucent = R"(,"material":"hext_temp_material")";
+inline std::string shape(const std::string& primitives) {
+    return R"(,"primitives":[)" + primitives + "]";
+}
+// An object of the tree.
+inline std::string object(int id, const char* type, int parent, const std::string& members = "") {
+    return (id == 2 ? R"({"id":)" : R"(,{"id":)") + std::to_string(id) + R"(,"class":")" + type + R"(","in":)" +
+           std::to_string(parent) + R"(,"name":"N)" + std::to_string(id) + "\"" + members + "}";
+}
+
+class ObmRun : public testing::Test {
+protected:
+    ObmRun() {
+        std::filesystem::create_directories(root.path() / "out");
+        ui.answer = target().string();
+        script("function getNodeName(t) return plant.displayName(t.objid) or '' end\n");
+    }
+    ~ObmRun() override { destroyScriptHost(); }
+
+    std::filesystem::path target() const { return root.path() / "out" / "plant.pmodel"; }
+    // Names of everything beside the package.
+    std::vector<std::string> folder() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(root.path() / "out")) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    void script(const std::string& lua) const { root.write("plugins/nvoutplugins.lua", lua); }
+    void load(const std::string& objects) {
+        loadText(tolmar::toUtf8(TestModel::withObjects(objects, R"({"name":"P","projectItems":{"name":"Item"}})")));
+    }
+    void loadText(const std::string& json) {
+        model.reset();
+        model = std::make_unique<TestModel>(json);
+    }
+    void run() {
+        ui.boxes.clear();
+        tolmar::runReport().clear();
+        obmout();
+    }
+    // A run that gives a whole package.
+    ReadPackage exported() {
+        run();
+        EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出结束"});
+        ReadPackage read(target());
+        EXPECT_EQ(joined(read.findings), "");
+        EXPECT_EQ(folder(), std::vector<std::string>{"plant.pmodel"}) << "the working folder is gone";
+        return read;
+    }
+    std::string outline() { return exported().outline(); }
+    // "id what: why", a line each.
+    static std::string passedOver() {
+        std::string text;
+        for (const auto& entry : tolmar::runReport().passed()) {
+            text += std::to_string(entry.id) + " " + entry.what + ": " + entry.why + "\n";
+        }
+        return text;
+    }
+    static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
+    // Checks exactly the items with these labels, whatever their parents are.
+    void checkOnly(const std::vector<std::u16string>& labels) {
+        ui.onForm = [labels](OrnLogicForm& form) {
+            std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
+            while (!open.empty()) {
+                const OrnLogicTree::Item item = open.back();
+                open.pop_back();
+                const bool wanted = std::find(labels.begin(), labels.end(), item->label) != labels.end();
+                OrnLogicTree::setChecked(item, wanted);
+                open.insert(open.end(), item->children.begin(), item->children.end());
+            }
+            form.onControlClicked(OrnLogicForm::ResultOk);
+        };
+    }
+
+    TestRoot root;
+    TestUi ui;
+    std::unique_ptr<TestModel> model;
+};
