@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, HEXTOUT and MAXOUT, each beside its yardsticks.
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, ORNAOUT and HEXTOUT, each beside its yardsticks.
+# Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, OBMOUT and HEXTOUT, each beside its yardsticks.
 # Generated plants and tables go to out/bench; docs/performance.md keeps the last table.
 #   bench/run.sh [OBJECTS]      size of the largest generated plant, default 1000000
 set -euo pipefail
@@ -18,6 +19,7 @@ small=out/bench/small.json
 "$build/bin/tessaro" model generate --objects 1000 --seed 1 -o "$small"
 for name in load names scripts mesher rvm hext max; do
 for name in load names scripts mesher rvm eem hext; do
+for name in load names scripts mesher rvm obm hext; do
     echo "== $name"
     case $name in
     load) arguments=("$small" "$plant") ;;

@@ -46,10 +46,11 @@ bool RowFile::close(std::string_view end) {
     return file_.close();
 }
 
-void ModelTreeFile::add(const std::filesystem::path& path, WideView name, const OBMModelTreeNode& root) {
-    if (!rows_.isOpen()) {
-        rows_.open(path, R"({"columns":["parent","databaseId","name","type"],"trees":[)");
-    }
+void ModelTreeFile::open(const std::filesystem::path& path) {
+    rows_.open(path, R"({"columns":["parent","databaseId","name","type"],"trees":[)");
+}
+
+void ModelTreeFile::add(WideView name, const OBMModelTreeNode& root) {
     gltf::JsonText& json = rows_.beginRow();
     json.beginObject().key("name");
     appendWide(json, name);
@@ -79,19 +80,24 @@ bool ModelTreeFile::close() {
     return rows_.close("]}\n");
 }
 
-void PropertyFile::add(const std::filesystem::path& path, const OBMObjectProperty& property) {
-    if (!rows_.isOpen()) {
-        rows_.open(path, R"({"columns":["databaseId","category","name","valueType","value"],"rows":[)");
+void PropertyFile::open(const std::filesystem::path& path) {
+    rows_.open(path, R"({"columns":["databaseId","category","name","valueType","value"],"rows":[)");
+}
+
+void PropertyFile::add(const OBMObjectProperty& property) {
+    if (category_ != property.category()) {
+        gltf::JsonText text;
+        appendWide(text, property.category());
+        category_ = property.category();
+        categoryText_ = text.text();
     }
     gltf::JsonText& json = rows_.beginRow();
-    json.beginArray().string(property.objectDatabaseId());
-    appendWide(json, property.category());
+    json.beginArray().string(property.objectDatabaseId()).raw(categoryText_);
     appendWide(json, property.name());
     json.string(property.valueType());
     appendWide(json, property.value());
     json.endArray();
     rows_.endRow();
-    ++count_;
 }
 
 bool PropertyFile::close() {

@@ -31,26 +31,28 @@ private:
 // [number of its parent or -1, database id, name, type].
 class ModelTreeFile {
 public:
-    void add(const std::filesystem::path& path, WideView name, const OBMModelTreeNode& root);
+    void open(const std::filesystem::path& path);
+    void add(WideView name, const OBMModelTreeNode& root);
     bool close();
     bool isOpen() const { return rows_.isOpen(); }
 
 private:
     RowFile rows_;
-    bool hasTrees_ = false;
 };
 
 // properties.json: each property [database id of its object, category, name, value type, value].
 class PropertyFile {
 public:
-    void add(const std::filesystem::path& path, const OBMObjectProperty& property);
+    void open(const std::filesystem::path& path);
+    void add(const OBMObjectProperty& property);
     bool close();
-    std::uint64_t count() const { return count_; }
     bool isOpen() const { return rows_.isOpen(); }
 
 private:
     RowFile rows_;
-    std::uint64_t count_ = 0;
+    // The category used last and its JSON text: all properties of a caller mostly have one.
+    WideText category_;
+    std::string categoryText_ = "\"\"";
 };
 
 // materials.json: each material with its colours as the caller set them.

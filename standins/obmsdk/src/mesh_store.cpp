@@ -160,14 +160,12 @@ const GeometryRow* MeshStore::find(const std::string& geometryId) const {
     return at != rows_.end() ? &at->second : nullptr;
 }
 
-void MeshStore::removeFiles() {
+void MeshStore::removeFiles(std::size_t part) const {
     std::error_code ignored;
-    for (const ScenePart& part : parts_) {
-        for (std::size_t view = 0; view < ViewCount; ++view) {
-            std::filesystem::remove(part.viewFile(view), ignored);
-        }
-        std::filesystem::remove(part.accessorFile(), ignored);
+    for (std::size_t view = 0; view < ViewCount; ++view) {
+        std::filesystem::remove(parts_[part].viewFile(view), ignored);
     }
+    std::filesystem::remove(parts_[part].accessorFile(), ignored);
 }
 
 // A mesh without facets has a row and no data.

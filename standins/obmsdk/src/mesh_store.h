@@ -51,8 +51,8 @@ public:
     const std::vector<ScenePart>& parts() const { return parts_; }
     // Null for an id that no mesh has.
     const GeometryRow* find(const std::string& geometryId) const;
-    // Removes the working files.
-    void removeFiles();
+    // Removes the working files of a part.
+    void removeFiles(std::size_t part) const;
 
 private:
     void beginPart();

@@ -17,8 +17,11 @@ std::string sceneName(std::uint32_t part) {
     return part == 0 ? "scene.glb" : "scene-" + std::to_string(part + 1) + ".glb";
 }
 
-struct FreeInstances {
-    void operator()(OBMInstanceTreeNode* root) const { root->destroy(); }
+struct FreeTree {
+    template <typename Node>
+    void operator()(Node* root) const {
+        root->destroy();
+    }
 };
 
 }  // namespace
@@ -54,8 +57,8 @@ int OBM3dPackage::State::writeScenes() {
         if (const int status = obm::writeScene(folder / scenes.back(), content, meshes, part); status != OBMOk) {
             return status;
         }
+        meshes.removeFiles(part);
     }
-    meshes.removeFiles();
     return OBMOk;
 }
 
@@ -148,15 +151,19 @@ int OBM3dPackage::addMaterial(OBMMaterial* material) {
 }
 
 int OBM3dPackage::addModelTree(obm::WideView name, OBMModelTreeNode* root) {
-    if (state_->isOpen) {
-        state_->modelTrees.add(state_->file(modelTreeName), name, *root);
+    const std::unique_ptr<OBMModelTreeNode, FreeTree> owned(root);
+    if (!state_->isOpen) {
+        return state_->note(OBMNotOpen);
     }
-    root->destroy();
-    return state_->isOpen ? OBMOk : state_->note(OBMNotOpen);
+    if (!state_->modelTrees.isOpen()) {
+        state_->modelTrees.open(state_->file(modelTreeName));
+    }
+    state_->modelTrees.add(name, *root);
+    return OBMOk;
 }
 
 int OBM3dPackage::setInstanceTree(OBMInstanceTreeNode* root) {
-    const std::unique_ptr<OBMInstanceTreeNode, FreeInstances> earlier(state_->instances);
+    const std::unique_ptr<OBMInstanceTreeNode, FreeTree> earlier(state_->instances);
     state_->instances = root;
     return OBMOk;
 }
@@ -165,7 +172,10 @@ int OBM3dPackage::addObjectProperty(const OBMObjectProperty* property) {
     if (!state_->isOpen) {
         return state_->note(OBMNotOpen);
     }
-    state_->properties.add(state_->file(propertiesName), *property);
+    if (!state_->properties.isOpen()) {
+        state_->properties.open(state_->file(propertiesName));
+    }
+    state_->properties.add(*property);
     return OBMOk;
 }
 
