@@ -14,13 +14,20 @@ if(TARGET test_rvm)
   file(GLOB rvm_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/rvm_*.cpp)
   target_sources(test_rvm PRIVATE ${rvm_reader})
 endif()
-tessaro_test(obm ${SHARED_ROOMS} room_exportbase room_exports)
+tessaro_test(obm ${SHARED_ROOMS} room_exports)
 # The program's own reader of packages reads back what the tests write.
 if(TARGET test_obm)
   target_sources(test_obm PRIVATE ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/package_reader.cpp
                                   ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/glb_reader.cpp)
-  target_link_libraries(test_obm PRIVATE simdjson::simdjson PkgConfig::LIBZIP)
+  target_link_libraries(test_obm PRIVATE simdjson::simdjson gltf_text PkgConfig::LIBZIP)
+  target_compile_definitions(test_obm PRIVATE TESSARO_JUDGED_DIR="${PROJECT_BINARY_DIR}/judged")
   add_dependencies(test_obm tessaro_program tessaro_module)
+  # Every scene that the tests wrote, before the glTF validator.
+  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/judges/validate_scene.sh)
+    set_tests_properties(obm PROPERTIES FIXTURES_SETUP judged_packages)
+    add_test(NAME packages_judged COMMAND sh -c "exec ${CMAKE_CURRENT_SOURCE_DIR}/judges/validate_scene.sh ${PROJECT_BINARY_DIR}/judged/obm-*.glb")
+    set_tests_properties(packages_judged PROPERTIES FIXTURES_REQUIRED judged_packages)
+  endif()
 endif()
 tessaro_test(mesher)
 # The exports' forms of the mesher, without the rest of their room.

@@ -84,6 +84,7 @@ protected:
         EXPECT_EQ(package->save(), OBMOk);
         ReadPackage read(target());
         EXPECT_EQ(joined(read.findings), "");
+        keepForTheJudge(target(), read.package.entries);
         return read;
     }
     // A whole package.
