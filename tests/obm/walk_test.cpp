@@ -57,6 +57,13 @@ TEST_F(ObmWalkTest, GridsWeldsAndStopsStayOut) {
     EXPECT_NE(text.find("N14"), std::string::npos);
 }
 
+// It is a son of its zone like any manager, and a zone of the site beside that.
+TEST_F(ObmWalkTest, AZoneInsideAZoneIsAZoneOfTheSite) {
+    load(siteAndZone + object(4, "HextStdFloor", 3) + object(5, "HextStruct", 4) +
+         object(6, "HxDbStruct", 5, shape(box())));
+    EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N4\n     N6 m0\n   N4\n    N5\n     N6 m0\n");
+}
+
 // A directory is a son of its zone like any manager, and has a record of its own beside that.
 TEST_F(ObmWalkTest, ADirectoryHoldsTheObjectsOfItsManagers) {
     load(siteAndZone + object(4, "HextZoneDirectory", 3) + object(5, "HextEquipe", 4) +
