@@ -41,7 +41,7 @@ std::array<double, 4> colorOf(const element& item) {
 
 class Reader {
 public:
-    Reader(Findings& findings, bool keepProperties) : findings_(findings), keepProperties_(keepProperties) {}
+    Reader(Findings& findings, bool keepAll) : findings_(findings), keepAll_(keepAll) {}
 
     Package read(const std::filesystem::path& file) {
         int error = 0;
@@ -201,7 +201,7 @@ private:
             if (!ids_.contains(property.databaseId)) {
                 fault("{}: a property of {}, which no tree holds", path, property.databaseId);
             }
-            if (keepProperties_) {
+            if (keepAll_) {
                 model.properties.push_back(std::move(property));
             }
         }
@@ -211,8 +211,11 @@ private:
         std::string bytes;
         Findings found;
         if (bytesOf(path, bytes)) {
-            model.scenes.push_back(glbcheck::readGlb(std::move(bytes), found));
-            checkInstances(model, model.scenes.back(), found);
+            glbcheck::Scene scene = glbcheck::readGlb(std::move(bytes), found);
+            checkInstances(model, scene, found);
+            if (keepAll_) {
+                model.scenes.push_back(std::move(scene));
+            }
         }
         for (const std::string& text : found) {
             fault("{}: {}", path, text);
@@ -243,7 +246,7 @@ private:
     }
 
     Findings& findings_;
-    bool keepProperties_;
+    bool keepAll_;
     std::unique_ptr<zip_t, CloseArchive> archive_;
     Package package_;
     std::set<std::string> unread_;
@@ -254,8 +257,8 @@ private:
 
 }  // namespace
 
-Package readPackage(const std::filesystem::path& file, Findings& findings, bool keepProperties) {
-    return Reader(findings, keepProperties).read(file);
+Package readPackage(const std::filesystem::path& file, Findings& findings, bool keepAll) {
+    return Reader(findings, keepAll).read(file);
 }
 
 }  // namespace packagecheck

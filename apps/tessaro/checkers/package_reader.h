@@ -47,7 +47,8 @@ struct Model {
     std::vector<std::string> files;
     std::map<std::string, Material> materials;  // by id
     std::vector<Tree> trees;
-    std::vector<Property> properties;  // when they are kept
+    // When they are kept.
+    std::vector<Property> properties;
     std::vector<glbcheck::Scene> scenes;
 };
 
@@ -58,7 +59,7 @@ struct Package {
     std::vector<Model> models;
 };
 
-// Reads as far as it makes sense. Texts are UTF-8. `keepProperties` keeps the properties, too.
-Package readPackage(const std::filesystem::path& file, Findings& findings, bool keepProperties = false);
+// Reads as far as it makes sense. Texts are UTF-8. `keepAll` keeps properties and scenes, too.
+Package readPackage(const std::filesystem::path& file, Findings& findings, bool keepAll = false);
 
 }  // namespace packagecheck

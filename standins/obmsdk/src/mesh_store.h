@@ -65,7 +65,7 @@ private:
     gltf::JsonText& beginAccessor(std::size_t view, int componentType, std::size_t count);
 
     std::filesystem::path folder_;
-    std::uint64_t limit_ = std::uint64_t{1} << 31U;
+    std::uint64_t limit_ = std::uint64_t{1} << 30U;
     std::vector<ScenePart> parts_;
     std::array<WorkingFile, ViewCount> viewFiles_;
     WorkingFile accessorFile_;

@@ -41,7 +41,7 @@ public:
     virtual int write();
     virtual int close();
 
-    // Bytes of meshes beyond which a further scene file is begun; 2^31 at first.
+    // Bytes of meshes beyond which a further scene file is begun; 2^30 at first, so that most viewers open a scene.
     void setSceneLimit(std::uint64_t bytes);
     // The files that write made, in the order in which they go into the archive: full paths in UTF-8.
     const std::vector<std::string>& files() const;
