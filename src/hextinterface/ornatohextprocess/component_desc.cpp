@@ -26,6 +26,19 @@ HxGeVector3D between(const HxDbSmrtlnEntity* entity, int from, int to) {
     return entity->getCoordOfNo(to) - entity->getCoordOfNo(from);
 }
 
+bool isWeld(const HxDbObject* object) {
+    return object->isKindOf(HxDbTubeWeld::desc());
+}
+
+// Welds stand in no table of specifications, so one without a row has no reference and is written all the same.
+std::string referenceOf(const HxDbSmrtlnEntity* object, NameManager& names) {
+    if (!isWeld(object)) {
+        return requireSpco(object, names);
+    }
+    std::string name = names.findSpcoName(object);
+    return createdSpcos().count(name) != 0 ? name : "unset";
+}
+
 constexpr std::string_view turnedTypes[] = {"VALV", "FILT", "TRAP", "INST"};
 
 }  // namespace
@@ -86,7 +99,7 @@ void _HextComponentDesc::takePorts() {
 void _HextComponentDesc::takeTube(const BranchSource& source, std::size_t index) {
     for (std::size_t i = index + 1; i < source.items.size(); ++i) {
         const HxDbSmrtlnEntity* behind = source.items[i];
-        if (behind->isKindOf(HxDbTubeWeld::desc())) {
+        if (isWeld(behind)) {
             continue;
         }
         if (!smrtln::isPipe(behind)) {
@@ -136,11 +149,19 @@ void _HextComponentDesc::setUdaValues(const HxDbSmrtlnEntity* object) {
 
 void _HextComponentDesc::fillWith(const BranchSource& source, std::size_t index, bool byReference) {
     fillCommon(source, index);
-    spref = requireSpco(entity, source.context.names);
+    spref = referenceOf(entity, source.context.names);
     const HxDbTubeModelSpec* model = byReference ? HxDbTubeModelSpec::cast(entity) : nullptr;
     orientation = model != nullptr ? axesWithReference(view, model->getRefVec(), false) : axesOf(view);
-    view.comp->getDirections(directions, entity, true);
+    takeDirections();
     axisPure = view.comp->isAxis;
+}
+
+// A weld whose ends coincide runs along the axis that its orientation has.
+void _HextComponentDesc::takeDirections() {
+    view.comp->getDirections(directions, entity, true);
+    if (isWeld(entity) && directions.front().isZeroLength()) {
+        directions.assign(2, view.x.normal());
+    }
 }
 
 void _HextComponentDesc::fill(const BranchSource& source, std::size_t index) {
@@ -177,6 +198,7 @@ void _HextTeeDesc::fillFromNeighbours(const BranchSource& source, std::size_t in
     HxGeVector3D b;
     orientation = getConnectionAxes(entity, source.componentIds, a, b);
     angle = degreesBetween(a, b);
+    takeDirections();
 }
 
 void _HextComponentDesc::setAxes(const HxGeVector3D& x, const HxGeVector3D& y) {
@@ -240,7 +262,7 @@ std::unique_ptr<_HextComponentDesc> makeComponentDesc(const HxDbSmrtlnEntity* en
     if (std::find(std::begin(turnedTypes), std::end(turnedTypes), type) != std::end(turnedTypes)) {
         return std::make_unique<_HextValveInstDesc>(type);
     }
-    return std::make_unique<_HextComponentDesc>(entity->isKindOf(HxDbTubeWeld::desc()) ? "WELD" : type);
+    return std::make_unique<_HextComponentDesc>(isWeld(entity) ? "WELD" : type);
 }
 
 std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, std::size_t index) {

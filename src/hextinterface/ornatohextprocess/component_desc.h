@@ -68,6 +68,8 @@ protected:
     void fillCommon(const BranchSource& source, std::size_t index);
     // The common steps, the specification row, the orientation and the directions.
     void fillWith(const BranchSource& source, std::size_t index, bool byReference);
+    // The directions at both ends, once the orientation is known.
+    void takeDirections();
     // Arguments from the reference of the row to that of the tube.
     void appendPorts(std::string& out) const;
     void writeWithNumber(std::string& out, const char* function, const char* kind, double number) const;
