@@ -1,6 +1,8 @@
 #include "pipe_fixture.h"
 #include "tolmar/color.h"
 
+#include <ctime>
+
 namespace {
 
 const Part lead = tube(100, at(0), at(900));
@@ -129,6 +131,25 @@ TEST_F(PipesTest, UserAttributesFollowInOrder) {
                         ":Material 'A105' \nEND\nEND\n"),
               std::string::npos)
         << text;
+}
+
+// A run of flanged pipes, each of which looks for the last tube behind it.
+TEST_F(PipesTest, ALongRunOfFlangedPipesCostsByItsLength) {
+    const auto secondsFor = [&](int count) {
+        std::vector<Part> parts;
+        for (int i = 0; i < count; ++i) {
+            parts.push_back(tube(100 + i, at(i * 10), at(i * 10 + 10)));
+            std::string& attrs = parts.back().attrs;
+            attrs.replace(attrs.find("\"BW\""), 4, "\"FLRF\"");
+        }
+        load({{.branches = {parts}}});
+        const std::clock_t start = std::clock();
+        EXPECT_EQ(components(write()).size(), static_cast<std::size_t>(count));
+        return static_cast<double>(std::clock() - start);
+    };
+    secondsFor(100);
+    const double one = secondsFor(500);
+    EXPECT_LT(secondsFor(8000), 50 * one) << "16 times the pipes";
 }
 
 }  // namespace

@@ -39,6 +39,23 @@ std::string referenceOf(const HxDbSmrtlnEntity* object, NameManager& names) {
     return createdSpcos().count(name) != 0 ? name : "unset";
 }
 
+// Every pipe of the run needs a row, the last one's counts.
+TubeRun readTubeRun(const BranchSource& source, std::size_t from) {
+    TubeRun run{from, from, from, {}};
+    for (; run.to < source.items.size(); ++run.to) {
+        const HxDbSmrtlnEntity* item = source.items[run.to];
+        if (isWeld(item)) {
+            continue;
+        }
+        if (!smrtln::isPipe(item)) {
+            break;
+        }
+        run.lstube = requireSpco(item, source.context.names);
+        run.pipesEnd = run.to + 1;
+    }
+    return run;
+}
+
 constexpr std::string_view turnedTypes[] = {"VALV", "FILT", "TRAP", "INST"};
 
 }  // namespace
@@ -97,15 +114,13 @@ void _HextComponentDesc::takePorts() {
 
 // The last pipe of the run of pipes and welds behind the component decides.
 void _HextComponentDesc::takeTube(const BranchSource& source, std::size_t index) {
-    for (std::size_t i = index + 1; i < source.items.size(); ++i) {
-        const HxDbSmrtlnEntity* behind = source.items[i];
-        if (isWeld(behind)) {
-            continue;
-        }
-        if (!smrtln::isPipe(behind)) {
-            return;
-        }
-        lstube = requireSpco(behind, source.context.names);
+    const std::size_t behind = index + 1;
+    TubeRun& run = source.tubes;
+    if (behind < run.from || behind >= run.to) {
+        run = readTubeRun(source, behind);
+    }
+    if (behind < run.pipesEnd) {
+        lstube = run.lstube;
     }
 }
 

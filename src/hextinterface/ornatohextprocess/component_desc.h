@@ -13,12 +13,21 @@
 #include <string>
 #include <vector>
 
+// The pipes and welds in a row behind a component, read once for all components before and among them.
+struct TubeRun {
+    std::size_t from = 0;  // of the items, up to but not including `to`
+    std::size_t to = 0;
+    std::size_t pipesEnd = 0;  // behind its last pipe
+    std::string lstube;        // the specification row of that pipe
+};
+
 // What a component is filled from: the branch that it lies in, and the run.
 struct BranchSource {
     const ComponentList& items;
     const BranchItems& lookup;
     ExportContext& context;
     const std::set<HxDbObjectId>& componentIds;
+    mutable TubeRun tubes = {};  // the last run that was read
 };
 
 // Custom names by owner, unique over the whole file; the driver empties the table before the pipes. Module-wide.
