@@ -12,6 +12,7 @@ constexpr std::int64_t largestInt = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t smallestInt = std::numeric_limits<std::int32_t>::min();
 constexpr std::int64_t largestPointNumber = std::numeric_limits<std::int16_t>::max();
 constexpr std::int64_t largestColor = 255;
+constexpr std::int64_t mostBolts = 1000;  // of one flange; the catalogue has a line for each
 
 constexpr MemberRow textMember(std::string_view name, Member member) {
     return {name, Reading::Text, member};
@@ -98,8 +99,8 @@ constexpr MemberRow standardPart[] = {
 constexpr MemberRow boltOnly[] = {textMember("boltSpec", Member::BoltSpec)};
 
 constexpr MemberRow flangeBolts[] = {
-    wholeMember("boltNum", Member::BoltNum),
-    wholeMember("nutNum", Member::NutNum),
+    wholeMember("boltNum", Member::BoltNum, 0, mostBolts),
+    wholeMember("nutNum", Member::NutNum, 0, mostBolts),
     referenceMember("bolt", Member::Bolt, &HextBolt::classRecord),
     textMember("size", Member::Size),
     textMember("std", Member::Std),
