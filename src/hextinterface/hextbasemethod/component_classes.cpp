@@ -124,6 +124,28 @@ HxGeVector3D across(const HxGeVector3D& x, const HxGeVector3D& v) {
     return x.crossProduct(v).crossProduct(x);
 }
 
+// Tees and crosses.
+void teeAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) {
+    x = between(of, 0, 2);
+    y = between(of, 0, 3);
+}
+
+// Eccentric reducers and hoses, whose ends each have a second point.
+HxGeVector3D pairedDirection(Entity of, bool atArrive) {
+    const bool fromFirst = (flowAt(of, 1) == 1) == atArrive;
+    return fromFirst ? between(of, 1, 3) : between(of, 2, 4);
+}
+
+void appendPairedDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) {
+    out.push_back(pairedDirection(of, atArrive).normal());
+    out.push_back(pairedDirection(of, !atArrive).normal());
+}
+
+// Angles and arcs. A bend's catalogue element has its ports at 5 and 6.
+std::uint16_t anglePort(Entity of, std::uint16_t number) {
+    return smrtln::isBend(of) ? mapped({0, 5, noPort, 6}, number) : mapped({0, 1, noPort, 2}, number);
+}
+
 void appendTwice(std::vector<HxGeVector3D>& out, const HxGeVector3D& direction) {
     out.insert(out.end(), 2, direction.normal());
 }
@@ -223,8 +245,7 @@ std::uint16_t _PCompNormal::mapPointNo(std::uint16_t number) const {
 // --------------------------------------------------------------------------------------------------- tees and crosses
 
 void _PCompTee::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 0, 2);
-    y = between(of, 0, 3);
+    teeAxes(of, x, y);
 }
 
 void _PCompTee::getPoints(std::vector<HxGePoint3D>& out) const {
@@ -248,12 +269,20 @@ std::uint16_t _PCompLatera::mapPointNo(std::uint16_t number) const {
     return mapped({0, 1, 2, 3}, number);
 }
 
+void _PCompCross::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
+    teeAxes(of, x, y);
+}
+
 void _PCompCross::getPoints(std::vector<HxGePoint3D>& out) const {
     appendPoints(out, entity, {0, 1, 2, 3, 4});
 }
 
 std::uint16_t _PCompCross::mapPointNo(std::uint16_t number) const {
     return mapped({0, 1, 2, 3, 4}, number);
+}
+
+void _PCompCross3::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
+    teeAxes(of, x, y);
 }
 
 void _PCompCross3::getPoints(std::vector<HxGePoint3D>& out) const {
@@ -276,13 +305,11 @@ HxGePoint3D _PCompEcc::getOrigin(Entity of) const {
 }
 
 HxGeVector3D _PCompEcc::getDirection(Entity of, bool atArrive) const {
-    const bool fromFirst = (flowAt(of, 1) == 1) == atArrive;
-    return fromFirst ? between(of, 1, 3) : between(of, 2, 4);
+    return pairedDirection(of, atArrive);
 }
 
 void _PCompEcc::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    out.push_back(getDirection(of, atArrive).normal());
-    out.push_back(getDirection(of, !atArrive).normal());
+    appendPairedDirections(out, of, atArrive);
 }
 
 void _PCompEcc::getPoints(std::vector<HxGePoint3D>& out) const {
@@ -299,6 +326,26 @@ void _PCompHose::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
     if (y.isParallelTo(x, nearlyParallel)) {
         y = x.perpVector();
     }
+}
+
+HxGePoint3D _PCompHose::getOrigin(Entity of) const {
+    return at(of, 1);
+}
+
+HxGeVector3D _PCompHose::getDirection(Entity of, bool atArrive) const {
+    return pairedDirection(of, atArrive);
+}
+
+void _PCompHose::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
+    appendPairedDirections(out, of, atArrive);
+}
+
+void _PCompHose::getPoints(std::vector<HxGePoint3D>& out) const {
+    appendPoints(out, entity, {1, 2, 3, 4});
+}
+
+std::uint16_t _PCompHose::mapPointNo(std::uint16_t number) const {
+    return mapped({noPort, 1, 2}, number);
 }
 
 // --------------------------------------------------------------------------------------------------- Y pieces, angles
@@ -338,12 +385,26 @@ void _PCompAngle::setArriveLeave(Entity of, const BranchItems*) {
 }
 
 std::uint16_t _PCompAngle::mapPointNo(std::uint16_t number) const {
-    return smrtln::isBend(entity) ? mapped({0, 5, noPort, 6}, number) : mapped({0, 1, noPort, 2}, number);
+    return anglePort(entity, number);
 }
 
 void _PCompArc::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
     x = between(of, 1, 0);
     y = across(x, between(of, 0, 3));
+}
+
+void _PCompArc::getPoints(std::vector<HxGePoint3D>& out) const {
+    appendPoints(out, entity, {0, 1, 3});
+}
+
+void _PCompArc::setArriveLeave(Entity of, const BranchItems*) {
+    const Ports ports = portsByFlow(of, 1, 3, {arrivePoint, leavePoint});
+    arrivePoint = ports.arrive;
+    leavePoint = ports.leave;
+}
+
+std::uint16_t _PCompArc::mapPointNo(std::uint16_t number) const {
+    return anglePort(entity, number);
 }
 
 std::uint16_t _PCompU::mapPointNo(std::uint16_t number) const {

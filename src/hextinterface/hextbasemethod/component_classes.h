@@ -43,7 +43,7 @@ public:
     std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
-class _PCompTee : public _PCompBase {
+class _PCompTee final : public _PCompBase {
 public:
     void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
     void buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const override;
@@ -60,7 +60,7 @@ public:
 };
 
 // An eccentric reducer pairs 1 with 3 and 2 with 4.
-class _PCompEcc : public _PCompBase {
+class _PCompEcc final : public _PCompBase {
 public:
     void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
     HxGePoint3D getOrigin(Entity entity) const override;
@@ -80,15 +80,18 @@ public:
     std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
-class _PCompCross : public _PCompTee {
+class _PCompCross final : public _PCompBase {
 public:
+    void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
     void buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const override;
     void getPoints(std::vector<HxGePoint3D>& out) const override;
     std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
-class _PCompCross3 final : public _PCompCross {
+class _PCompCross3 final : public _PCompBase {
 public:
+    void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
+    void buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const override;
     void getPoints(std::vector<HxGePoint3D>& out) const override;
     std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
@@ -98,30 +101,33 @@ public:
     std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
-class _PCompAngle : public _PCompBase {
+class _PCompAngle final : public _PCompBase {
 public:
     void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
     void buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const override;
     void getPoints(std::vector<HxGePoint3D>& out) const override;
     void setArriveLeave(Entity entity, const BranchItems* items) override;
     std::uint16_t mapPointNo(std::uint16_t number) const override;
-
-protected:
-    // The frame of an angle; gives the unit direction of the second arm.
-    HxGeVector3D angleFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const;
 };
 
-class _PCompArc final : public _PCompAngle {
+class _PCompArc final : public _PCompBase {
 public:
     void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
     void buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const override;
+    void getPoints(std::vector<HxGePoint3D>& out) const override;
+    void setArriveLeave(Entity entity, const BranchItems* items) override;
+    std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
-class _PCompHose final : public _PCompEcc {
+// A hose has four records and a frame of its own would want five: none is built.
+class _PCompHose final : public _PCompBase {
 public:
     void getAxes(Entity entity, HxGeVector3D& x, HxGeVector3D& y) const override;
-    // A hose has four records and its frame wants five: none is built.
-    void buildFrame(CataPoints&, HxGeVector3D&, HxGeVector3D&, HxGeVector3D&) const override {}
+    HxGePoint3D getOrigin(Entity entity) const override;
+    HxGeVector3D getDirection(Entity entity, bool atArrive) const override;
+    void getDirections(std::vector<HxGeVector3D>& out, Entity entity, bool atArrive) const override;
+    void getPoints(std::vector<HxGePoint3D>& out) const override;
+    std::uint16_t mapPointNo(std::uint16_t number) const override;
 };
 
 class _PCompBalloon final : public _PCompBase {

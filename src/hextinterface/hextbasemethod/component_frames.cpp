@@ -98,6 +98,41 @@ void straightFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVec
     checkFrame(points, x, y, z);
 }
 
+// Tees, and with a fourth arm crosses.
+void teeFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
+    setPaxi(points, 2, "X");
+    setPaxi(points, 1, "-X");
+    setPaxi(points, 3, "Y");
+    x = arm(points, 0, 2);
+    y = arm(points, 0, 3);
+    z = x.crossProduct(y);
+    normalise(x, y, z);
+    checkFrame(points, x, y, z);
+}
+
+void crossFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
+    if (hasRecords(points, 5)) {
+        setPaxi(points, 4, "-Y");
+        teeFrame(points, x, y, z);
+    }
+}
+
+// Angles and arcs; gives the unit direction of the second arm.
+HxGeVector3D angleFrame(const CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
+    x = arm(points, 1, 0);
+    HxGeVector3D w = arm(points, 0, 2);
+    z = x.crossProduct(w);
+    y = x.crossProduct(z);
+    normalise(x, y, z);
+    checkFrame(points, x, y, z);
+    w.normalize();
+    if (y.dotProduct(w) < 1e-6) {
+        z = -z;
+        y = x.crossProduct(z).normal();
+    }
+    return w;
+}
+
 }  // namespace
 
 void _PCompPipe::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
@@ -135,25 +170,17 @@ void _PCompNormal::getPoints(std::vector<HxGePoint3D>& out) const {
 }
 
 void _PCompTee::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 4)) {
-        return;
+    if (hasRecords(points, 4)) {
+        teeFrame(points, x, y, z);
     }
-    setPaxi(points, 2, "X");
-    setPaxi(points, 1, "-X");
-    setPaxi(points, 3, "Y");
-    x = arm(points, 0, 2);
-    y = arm(points, 0, 3);
-    z = x.crossProduct(y);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
 }
 
 void _PCompCross::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 5)) {
-        return;
-    }
-    _PCompTee::buildFrame(points, x, y, z);
-    setPaxi(points, 4, "-Y");
+    crossFrame(points, x, y, z);
+}
+
+void _PCompCross3::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
+    crossFrame(points, x, y, z);
 }
 
 void _PCompLatera::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
@@ -189,21 +216,6 @@ void _PCompY::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, H
     checkFrame(points, x, y, z);
     setPaxi(points, 2, angleWord(arm(points, 0, 2).normal(), x, y, true));
     setPaxi(points, 3, angleWord(w.normal(), x, y, true));
-}
-
-HxGeVector3D _PCompAngle::angleFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    x = arm(points, 1, 0);
-    HxGeVector3D w = arm(points, 0, 2);
-    z = x.crossProduct(w);
-    y = x.crossProduct(z);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
-    w.normalize();
-    if (y.dotProduct(w) < 1e-6) {
-        z = -z;
-        y = x.crossProduct(z).normal();
-    }
-    return w;
 }
 
 void _PCompAngle::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
