@@ -271,6 +271,8 @@ void showFailure(const char* text) {
 }  // namespace
 
 void hextout() {
+    // The packaging program of an earlier run may still be reading the files that this one replaces.
+    tolmar::waitForStartedPrograms();
     hextlog::exportLog().setTarget(fullPath(logPath).c_str(), false);
     deleteStaleFiles();
     ProgressScope progress;

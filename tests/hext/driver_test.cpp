@@ -45,6 +45,18 @@ TEST_F(Driver, ASecondRunInTheSameProcessWritesTheSameBytes) {
     }
 }
 
+// A slow packaging program, which a second run must not pull the files away from.
+TEST_F(Driver, ARunWaitsForThePackagingOfTheOneBefore) {
+    load(example());
+    const std::string script = "bin/v80-win32/HextPackage.sh";
+    std::string text = root.read(script);
+    const std::size_t work = text.find("find hext");
+    root.write(script, text.insert(work, "ls hext >../listed.$$\nsleep 0.3\nls hext | diff ../listed.$$ - >&2\n"));
+    hextout();
+    hextout();
+    EXPECT_TRUE(wasPackaged());
+}
+
 TEST_F(Driver, EveryConfigurationGivesAFolderThatHoldsTogether) {
     load(example());
     const std::string config = root.read("temp/hext/config.json");

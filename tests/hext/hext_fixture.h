@@ -18,10 +18,13 @@ protected:
         fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
                  fs::copy_options::recursive | fs::copy_options::overwrite_existing);
         usedColours().clear();
+        keepPackagingErrors();
     }
-    ~HextRunTest() override {
-        tolmar::waitForStartedPrograms();
-        destroyScriptHost();
+    ~HextRunTest() override { destroyScriptHost(); }
+    // Packaging that fails, or as much as prints a word, fails the test.
+    void TearDown() override {
+        EXPECT_EQ(tolmar::waitForStartedPrograms(), 0);
+        EXPECT_EQ(root.read(packagingErrors), "");
     }
 
     static std::string example() {
@@ -49,4 +52,14 @@ protected:
 
     TestRoot root;
     TestUi ui;
+
+private:
+    static constexpr const char* packagingErrors = "packaging-errors.txt";
+
+    void keepPackagingErrors() const {
+        const std::string script = "bin/v80-win32/HextPackage.sh";
+        std::string text = root.read(script);
+        const std::size_t secondLine = text.find('\n') + 1;
+        root.write(script, text.insert(secondLine, std::string("exec 2>>../../") + packagingErrors + "\n"));
+    }
 };

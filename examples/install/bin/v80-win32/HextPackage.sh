@@ -5,9 +5,10 @@ set -eu
 
 cd ../../temp
 archive=hext.tar
-trap 'rm -f "$archive.part"' EXIT
+part=$archive.$$.part
+trap 'rm -f "$part"' EXIT
 
 find hext -type f ! -name '.*' | LC_ALL=C sort |
-    tar --create --file "$archive.part" --files-from - --format ustar \
+    tar --create --file "$part" --files-from - --format ustar \
         --mtime @0 --owner 0 --group 0 --numeric-owner --mode u=rw,go=r
-mv "$archive.part" "$archive"
+mv "$part" "$archive"
