@@ -2,6 +2,7 @@
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, HEXTOUT and MAXOUT, each beside its yardsticks.
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, ORNAOUT and HEXTOUT, each beside its yardsticks.
 # Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, OBMOUT and HEXTOUT, each beside its yardsticks.
+# Builds the benchmarks and runs them: loading, names, the catalogue, scripts, the mesher, RVMOUT and HEXTOUT, each beside its yardsticks.
 # Generated plants and tables go to out/bench; docs/performance.md keeps the last table.
 #   bench/run.sh [OBJECTS]      size of the largest generated plant, default 1000000
 set -euo pipefail
@@ -20,6 +21,7 @@ small=out/bench/small.json
 for name in load names scripts mesher rvm hext max; do
 for name in load names scripts mesher rvm eem hext; do
 for name in load names scripts mesher rvm obm hext; do
+for name in load names catalogue scripts mesher rvm hext; do
     echo "== $name"
     case $name in
     load) arguments=("$small" "$plant") ;;
@@ -27,6 +29,7 @@ for name in load names scripts mesher rvm obm hext; do
     names | rvm) arguments=("$objects") ;;
     max) arguments=("$((objects / 10))") ;;
     names | rvm | eem) arguments=("$objects") ;;
+    names | catalogue | rvm) arguments=("$objects") ;;
     *) arguments=() ;;
     esac
     "$build/bin/bench_$name" "${arguments[@]}" | tee "out/bench/$name.txt" || echo "   (a goal was missed)"
