@@ -45,6 +45,10 @@ constexpr const char* staleFiles[] = {
     "temp/hext/Sitezone.txt",
     "temp/hext/TempSpecGenerator.txt",
     "temp/hext/axisline.txt",
+    // Tables that only a switch asks for; the list of them grows by appending.
+    "temp/hext/SpecSupportSpec.pmlmac",
+    "temp/hext/SpecAttachSpec.pmlmac",
+    "temp/hext/SpecExecute.mac.tpl",
 };
 
 std::string fullPath(const char* relative) {
@@ -138,8 +142,12 @@ private:
 
     bool writeSupportCatalogue() {
         collectSupports();
+        const bool withRows = configSupportSpec();
         for (const HxDbSupportModel* support : supports_) {
             catalogue_->writeAttachment(support);
+            if (withRows) {
+                catalogue_->writeSupport(support);
+            }
         }
         progress(40);
         clock_.line("创建支架库:");

@@ -35,13 +35,18 @@ TEST_F(Driver, WritesEveryFileAndAFolderThatHoldsTogether) {
 
 TEST_F(Driver, ASecondRunInTheSameProcessWritesTheSameBytes) {
     load(example());
-    hextout();
-    const Files first = files();
-    hextout();
-    const Files second = files();
-    ASSERT_EQ(first.size(), second.size());
-    for (const auto& [name, bytes] : first) {
-        EXPECT_TRUE(second.at(name) == bytes) << name;
+    for (const char* key : {"", "eqnoName", "supportSpec", "boltSpec"}) {
+        if (*key != '\0') {
+            switchOn(key);
+        }
+        hextout();
+        const Files first = files();
+        hextout();
+        const Files second = files();
+        ASSERT_EQ(first.size(), second.size()) << key;
+        for (const auto& [name, bytes] : first) {
+            EXPECT_TRUE(second.at(name) == bytes) << key << " " << name;
+        }
     }
 }
 
@@ -60,7 +65,7 @@ TEST_F(Driver, ARunWaitsForThePackagingOfTheOneBefore) {
 TEST_F(Driver, EveryConfigurationGivesAFolderThatHoldsTogether) {
     load(example());
     const std::string config = root.read("temp/hext/config.json");
-    for (const char* change : {R"("eqnoName": 1)", R"("equipPostName": 0)", R"("boltSpec": 1)"}) {
+    for (const char* change : {R"("eqnoName": 1)", R"("equipPostName": 0)", R"("boltSpec": 1)", R"("supportSpec": 1)"}) {
         std::string changed = config;
         const std::string key = std::string(change).substr(0, std::string(change).find(':'));
         const std::size_t at = changed.find(key);

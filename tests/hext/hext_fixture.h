@@ -44,6 +44,14 @@ protected:
         }
         return result;
     }
+    // Turns on a switch of the configuration that is off.
+    void switchOn(const std::string& key) const {
+        std::string config = root.read("temp/hext/config.json");
+        const std::string off = '"' + key + "\": 0";
+        const std::size_t at = config.find(off);
+        ASSERT_NE(at, std::string::npos) << key;
+        root.write("temp/hext/config.json", config.replace(at, off.size(), '"' + key + "\": 1"));
+    }
     static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
     bool wasPackaged() {
         tolmar::waitForStartedPrograms();

@@ -61,6 +61,20 @@ void connectBalloon(CataItem& item) {
     item.points[1].con = "OPEN";
 }
 
+// What a support hangs on; null when that is nothing, or no smart object.
+const HxDbSmrtlnEntity* attachedTo(const HxDbSupportModel* support) {
+    std::vector<HxDbObject*> connections;
+    support->getAllConnObject(connections);
+    return connections.empty() ? nullptr : HxDbSmrtlnEntity::cast(connections.front());
+}
+
+std::string nameOf(const HxDbSupportModel* support) {
+    const auto text = [](const char* t) { return std::string(t != nullptr ? t : ""); };
+    const HxDbSupportItem* item = support->getSupItem();
+    return text(item != nullptr ? item->getStan() : nullptr) + text(item != nullptr ? item->getType() : nullptr) +
+           text(support->getSupNo());
+}
+
 // The catalogue of the fixed bend: an empty geometry set, and two points whose bore is the first design parameter.
 constexpr std::string_view fixedBend[] = {
     "call !!ORNACataCreateCata('/CATA_FIX_BEND')",
@@ -371,9 +385,7 @@ bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
 }
 
 void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
-    std::vector<HxDbObject*> connections;
-    support->getAllConnObject(connections);
-    const HxDbSmrtlnEntity* connected = connections.empty() ? nullptr : HxDbSmrtlnEntity::cast(connections.front());
+    const HxDbSmrtlnEntity* connected = attachedTo(support);
     if (connected == nullptr) {
         return leaveOut(support, "attachment", "is connected to nothing");
     }
@@ -388,10 +400,7 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     item.hasGeometry = true;
     item.item = attachKind;
     item.scomName = scomName;
-    const HxDbSupportItem* supportItem = support->getSupItem();
-    const auto text = [](const char* t) { return std::string(t != nullptr ? t : ""); };
-    item.rtext = text(supportItem != nullptr ? supportItem->getStan() : nullptr) +
-                 text(supportItem != nullptr ? supportItem->getType() : nullptr) + text(support->getSupNo());
+    item.rtext = nameOf(support);
     item.stext = item.rtext;
     item.ttext = item.rtext;
     if (!writeEntry(item, attachKind)) {
@@ -406,6 +415,24 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     }
     if (item.sdteName != "Nulref" && isNew(item.sdteName)) {
         writeDetailText(stream_, item.categoryName, item.sdteName, {item.rtext, item.stext, item.ttext, item.skey});
+    }
+}
+
+void CataBuilder::writeSupport(const HxDbSupportModel* support) {
+    CataItem item;
+    item.scomName = names_.getScomName(support);
+    if (isNew(item.scomName)) {
+        requireOpen();
+        fillItem(item, support, names_, texts_);
+        writeEntry(item, componentLinkKind);
+    }
+    const HxDbSmrtlnEntity* connected = attachedTo(support);
+    if (connected == nullptr || !names_.isNameCreated(names_.getPointSetBaseName(connected))) {
+        return;
+    }
+    if (const std::string& text = names_.getPointSetDtName(connected); isNew(text)) {
+        const std::string name = nameOf(support);
+        writeDetailText(stream_, names_.getPointSetBaseName(connected), text, {name, name, name, " "});
     }
 }
 

@@ -26,6 +26,9 @@ public:
     // The entry of a support's attachment point. ExportException "管子没有建立ptse！" when the component that it is
     // attached to has no point set.
     void writeAttachment(const HxDbSupportModel* support);
+    // What the specification rows of a support and of its attachment point refer to beside that entry: the support's own
+    // component, and the detail text of the point set. Only a run that writes those rows needs it.
+    void writeSupport(const HxDbSupportModel* support);
     // The entries of nozzles; those with geometry join nozzlesWithSpec().
     void writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles);
     // Closes the file; false when something could not be written.
