@@ -169,6 +169,32 @@ TEST_F(CatalogueTest, EqualComponentsAnywhereGiveTheSameTextAndTheirSolidsReadBa
     }
 }
 
+// Against its reference vector and its insertion vector, which need not be square or of length 1.
+TEST_F(CatalogueTest, ABalloonStandsInTheFrameOfItsVectors) {
+    Random random(4);
+    for (int turn = 0; turn < 6; ++turn) {
+        const Placement place = turn == 0 ? Placement{{100, 200, 300}} : random.placement();
+        objects.clear();
+        std::string solids;
+        addFamily(solids, families[0], place);
+        add(11, "HxDbTubeModelSpec", std::string(R"("item":"TEE","smrtln":"Tee",)") + fourEnds,
+            {{0, {}}, {2, {}, 0, 10}}, "", place);
+        add(10, "HxDbBalloon", R"("item":"INST","specname":"S","minsul":"0")", {{1, {}, 0, 11}},
+            R"("refVec":)" + json(Point() + place.along({-3, 0, 0})) + R"(,"insVec":)" +
+                json(Point() + place.along({0, -2, 0})) + solids.substr(solids.find(R"(,"primitives")")),
+            place);
+        model.reset();
+        const CataText text(branchText({10}));
+        const std::vector<std::string> points = pointList(text);
+        ASSERT_EQ(points.size(), 4U);
+        EXPECT_EQ(points[0], "0  40.0 0.0 Y");
+        EXPECT_EQ(points[1], "1 OPEN 40.0 0.0 Y");
+        expectSame(text.solids().at(0), {"cylinder", {40}, {cylinderEnds[0], cylinderEnds[1]}}, "balloon");
+        const Point a = coneEnds[0];
+        expectSame(text.solids().at(1), {"cone", {80}, {a, coneEnds[1], a + (coneEnds[1] - a) * 0.25}}, "balloon");
+    }
+}
+
 // An axis that lies along a world axis in its own frame reads as a whole angle, however the component is turned.
 TEST_F(CatalogueTest, AnglesCarryNoNoise) {
     Random random(5);
@@ -246,6 +272,21 @@ TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {
     EXPECT_NE(pipe.find("-PT','2','FLG','(50.000000)','(+HEIGHT)','x')\n", tail), std::string::npos) << pipe;
     EXPECT_EQ(CataText(branchText({15})).calls("LCYL").size(), 0U);  // a hose by family alone has no frame
     EXPECT_TRUE(wasPassedOver(15, "its component has no local frame"));
+}
+
+// Points that no solid computed count as standing at the world's origin: a connection there gives them its end and
+// size.
+TEST_F(CatalogueTest, AConnectionAtTheWorldsOriginTouchesThePlainPoints) {
+    const auto pointsWith = [&](const char* keyPoint) {
+        objects.clear();
+        add(10, "HxDbTubeModelSpec", std::string(R"("item":"TEE","smrtln":"Tee",)") + fourEnds, families[0].points,
+            std::string(R"("keyPoints":[{"no":2,"at":)") + keyPoint + "}]");
+        model.reset();
+        return pointList(CataText(branchText({10})));
+    };
+    EXPECT_EQ(pointsWith("[0.009,0,0]"), (std::vector<std::string>{"0 SW 40.0 0.0 X", "1 SW 40.0 80.0 -X",
+                                                                   "2 SW 40.0 90.0 X", "3 SW 40.0 70.0 Y"}));
+    EXPECT_EQ(pointsWith("[0.011,0,0]"), families[0].expected);
 }
 
 TEST_F(CatalogueTest, AComponentWithoutFrameKeepsItsTreeAlone) {

@@ -456,6 +456,47 @@ TEST(Primitives, InALeftHandedFrameOnlyBoxesAndSaddlesRunTheOtherWay) {
     addRectangle(lowered.points, {0, 0, 20}, {100, 0, 0}, {0, 60, 0});
     addRectangle(lowered.points, {0, 0, 60}, {100, 0, 0}, {0, 60, 0});
     expectSame(CataText(translate(box, mirrored).text).solids().at(0), lowered, "box");
+    HextSaddle3D saddle;
+    saddle.point = mirrored.origin;
+    saddle.length = 150;
+    saddle.sectionLength = 80;
+    saddle.sectionHeight = 70;
+    saddle.circleRadius = 50;  // 20 deep
+    SolidShape turned{"extrusion", {50}, {}};
+    for (const Point& point : {Point(), Point(0, 0, -70), Point(0, 40, -50), Point(0, 80, -70), Point(0, 80, 0)}) {
+        turned.points.push_back(point);
+        turned.points.push_back(point - Vector(150, 0, 0));
+    }
+    expectSame(CataText(translate(saddle, mirrored).text).solids().at(0), turned, "saddle");
+}
+
+// Off the origin along its own axis, in each plane and either way round, words alone tell an eccentric cone; an axis in
+// no plane takes points.
+TEST(Primitives, AnEccentricConeOnItsAxisNeedsPointsOnlyOutsideThePlanes) {
+    const struct {
+        Vector axis;
+        Vector offset;
+        std::size_t points;
+    } courses[] = {{{1, 0, 0}, {0, 1, 0}, 0},          {{0, 0.6, 0.8}, {1, 0, 0}, 0},
+                   {{-0.6, 0, 0.8}, {0, -1, 0}, 0},    {{0, 1, 0}, {0.6, 0, -0.8}, 0},
+                   {{0.6, 0, 0.8}, {-0.8, 0, 0.6}, 0}, {{2 / 3., 2 / 3., 1 / 3.}, {1 / 3., -2 / 3., 2 / 3.}, 3}};
+    Random random(5);
+    for (const auto& [axis, offset, points] : courses) {
+        for (const bool reversed : {false, true}) {
+            const Placement p = random.placement();
+            const Point a = Point() + axis * 40;
+            const Point b = a + axis * 100 + offset * 25;
+            HextEcone3D cone;
+            cone.startPoint = p.at(reversed ? b : a);
+            cone.endPoint = p.at(reversed ? a : b);
+            cone.startDiameter = reversed ? 40 : 90;
+            cone.endDiameter = reversed ? 90 : 40;
+            cone.vect = p.along(offset);
+            const Translation t = translate(cone, p);
+            EXPECT_EQ(t.points.size(), points) << t.text;
+            expectSame(CataText(t.text).solids().at(0), coneShape(a, 90, b, 40), t.text);
+        }
+    }
 }
 
 std::string textOf(const HextPrimary& primitive, const std::string& refText = {}) {
@@ -519,6 +560,52 @@ TEST(Primitives, ASlopedCylinderTellsTheTiltOfTheEndThatIsCut) {
     EXPECT_NE(textOf(c).find("'(0.000000)','(" + tilt + ")','(0.000000)')"), std::string::npos) << textOf(c);
     c.vect = {0, -1, 0};
     EXPECT_NE(textOf(c).find("'(0.000000)','(0.000000)','(0.000000)','(0.000000)','(0.000000)')"), std::string::npos);
+}
+
+// Along Z the tilt in the plane of X and Z is told; that in the plane of Y and Z has no place in the line.
+TEST(Primitives, ASlopedCylinderAlongZTellsItsTiltTowardsX) {
+    HextScylinder3D c;
+    c.startPoint = {0, 0, 20};
+    c.endPoint = {0, 0, 90};
+    c.diameter = 8;
+    const std::string tilt = std::to_string(0.5 * 180 / tlGePi);
+    const std::string begin = "call !!ORNACataSSLC('Y90.000000Z','(70.000000)','8.000000',";
+    const std::string zero = "'(0.000000)','(0.000000)',";
+    c.vect = {std::sin(0.5), 0, std::cos(0.5)};
+    EXPECT_EQ(textOf(c), begin + zero + "'(0.000000)','(-" + tilt + ")','(20.000000)')\n");
+    std::swap(c.startPoint, c.endPoint);
+    c.vect = {std::sin(0.5), 0, -std::cos(0.5)};
+    EXPECT_EQ(textOf(c), begin + "'(0.000000)','(-" + std::to_string(180 - 0.5 * 180 / tlGePi) + ")'," + zero +
+                             "'(20.000000)')\n");
+    c.vect = {0, std::sin(0.5), std::cos(0.5)};
+    EXPECT_EQ(textOf(c), begin + zero + zero + "'(20.000000)')\n");
+}
+
+// Both halves of a transition stand at the end that is nearer to the origin; with that the round one, the frustum
+// begins with its square.
+TEST(Primitives, ATransitionBeginsAtTheEndNearerToTheOrigin) {
+    HextSqucir3D s;
+    s.topCenter = {0, 0, 60};
+    s.basePoint = {0, 0, 160};
+    s.baseNormal = {0, 0, -1};
+    s.xLength = 120;
+    s.yLength = 90;
+    s.topRadius = 30;
+    const double cut = 60 + (90 - 60) / 2.0;
+    const std::string side = std::to_string(cut / std::sqrt(2.0));
+    const Translation t = translate(s, {});
+    const CataText text(t.text);
+    EXPECT_EQ(text.calls("LSNO").at(0)->arguments,
+              (std::vector<std::string>{"P6", "P5", "(60.000000)", "(75.000000)", "(0.000000)", "(50.000000)",
+                                        "(50.000000)", "2"}));
+    EXPECT_EQ(text.calls("LPYR").at(0)->arguments,
+              (std::vector<std::string>{"P9", "P7", "P8", "(0.000000)", "(50.000000)", "90.000000", "120.000000", side,
+                                        side, "(0.000000)", "(0.000000)"}));
+    ASSERT_EQ(t.points.size(), 5U);
+    for (const CataPoint& point : t.points) {
+        EXPECT_TRUE(point.pos.isEqualTo({0, 0, 60})) << point.id;
+    }
+    EXPECT_TRUE(t.points[0].worldPoint.isEqualTo({0, 0, 160}));
 }
 
 TEST(Primitives, PointsOfBendsKnowTheirPlaceInThePlant) {
