@@ -65,7 +65,8 @@ TEST_F(Driver, ARunWaitsForThePackagingOfTheOneBefore) {
 TEST_F(Driver, EveryConfigurationGivesAFolderThatHoldsTogether) {
     load(example());
     const std::string config = root.read("temp/hext/config.json");
-    for (const char* change : {R"("eqnoName": 1)", R"("equipPostName": 0)", R"("boltSpec": 1)", R"("supportSpec": 1)"}) {
+    for (const char* change :
+         {R"("eqnoName": 1)", R"("equipPostName": 0)", R"("boltSpec": 1)", R"("supportSpec": 1)"}) {
         std::string changed = config;
         const std::string key = std::string(change).substr(0, std::string(change).find(':'));
         const std::size_t at = changed.find(key);
@@ -192,6 +193,39 @@ TEST_F(Driver, ACancelAtAnyProgressCallEndsTheRunQuietly) {
     }
     EXPECT_GT(cancelled, 5);
     EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
+    EXPECT_TRUE(files() == whole);
+}
+
+// Among the branches of pipe.txt: what stands is whole as far as it goes, and the files before it are whole.
+TEST_F(Driver, ACancelAmongThePipesKeepsWholeLines) {
+    load(example());
+    hextout();
+    const Files whole = files();
+    wasPackaged();
+    std::filesystem::remove(root.path() / "temp" / "hext.tar");
+    std::size_t longest = 0;
+    for (int at = 2;; at += 3) {
+        tolmar::runReport().clear();
+        ui.cancelStatus = "创建管线模型......";
+        ui.cancelAsked = 0;
+        ui.cancelAt = at;
+        hextout();
+        ui.cancelAt = 0;
+        if (outcome() != tolmar::RunOutcome::Cancelled) {
+            break;
+        }
+        EXPECT_TRUE(ui.boxes.empty());
+        EXPECT_FALSE(wasPackaged());
+        const Files written = files();
+        const std::string& pipes = written.at("pipe.txt");
+        EXPECT_EQ(pipes, whole.at("pipe.txt").substr(0, pipes.size())) << at;
+        EXPECT_TRUE(pipes.empty() || pipes.ends_with("\r\n")) << at;
+        longest = std::max(longest, pipes.size());
+        for (const char* name : {"cata.txt", "uda.txt", "PipeCompSpecGenerator.txt", "equip.txt", "sitezone.txt"}) {
+            EXPECT_TRUE(written.at(name) == whole.at(name)) << at << " " << name;
+        }
+    }
+    EXPECT_GT(longest, whole.at("pipe.txt").size() / 2);
     EXPECT_TRUE(files() == whole);
 }
 

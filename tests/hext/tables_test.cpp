@@ -169,6 +169,22 @@ TEST_F(Tables, OfGeneratedPlantsReferToWhatIsThere) {
     }
 }
 
+// The specification of the bolts is that of the components, and they are known by another text in the catalogue.
+TEST_F(Tables, OfBoltsFitBothTheCatalogueAndTheComponents) {
+    std::string plant = example();
+    const std::string own = R"("boltSpec": "M20x80")";
+    const std::size_t at = plant.find(own);
+    ASSERT_NE(at, std::string::npos);
+    load(plant.replace(at, own.size(), R"("boltSpec": "A1B")"));
+    switchOn("boltSpec");
+    hextout();
+    const SpecTables tables(files());
+    EXPECT_EQ(joined(tables.findings), "");
+    const std::string specs = root.read("temp/hext/PipeCompSpecGenerator.txt");
+    EXPECT_NE(specs.find("BSPEC /BOLT_A1B\r\nBLTMETHOD 'NEW'\r\n"), std::string::npos);
+    EXPECT_NE(root.read("temp/hext/BoltSpec.txt").find("NEW SPECIFICATION /BOLT_A1B"), std::string::npos);
+}
+
 // The reader finds what is wrong: a folder with one kind of fault each.
 TEST_F(Tables, AreReadWithOpenEyes) {
     load(example());

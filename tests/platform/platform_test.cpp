@@ -5,6 +5,8 @@
 #include "platform/tree_walker.h"
 #include "support/test_support.h"
 
+#include <set>
+
 namespace {
 
 HxDbSmrtlnEntity* smart(std::int64_t id) {
@@ -56,6 +58,30 @@ TEST(BomValue, TheCacheKeepsWhatItSawUntilCleared) {
     EXPECT_EQ(getBomValue(smart(2), "a"), "old");
     clearBomCache();
     EXPECT_EQ(getBomValue(smart(2), "a"), "new");
+}
+
+// Ids in a row, far apart, in steps that fit the tables badly, and the largest there are.
+TEST(BomValue, TheCacheTellsObjectsOfAnyIdsApart) {
+    std::set<std::int64_t> ids;
+    for (std::int64_t i = 1; i <= 1500; ++i) {
+        ids.insert({1 + i, 4096 * i, (i << 20) + 7, i * i * i * 1000003, 9007199254740990 - (i << 30)});
+    }
+    std::string objects;
+    for (const std::int64_t id : ids) {
+        const std::string number = std::to_string(id);
+        objects += (objects.empty() ? R"({"id":)" : R"(,{"id":)") + number + R"(,"class":"HxDbTubeModelSpec","node":)" +
+                   std::to_string(100000000000 + 7 * id % 100000000000) + R"(,"attrs":{"tag":")" + number + R"("}})";
+    }
+    TestModel model(TestModel::withObjects(objects));
+    const auto readAll = [&](auto from, auto to) {
+        for (; from != to; ++from) {
+            ASSERT_EQ(getBomValue(smart(*from), "tag"), std::to_string(*from));
+        }
+    };
+    readAll(ids.begin(), ids.end());
+    readAll(ids.rbegin(), ids.rend());
+    clearBomCache();
+    readAll(ids.rbegin(), ids.rend());
 }
 
 TEST(Numbers, ReadAsTheCLibraryReadsThem) {

@@ -48,7 +48,8 @@ private:
     plant::LoadResult result_;
 };
 
-// Listens to the host; plays a user through `onForm`. Cancels at progress change number `cancelAt`, counted from 1.
+// Listens to the host; plays a user through `onForm`. Cancels at progress change number `cancelAt`, counted from 1;
+// once `cancelStatus` is set, only changes under that status text count.
 class TestUi : public tolmar::HostUi {
 public:
     TestUi() { tolmar::setHostUi(this); }
@@ -71,7 +72,10 @@ public:
         progress = state;
         ++progressChanges;
     }
-    bool cancelRequested() override { return cancelAt != 0 && ++cancelAsked >= cancelAt; }
+    bool cancelRequested() override {
+        const bool counts = cancelStatus.empty() || progress.text == cancelStatus;
+        return cancelAt != 0 && counts && ++cancelAsked >= cancelAt;
+    }
 
     static OrnLogicTree& treeOf(OrnLogicForm& form) {
         for (OrnLogicControl* control : form.controls()) {
@@ -101,6 +105,7 @@ public:
     tolmar::ProgressState progress;
     int progressChanges = 0;
     int cancelAt = 0;
+    std::string cancelStatus;
     int cancelAsked = 0;
 };
 

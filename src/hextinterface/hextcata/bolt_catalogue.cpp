@@ -98,6 +98,11 @@ FlangeData readFlangeData(const HxDbFlan2BoltNut* record) {
     return flange;
 }
 
+std::string boltSpecOf(const HxDbFlan2BoltNut* record) {
+    const HextBolt* bolt = record->getBolt();
+    return textOf(bolt != nullptr ? bolt->getBoltSpec() : nullptr);
+}
+
 int boltDiameter(const BoltData&) {
     return 2;
 }
@@ -178,6 +183,11 @@ void BoltCatalogue::writeSet(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEn
     writePoints(out, set, flange, bolt);
     writeCategoryOf(out, flange, bolt, nut);
     writeItem(out, flange, bolt, nut);
+    if (withRows_) {
+        flange.spec = boltSpecOf(boltSet->getFlanIdx());
+        writeCategoryOf(out, flange, bolt, nut);
+        writeItem(out, flange, bolt, nut);
+    }
 }
 
 void BoltCatalogue::writePoints(CataStream& out, const std::string& set, const FlangeData& flange,

@@ -30,6 +30,8 @@ struct BoltData {
 bool readBoltData(const HxDbBoltNutModel* boltSet, BoltData& bolt, BoltData& nut);
 // The flange record, but for `spec` and `unit`, which differ between catalogue and specification.
 FlangeData readFlangeData(const HxDbFlan2BoltNut* record);
+// The specification that the bolts of a flange record stand in; empty without one.
+std::string boltSpecOf(const HxDbFlan2BoltNut* record);
 // The bolt diameter of every part.
 int boltDiameter(const BoltData& part);
 // A template with its variables in angle brackets replaced; an unknown one gives nothing.
@@ -37,7 +39,10 @@ std::string expandTemplate(std::string_view text, const BoltData& part);
 
 class BoltCatalogue {
 public:
-    BoltCatalogue(NameManager& names, const ConfigTexts& templates) : names_(names), templates_(templates) {}
+    // `withRows`: the run writes bolt specifications, whose rows name texts and items by the bolts' specification; they
+    // are written beside those by the bolts' size.
+    BoltCatalogue(NameManager& names, const ConfigTexts& templates, bool withRows)
+        : names_(names), templates_(templates), withRows_(withRows) {}
     // All bolt lines for the object that carries the bolt set.
     void write(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntity* object, CataStream& out);
 
@@ -53,5 +58,6 @@ private:
 
     NameManager& names_;
     const ConfigTexts& templates_;
+    bool withRows_;
     std::vector<std::string> references_;
 };

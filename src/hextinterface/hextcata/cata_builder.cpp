@@ -109,13 +109,14 @@ constexpr std::string_view insulationSection = "SECT_INSU_ORNA";
 }  // namespace
 
 CataBuilder::CataBuilder(std::string_view folder, NameManager& names)
-    : names_(names), texts_(ConfigTexts::detailTexts()), boltTexts_(ConfigTexts::boltTexts()) {
+    : names_(names), texts_(ConfigTexts::detailTexts()), boltTexts_(ConfigTexts::boltTexts()),
+      withBoltRows_(configBoltSpec()) {
     stream_.openCataFile(folder);
 }
 
 CataBuilder::CataBuilder(CataStream stream, NameManager& names)
     : stream_(std::move(stream)), names_(names), texts_(ConfigTexts::detailTexts()),
-      boltTexts_(ConfigTexts::boltTexts()) {}
+      boltTexts_(ConfigTexts::boltTexts()), withBoltRows_(configBoltSpec()) {}
 
 bool CataBuilder::isNew(std::string_view name) {
     if (names_.isNameCreated(name)) {
@@ -349,7 +350,7 @@ void CataBuilder::writeBolts(const HxDbSmrtlnEntity* object) {
         return;
     }
     bolted_.push_back(bolts);
-    BoltCatalogue(names_, boltTexts_).write(bolts, object, stream_);
+    BoltCatalogue(names_, boltTexts_, withBoltRows_).write(bolts, object, stream_);
 }
 
 // ------------------------------------------------------------------------------- nozzles, attachments, insulation

@@ -26,8 +26,8 @@ public:
     // The entry of a support's attachment point. ExportException "管子没有建立ptse！" when the component that it is
     // attached to has no point set.
     void writeAttachment(const HxDbSupportModel* support);
-    // What the specification rows of a support and of its attachment point refer to beside that entry: the support's own
-    // component, and the detail text of the point set. Only a run that writes those rows needs it.
+    // What the specification rows of a support and of its attachment point refer to beside that entry: the support's
+    // own component, and the detail text of the point set. Only a run that writes those rows needs it.
     void writeSupport(const HxDbSupportModel* support);
     // The entries of nozzles; those with geometry join nozzlesWithSpec().
     void writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles);
@@ -62,6 +62,7 @@ private:
     NameManager& names_;
     ConfigTexts texts_;
     ConfigTexts boltTexts_;
+    bool withBoltRows_;
     std::vector<HxDbSmrtlnEntity*> insulated_;
     std::vector<HxDbBoltNutModel*> bolted_;
 };

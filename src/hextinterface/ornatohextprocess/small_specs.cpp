@@ -232,8 +232,7 @@ void BoltSpecWriter::collect(const HxDbBoltNutModel* boltSet) {
     const HxDbFlan2BoltNut* record = boltSet->getFlanIdx();
     FlangeData flange = readFlangeData(record);
     flange.unit = text(record->getFlanUnit());
-    const HextBolt* part = record->getBolt();
-    flange.spec = text(part != nullptr ? part->getBoltSpec() : nullptr);
+    flange.spec = boltSpecOf(record);
     add(flange, bolt);
     add(flange, nut);
 }
