@@ -92,6 +92,39 @@ TEST_F(Driver, GeneratedPlantsGiveFoldersThatHoldTogether) {
     }
 }
 
+// The branches of the example keep their components, their bends and one line for each weld; in any plant only a weld
+// that touches nothing it can take an axis from costs its branch.
+TEST_F(Driver, ExportingWeldsAddsThemToTheirBranches) {
+    const auto linesWith = [&](const char* word, bool having) {
+        std::istringstream lines(root.read("temp/hext/pipe.txt"));
+        std::size_t count = 0;
+        for (std::string line; std::getline(lines, line);) {
+            count += line.starts_with("!!ORNAPipeCreate") && (line.find(word) != std::string::npos) == having;
+        }
+        return count;
+    };
+    load(example());
+    hextout();
+    const std::size_t others = linesWith("('WELD',", false);
+    EXPECT_EQ(linesWith("('WELD',", true), 0U);
+    root.write("plugins/nvoutplugins.ini", "[Control]\noutWeld=1\n");
+    hextout();
+    EXPECT_TRUE(tolmar::runReport().passed().empty());
+    EXPECT_EQ(linesWith("('WELD',", false), others);
+    EXPECT_EQ(linesWith("('WELD',", true), 36U);
+    EXPECT_TRUE(HextFolder::check(root.path() / "temp" / "hext").empty());
+    for (const std::uint64_t seed : {4, 5}) {
+        load(plant::generateModelText({.objects = 3000, .seed = seed}));
+        tolmar::runReport().clear();
+        hextout();
+        for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
+            EXPECT_EQ(row.what + ": " + row.why, "branch: 无效方向") << seed << " " << row.id;
+        }
+        EXPECT_GT(linesWith("('WELD',", true), 100U) << seed;
+        EXPECT_TRUE(HextFolder::check(root.path() / "temp" / "hext").empty());
+    }
+}
+
 TEST_F(Driver, EquipmentAloneWritesNoPipesAndIsPackaged) {
     load(example());
     ui.onForm = [](OrnLogicForm& form) {
