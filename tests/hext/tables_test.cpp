@@ -2,6 +2,8 @@
 #include "hext_fixture.h"
 #include "spec_tables.h"
 
+#include "../../apps/tessaro/checkers/hext_folder.h"
+
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "platform/hxcom.h"
 #include "platform/model_tests.h"
@@ -166,6 +168,7 @@ TEST_F(Tables, OfGeneratedPlantsReferToWhatIsThere) {
         const SpecTables tables(files());
         EXPECT_EQ(joined(tables.findings), "") << seed;
         EXPECT_GT(compareBores(tables, root.read("temp/hext/pipe.txt")), 300U) << seed;
+        EXPECT_EQ(joined(HextFolder::check(root.path() / "temp" / "hext")), "") << seed;
     }
 }
 
