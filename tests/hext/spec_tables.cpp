@@ -84,16 +84,15 @@ void SpecTables::readTable(const std::string& file, const std::string& text) {
     std::string specification;
     std::vector<std::string> columns;
     const std::vector<std::string> lines = linesOf(text);
-    static std::size_t block = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const std::size_t name = lines[i].find("SPECIFICATION /");
         if (name == 4) {
             specification = lines[i].substr(name + 15);
         } else if (lines[i] == "HEADING" && i + 1 < lines.size()) {
             columns = cellsOf(lines[++i]);
-            ++block;
+            ++blocks_;
         } else if (lines[i].find(" */") != std::string::npos) {
-            addRow(specification, {file + ":" + std::to_string(i + 1), "", {}, block}, columns, lines[i]);
+            addRow(specification, {file + ":" + std::to_string(i + 1), "", {}, blocks_}, columns, lines[i]);
         }
     }
 }

@@ -33,4 +33,5 @@ private:
     std::map<std::string, std::string> kinds_;       // elements of the catalogue with the column that may name them
     std::map<std::string, std::string> rowPlaces_;   // rows by name
     std::map<std::string, std::string> attributes_;  // user attributes
+    std::size_t blocks_ = 0;
 };
