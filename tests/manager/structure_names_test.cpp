@@ -1,3 +1,4 @@
+#include "hextinterface/manager/name_state.h"
 #include "manager/name_fixture.h"
 #include "tolmar/color.h"
 
@@ -168,6 +169,26 @@ TEST_F(BranchTest, StopsMeetNothingAsLongAsThePlatformTellsNothing) {
     EXPECT_FALSE(names.matchTubeStop(at(12), branch));
     EXPECT_FALSE(names.matchTubeStop(at(13), branch));
     EXPECT_EQ(branch, "kept");
+}
+
+// A matching pair, and pairs that differ in one thing each.
+TEST(BranchStops, MeetAsTheTwoEndsOfOnePlace) {
+    const naming::BranchStop head{7, 1, "CW", {100, 200, 300}, {1, 0, 0}};
+    naming::BranchStop tail{7, 2, "CW", {100, 200, 300.0009}, {-2, 0, 0}};
+    EXPECT_TRUE(naming::meets(head, tail));
+    EXPECT_TRUE(naming::meets(tail, head));
+    EXPECT_FALSE(naming::meets(head, head));
+    const auto without = [&](auto change) {
+        naming::BranchStop other = tail;
+        change(other);
+        return naming::meets(head, other) || naming::meets(other, head);
+    };
+    EXPECT_FALSE(without([](auto& stop) { stop.number = 8; }));
+    EXPECT_FALSE(without([](auto& stop) { stop.endTag = 0; }));
+    EXPECT_FALSE(without([](auto& stop) { stop.text = "cw"; }));
+    EXPECT_FALSE(without([](auto& stop) { stop.position.z = 300.0011; }));
+    EXPECT_FALSE(without([](auto& stop) { stop.direction = {1, 0.1, 0}; }));
+    EXPECT_FALSE(naming::meets({}, {}));
 }
 
 TEST_F(BranchTest, MembersAreCountedByBranchAndType) {
