@@ -1,8 +1,8 @@
 // The four functions that the module exports. No exception leaves them.
-#include "exports/max_command.h"
-#include "exports/xdb_export.h"
 #include "exports/eem_command.h"
+#include "exports/max_command.h"
 #include "exports/obm_command.h"
+#include "exports/xdb_export.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
@@ -37,11 +37,6 @@ void guarded() {
 void refuse(const char* command) {
     hxcad::hextPrintf("\n%s is not part of this version", command);
     runReport().ended(RunOutcome::Refused, std::string(command) + " is not part of this version");
-}
-void obmout() {
-    refuse("OBMOUT");
-void ornaout() {
-    refuse("ORNAOUT");
 }
 void nvout() {
     refuse("NVOUT");
