@@ -65,9 +65,9 @@ TEST(Serial, SolidsAndSurfacesHaveABoundary) {
     EXPECT_TRUE(isManifold(plainMesh(mesh)));
     const Read<TlDbSurface> surface(with(R"({"type":"surface","color":9,"colors":[1,2],"primitive":)", sphere));
     ASSERT_TRUE(surface && surface->body() != nullptr);
-    EXPECT_EQ(surface->subentColor(1, 2).colorIndex(), 2);
-    EXPECT_EQ(surface->subentColor(1, 3).colorIndex(), 9);
-    EXPECT_EQ(surface->subentColor(2, 1).colorIndex(), 9);
+    EXPECT_EQ(surface->subentColor(1, 9).colorIndex(), 2);
+    EXPECT_EQ(surface->subentColor(1, 13).colorIndex(), 9);
+    EXPECT_EQ(surface->subentColor(2, 5).colorIndex(), 9);
     // A parametric entity is made whatever its sizes; a solid is not.
     const std::string flat = R"({"type":"HextSphere3D","center":[1,2,3],"radius":0})";
     const Read<ORNACadPrimary3D> parametric(with(R"({"type":"parametric","gsFlags":65536,"primitive":)", flat));
