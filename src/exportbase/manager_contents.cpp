@@ -23,8 +23,9 @@ void reportOwnObject(const HxDbObject* object) {
 // Gathers the objects below a node by the nearest manager above each. No recursion, and no node twice.
 class ContentWalk {
 public:
-    ContentWalk(HxDbObject* manager, const std::function<bool(const HxDbTreeNode*)>& isSelected)
-        : isSelected_(isSelected), dropsOwn_(dropsOwnNode(manager)), parts_{{manager->objectId(), {}}} {}
+    ContentWalk(HxDbObject* manager, const HxDbTreeNode* node,
+                const std::function<bool(const HxDbTreeNode*)>& isSelected)
+        : isSelected_(isSelected), dropsOwn_(dropsOwnNode(manager)), parts_{{manager->objectId(), {}, node}} {}
 
     std::vector<ContentPart> run(HxDbTreeNode* node) {
         std::vector<Place> open{{node->getSon(), 0}};
@@ -67,7 +68,7 @@ private:
         if (!isSelected_(node)) {
             return leftOut;
         }
-        parts_.push_back({object->objectId(), {}});
+        parts_.push_back({object->objectId(), {}, node});
         return parts_.size() - 1;
     }
 
@@ -81,10 +82,10 @@ private:
 
 std::vector<ContentPart> managerContents(HxDbObject* manager, HxDbTreeNode* node,
                                          const std::function<bool(const HxDbTreeNode*)>& isSelected) {
-    std::vector<ContentPart> whole{{manager->objectId(), {}}};
+    std::vector<ContentPart> whole{{manager->objectId(), {}, node}};
     std::vector<HxDbObject*>& all = whole.front().objects;
     getAllSubObjects(node, all, nullptr);
     const bool isPlain = std::none_of(all.begin(), all.end(),
                                       [](const HxDbObject* object) { return object->isKindOf(HextNameNode::desc()); });
-    return isPlain ? whole : ContentWalk(manager, isSelected).run(node);
+    return isPlain ? whole : ContentWalk(manager, node, isSelected).run(node);
 }

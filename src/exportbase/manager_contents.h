@@ -6,10 +6,11 @@
 #include <functional>
 #include <vector>
 
-// Objects that go out together, headed by the attributes of `id`.
+// Objects that go out together, headed by the attributes of `id`, whose tree node is `node`.
 struct ContentPart {
     HxDbObjectId id;
     std::vector<HxDbObject*> objects;
+    const HxDbTreeNode* node = nullptr;
 };
 
 // A manager without managers below it is one part with every object below its node. Otherwise its own node and each
