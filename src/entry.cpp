@@ -6,6 +6,7 @@
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
+#include "navisworks/nvout_command.h"
 #include "platform/hxcom.h"
 #include "rvm/rvm_command.h"
 #include "tolmar/paths.h"
