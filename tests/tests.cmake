@@ -29,6 +29,13 @@ if(TARGET test_obm)
     set_tests_properties(packages_judged PROPERTIES FIXTURES_REQUIRED judged_packages)
   endif()
 endif()
+tessaro_test(navisworks ${SHARED_ROOMS} room_navisworks)
+# The program's reader of scenes reads back what the tests write.
+if(TARGET test_navisworks)
+  file(GLOB scene_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/gltf_*.cpp)
+  target_sources(test_navisworks PRIVATE ${scene_reader})
+  target_link_libraries(test_navisworks PRIVATE nwcreate simdjson::simdjson PkgConfig::CJSON)
+endif()
 tessaro_test(mesher)
 # The exports' forms of the mesher, without the rest of their room.
 if(TARGET test_mesher)
