@@ -29,21 +29,22 @@ LiNwcStatus inSection(const char* call, LiNwcGeometryStream stream, Body&& body)
     });
 }
 
-LiNwcStatus addVertex(const char* call, LiNwcGeometryStream stream, std::vector<double> Section::*list,
-                      const Vec3& point) noexcept {
+// The checked and growing way of a vertex or index, kept apart from the short one.
+[[gnu::noinline]] LiNwcStatus addVertex(const char* call, LiNwcGeometryStream stream, NumberList<double> Section::*list,
+                                        const Vec3& point) noexcept {
     return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
         const Vec3 image = record.isMoved ? transformed(record.transform, point) : point;
-        std::vector<double>& vertices = record.section.*list;
-        vertices.insert(vertices.end(), image.begin(), image.end());
+        (record.section.*list).append(image);
         return LI_NWC_OK;
     });
 }
 
-LiNwcStatus addIndex(const char* call, LiNwcGeometryStream stream, std::vector<std::uint32_t> Section::*list,
-                     int index) noexcept {
+[[gnu::noinline]] LiNwcStatus addIndex(const char* call, LiNwcGeometryStream stream,
+                                       NumberList<std::uint32_t> Section::*list, int index) noexcept {
     return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
         // A negative index becomes one that names no vertex.
-        (record.section.*list).push_back(static_cast<std::uint32_t>(index));
+        const auto number = static_cast<std::uint32_t>(index);
+        (record.section.*list).append({&number, 1});
         return LI_NWC_OK;
     });
 }
@@ -85,6 +86,7 @@ LiNwcStatus LiNwcGeometryCloseStream(LiNwcGeometry geometry, LiNwcGeometryStream
             return badHandle(call);
         }
         const bool isWhole = !record.isInSection;
+        forgetOpenSection(record);
         node->record.stream = noSlot;
         StreamSlot& slot = *lib.streams.find(stream);
         lib.streams.release(slot);
@@ -105,6 +107,7 @@ LiNwcStatus LiNwcGeometryStreamBegin(LiNwcGeometryStream stream, int flags) {
         record.section.clear();
         record.isInSection = true;
         record.takesColor = (flags & LI_NWC_HAS_COLOR) != 0;
+        openSection = {stream, &record};
         return LI_NWC_OK;
     });
 }
@@ -116,6 +119,7 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
             return badOrder(call, "there is no section to end, or a text in it is not ended");
         }
         record.isInSection = false;
+        forgetOpenSection(record);
         if (const char* fault = faultOf(record.section)) {
             return badValue(call, fault);
         }
@@ -129,10 +133,26 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
 }
 
 LiNwcStatus LiNwcGeometryStreamIndexedVertex(LiNwcGeometryStream stream, double x, double y, double z) {
+    if (stream == openSection.stream && stream != nullptr && !openSection.record->isMoved) {
+        NumberList<double>& vertices = openSection.record->section.vertices;
+        if (vertices.room() >= 3) {
+            vertices.put(x);
+            vertices.put(y);
+            vertices.put(z);
+            return LI_NWC_OK;
+        }
+    }
     return addVertex(__func__, stream, &Section::vertices, {x, y, z});
 }
 
 LiNwcStatus LiNwcGeometryStreamTriangleIndex(LiNwcGeometryStream stream, int index) {
+    if (stream == openSection.stream && stream != nullptr) {
+        NumberList<std::uint32_t>& triangles = openSection.record->section.triangles;
+        if (triangles.room() > 0) {
+            triangles.put(static_cast<std::uint32_t>(index));
+            return LI_NWC_OK;
+        }
+    }
     return addIndex(__func__, stream, &Section::triangles, index);
 }
 

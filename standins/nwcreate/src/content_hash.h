@@ -15,16 +15,31 @@ inline std::uint64_t mixed(std::uint64_t value) {
     return value;
 }
 
+inline std::uint64_t wordAt(const char* from) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, from, sizeof word);
+    return word;
+}
+
+// Four lanes, so that no multiplication waits for the one before.
 inline std::uint64_t contentHash(std::string_view bytes, std::uint64_t seed) {
-    std::uint64_t hash = seed + bytes.size();
-    while (bytes.size() >= sizeof(std::uint64_t)) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes.data(), sizeof word);
-        hash = mixed(hash ^ word) * 0x9E3779B97F4A7C15U;
-        bytes.remove_prefix(sizeof word);
+    constexpr std::size_t lanes = 4;
+    constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
+    std::uint64_t lane[lanes] = {seed + bytes.size(), 0x2545F4914F6CDD1DU, 0xD6E8FEB86659FD93U, factor};
+    const char* at = bytes.data();
+    std::size_t left = bytes.size();
+    for (; left >= sizeof lane; left -= sizeof lane, at += sizeof lane) {
+        for (std::size_t i = 0; i < lanes; ++i) {
+            lane[i] = (lane[i] ^ wordAt(at + i * sizeof(std::uint64_t))) * factor;
+            lane[i] ^= lane[i] >> 29U;
+        }
+    }
+    std::uint64_t hash = mixed(mixed(mixed(lane[0]) + lane[1]) + lane[2]) + lane[3];
+    for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t), at += sizeof(std::uint64_t)) {
+        hash = mixed(hash ^ wordAt(at)) * factor;
     }
     std::uint64_t rest = 0;
-    std::memcpy(&rest, bytes.data(), bytes.size());
+    std::memcpy(&rest, at, left);
     return mixed(hash ^ rest);
 }
 

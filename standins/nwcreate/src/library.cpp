@@ -32,7 +32,10 @@ std::uint64_t Library::live() {
     return count;
 }
 
+OpenSection openSection;
+
 void Library::reset() {
+    openSection = {};
     forEachTable([](auto& table) { table.clear(); });
     current = nullptr;
 }

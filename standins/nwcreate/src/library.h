@@ -52,6 +52,19 @@ struct Library {
 
 Library& library();
 
+// The stream whose section is open, so that vertices and indices find it by one compare; null when none is. Set by
+// Begin; End, the stream's close and its geometry's end take it back.
+struct OpenSection {
+    LiNwcGeometryStream stream = nullptr;
+    StreamRecord* record = nullptr;
+};
+extern OpenSection openSection;
+inline void forgetOpenSection(const StreamRecord& record) {
+    if (openSection.record == &record) {
+        openSection = {};
+    }
+}
+
 // Tell the error handler and give the status back. `call` is the name of the function that the caller called.
 LiNwcStatus badHandle(const char* call);
 LiNwcStatus badOrder(const char* call, std::string_view why);

@@ -17,7 +17,9 @@ void releaseAttributes(Library& lib, NodeRecord& node) {
 
 void cutStream(Library& lib, const NodeRecord& node) {
     if (node.stream != noSlot) {
-        lib.streams.at(node.stream).record.geometry = noSlot;
+        StreamRecord& record = lib.streams.at(node.stream).record;
+        record.geometry = noSlot;
+        forgetOpenSection(record);
     }
 }
 

@@ -34,8 +34,8 @@ Vec3 acrossOf(const Vec3& normal) {
     return across * (1.0 / length(across));
 }
 
-void put(std::vector<double>& to, const Vec3& point) {
-    to.insert(to.end(), point.begin(), point.end());
+void put(NumberList<double>& to, const Vec3& point) {
+    to.append(point);
 }
 
 // Adding and taking away this rounds to whole numbers.
@@ -57,7 +57,7 @@ std::vector<float>& localPositions(const double* first, std::size_t count, const
     return local;
 }
 
-bool isCountingUp(const std::vector<std::uint32_t>& indices) {
+bool isCountingUp(std::span<const std::uint32_t> indices) {
     for (std::size_t i = 0; i < indices.size(); ++i) {
         if (indices[i] != i) {
             return false;
@@ -66,7 +66,7 @@ bool isCountingUp(const std::vector<std::uint32_t>& indices) {
     return true;
 }
 
-bool areBelow(const std::vector<std::uint32_t>& indices, std::size_t count) {
+bool areBelow(std::span<const std::uint32_t> indices, std::size_t count) {
     std::uint32_t most = 0;
     for (const std::uint32_t index : indices) {
         most = std::max(most, index);

@@ -1,6 +1,7 @@
 // One section of a geometry stream: what stands between Begin and End, until it becomes pieces of a shape.
 #pragma once
 
+#include "number_list.h"
 #include "scene_store.h"
 #include "vectors.h"
 
@@ -18,11 +19,11 @@ struct TextStyle {
 
 // Positions are flat lists, three numbers a vertex.
 struct Section {
-    std::vector<double> vertices;
-    std::vector<std::uint32_t> triangles;
-    std::vector<double> stripVertices;
-    std::vector<std::uint32_t> strip;
-    std::vector<double> loopVertices;
+    NumberList<double> vertices;
+    NumberList<std::uint32_t> triangles;
+    NumberList<double> stripVertices;
+    NumberList<std::uint32_t> strip;
+    NumberList<double> loopVertices;
     std::vector<std::size_t> loopEnds;  // in loopVertices
     std::string texts;                  // JSON objects, separated by commas
     const char* fault = nullptr;        // of a circle or text

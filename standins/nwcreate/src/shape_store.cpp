@@ -23,6 +23,11 @@ constexpr std::uint64_t vertexSize = 12;
 // The index 0xFFFF has a meaning of its own for some graphic systems.
 constexpr std::size_t mostShortVertices = 0xFFFF;
 
+// Of the bytes kept in memory.
+constexpr std::size_t blockSize = std::size_t{1} << 20U;
+constexpr std::size_t mostBlocks = 16;
+constexpr std::size_t mostOfOne = std::size_t{1} << 16U;
+
 bool isShort(std::size_t vertexCount) {
     return vertexCount <= mostShortVertices;
 }
@@ -37,13 +42,11 @@ void packIndices(std::span<const std::uint32_t> indices, bool asShort, std::stri
         bytes.assign(reinterpret_cast<const char*>(indices.data()), indices.size_bytes());
         return;
     }
-    bytes.resize(indices.size() * sizeof(std::uint16_t));
-    char* to = bytes.data();
-    for (const std::uint32_t index : indices) {
-        const auto narrow = static_cast<std::uint16_t>(index);
-        std::memcpy(to, &narrow, sizeof narrow);
-        to += sizeof narrow;
-    }
+    static std::vector<std::uint16_t> narrow;
+    narrow.resize(indices.size());
+    std::transform(indices.begin(), indices.end(), narrow.begin(),
+                   [](std::uint32_t index) { return static_cast<std::uint16_t>(index); });
+    bytes.assign(reinterpret_cast<const char*>(narrow.data()), narrow.size() * sizeof(std::uint16_t));
 }
 
 struct Range {
@@ -63,6 +66,32 @@ Range rangeOf(std::span<const float> positions) {
 }
 
 }  // namespace
+
+std::uint32_t ShapeStore::EarlyBytes::keep(std::string_view first, std::string_view second) {
+    const std::size_t size = first.size() + second.size();
+    if (size > mostOfOne) {
+        return none;
+    }
+    if (blocks_.empty() || used_ + size > blockSize) {
+        if (blocks_.size() == mostBlocks) {
+            return none;
+        }
+        blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
+        used_ = 0;
+    }
+    char* to = blocks_.back().get() + used_;
+    std::memcpy(to, first.data(), first.size());
+    std::memcpy(to + first.size(), second.data(), second.size());
+    const std::size_t place = (blocks_.size() - 1) * blockSize + used_;
+    used_ += size;
+    return static_cast<std::uint32_t>(place);
+}
+
+bool ShapeStore::EarlyBytes::equals(std::uint32_t place, std::string_view first, std::string_view second) const {
+    const char* there = blocks_[place / blockSize].get() + place % blockSize;
+    return std::memcmp(there, first.data(), first.size()) == 0 &&
+           std::memcmp(there + first.size(), second.data(), second.size()) == 0;
+}
 
 struct ShapeStore::Buffer {
     explicit Buffer(const std::string& folder) : vertices(folder), indices(folder) {}
@@ -110,6 +139,7 @@ std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const 
                 packed.indexCount,
                 static_cast<std::uint32_t>(buffers_.size() - 1),
                 accessorCount_};
+    shape.early = early_.keep(packed.vertices, packed.indices);
     shape.next = isNew ? ShapeAccessors::none : std::exchange(place->second, number);
     buffer.vertices.append(packed.vertices);
     buffer.indices.append(packed.indices);
@@ -127,9 +157,14 @@ std::uint32_t ShapeStore::find(std::uint32_t first, const Packed& packed) {
 }
 
 bool ShapeStore::isEqual(const Shape& shape, const Packed& packed) {
+    if (shape.vertexCount != packed.vertexCount || shape.indexCount != packed.indexCount) {
+        return false;
+    }
+    if (shape.early != EarlyBytes::none) {
+        return early_.equals(shape.early, packed.vertices, packed.indices);
+    }
     Buffer& buffer = *buffers_[shape.buffer];
-    return shape.vertexCount == packed.vertexCount && shape.indexCount == packed.indexCount &&
-           buffer.vertices.equals(shape.vertexOffset, packed.vertices) &&
+    return buffer.vertices.equals(shape.vertexOffset, packed.vertices) &&
            buffer.indices.equals(shape.indexOffset, packed.indices);
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -46,6 +47,19 @@ public:
     std::string failure() const;
 
 private:
+    // The bytes of shapes that came early and are small stay in memory for comparing: those are the ones that come
+    // again and again.
+    class EarlyBytes {
+    public:
+        static constexpr std::uint32_t none = 0xFFFFFFFF;
+        // The place of a copy; none when there is no room.
+        std::uint32_t keep(std::string_view first, std::string_view second);
+        bool equals(std::uint32_t place, std::string_view first, std::string_view second) const;
+
+    private:
+        std::vector<std::unique_ptr<char[]>> blocks_;
+        std::size_t used_ = 0;  // of the last block
+    };
     struct Shape {
         std::uint64_t vertexOffset = 0;
         std::uint64_t indexOffset = 0;
@@ -54,6 +68,7 @@ private:
         std::uint32_t buffer = 0;
         std::uint32_t firstAccessor = 0;
         std::uint32_t next = ShapeAccessors::none;  // of the same hash
+        std::uint32_t early = EarlyBytes::none;
     };
     struct Buffer;
     struct Packed;
@@ -69,6 +84,7 @@ private:
     std::vector<std::unique_ptr<Buffer>> buffers_;
     std::vector<Shape> shapes_;
     std::unordered_map<std::uint64_t, std::uint32_t> firstOfHash_;
+    EarlyBytes early_;
     std::string indexBytes_;
     std::string json_;
     Spool accessorJson_;
