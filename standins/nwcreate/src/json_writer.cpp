@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace nwcreate {
 
 namespace {
 
 constexpr char16_t replacement = 0xFFFD;
+constexpr std::size_t longestKey = 60;
 
 void appendAscii(std::string& out, char c) {
     constexpr const char* digits = "0123456789abcdef";
@@ -72,6 +74,39 @@ void appendNumber(std::string& out, Number value) {
     out.append(digits, static_cast<std::size_t>(result.ptr - digits));
 }
 
+// A number that is a whole number of millionths, as most places of a plant are: its digits are those of the whole
+// number. Up to fifteen digits are the shortest that read back as the same number. False for any other number.
+bool appendMillionths(std::string& out, double value) {
+    constexpr double million = 1e6;
+    constexpr double most = 1e14;
+    constexpr double least = 1e-3;  // smaller ones may be shorter with an exponent
+    const double scaled = value * million;
+    if (!(std::fabs(scaled) < most) || std::fabs(value) < least) {
+        return false;
+    }
+    auto whole = static_cast<std::int64_t>(std::round(scaled));
+    if (static_cast<double>(whole) / million != value) {
+        return false;
+    }
+    char digits[32];
+    char* end = digits;
+    if (whole < 0) {
+        *end++ = '-';
+        whole = -whole;
+    }
+    end = std::to_chars(end, digits + sizeof digits, whole / 1000000).ptr;
+    std::int64_t rest = whole % 1000000;
+    if (rest != 0) {
+        *end++ = '.';
+        for (std::int64_t unit = 100000; rest != 0; unit /= 10) {
+            *end++ = static_cast<char>('0' + rest / unit);
+            rest %= unit;
+        }
+    }
+    out.append(digits, static_cast<std::size_t>(end - digits));
+    return true;
+}
+
 }  // namespace
 
 void appendEscaped(std::string& out, std::u16string_view text) {
@@ -108,9 +143,18 @@ void JsonWriter::separate() {
     needsComma_ = true;
 }
 
+// One append for all, since half of a scene's text is keys.
 JsonWriter& JsonWriter::key(std::string_view name) {
-    plain(name);
-    out_ += ':';
+    char text[longestKey + 4];
+    char* end = text;
+    if (needsComma_) {
+        *end++ = ',';
+    }
+    *end++ = '"';
+    end += name.copy(end, longestKey);
+    *end++ = '"';
+    *end++ = ':';
+    out_.append(text, static_cast<std::size_t>(end - text));
     needsComma_ = false;
     return *this;
 }
@@ -145,7 +189,9 @@ JsonWriter& JsonWriter::ready(std::string_view json) {
 
 JsonWriter& JsonWriter::number(double value) {
     separate();
-    appendNumber(out_, value + 0.0);
+    if (!appendMillionths(out_, value)) {
+        appendNumber(out_, value + 0.0);
+    }
     return *this;
 }
 

@@ -38,23 +38,43 @@ void put(NumberList<double>& to, const Vec3& point) {
     to.append(point);
 }
 
-// Adding and taking away this rounds to whole numbers.
+// Adding and taking away this rounds to whole numbers, below `mostRounded`.
+constexpr double roundingShift = 6755399441055744.0;  // 1.5 * 2^52
+constexpr double mostRounded = 2251799813685248.0;    // 2^51
+// Two places nearer than this are nearer to each other than `mostRounded`, counted in the grid.
+constexpr double farthestNear = 1e12;
+
 double rounded(double value) {
-    constexpr double shift = 6755399441055744.0;  // 1.5 * 2^52
-    constexpr double most = 2251799813685248.0;   // 2^51
-    return std::fabs(value) < most ? (value + shift) - shift : value;
+    return std::fabs(value) < mostRounded ? (value + roundingShift) - roundingShift : value;
 }
 
-std::vector<float>& localPositions(const double* first, std::size_t count, const Vec3& origin) {
-    static std::vector<float> local;
-    local.resize(count);
+void toLocal(const double* first, std::size_t count, const Vec3& origin, float* local) {
     for (std::size_t i = 0; i < count; i += 3) {
         for (std::size_t axis = 0; axis < 3; ++axis) {
             const double grid = rounded((first[i + axis] - origin[axis]) * gridPerUnit);
             local[i + axis] = static_cast<float>(grid * metrePerGrid + 0.0);
         }
     }
-    return local;
+}
+
+// The same without a choice for each number, which near places do not need.
+void nearToLocal(const double* first, std::size_t count, const Vec3& origin, float* local) {
+    for (std::size_t i = 0; i < count; i += 3) {
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            const double grid = ((first[i + axis] - origin[axis]) * gridPerUnit + roundingShift) - roundingShift;
+            local[i + axis] = static_cast<float>(grid * metrePerGrid + 0.0);
+        }
+    }
+}
+
+std::span<const float> localPositions(const double* first, std::size_t count, const Vec3& origin) {
+    static std::vector<float> local;
+    if (local.size() < count) {
+        local.resize(count);
+    }
+    const bool isNear = areWithin({first, count}, farthestNear) && areWithin(origin, farthestNear);
+    (isNear ? nearToLocal : toLocal)(first, count, origin, local.data());
+    return {local.data(), count};
 }
 
 bool isCountingUp(std::span<const std::uint32_t> indices) {
@@ -84,7 +104,7 @@ public:
             shape_.hasOrigin = true;
             shape_.origin = {first[0], first[1], first[2]};
         }
-        const std::vector<float>& local = localPositions(first, count, shape_.origin);
+        const std::span<const float> local = localPositions(first, count, shape_.origin);
         shape_.pieces.push_back({store_.shapes.add(local, indices), mode, material_});
     }
 

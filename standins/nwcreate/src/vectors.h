@@ -2,7 +2,9 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <span>
 
 namespace nwcreate {
@@ -35,12 +37,19 @@ inline double length(const Vec3& a) {
 inline bool isPlace(double value) {
     return std::fabs(value) <= farthest;
 }
-inline bool arePlaces(std::span<const double> values) {
-    bool good = true;
+// The magnitudes of doubles order like their bits, and what is not finite comes last. Whole numbers make the loop one
+// without branches.
+inline bool areWithin(std::span<const double> values, double most) {
+    constexpr std::uint64_t magnitude = ~std::uint64_t{0} >> 1U;
+    const auto limit = std::bit_cast<std::uint64_t>(most);
+    std::uint64_t beyond = 0;  // the sign bit is set once a difference was negative
     for (const double value : values) {
-        good &= isPlace(value);
+        beyond |= limit - (std::bit_cast<std::uint64_t>(value) & magnitude);
     }
-    return good;
+    return beyond >> 63U == 0;
+}
+inline bool arePlaces(std::span<const double> values) {
+    return areWithin(values, farthest);
 }
 
 inline Vec3 transformed(const Matrix& m, const Vec3& p) {
