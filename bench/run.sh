@@ -1,8 +1,5 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, HEXTOUT and MAXOUT, each beside its yardsticks.
-# Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, ORNAOUT and HEXTOUT, each beside its yardsticks.
-# Builds the benchmarks and runs them: loading, names, scripts, the mesher, RVMOUT, OBMOUT and HEXTOUT, each beside its yardsticks.
-# Builds the benchmarks and runs them: loading, names, the catalogue, scripts, the mesher, RVMOUT and HEXTOUT, each beside its yardsticks.
+# Builds the benchmarks and runs them: loading, names, the catalogue, scripts, the mesher and the exports, each beside its yardsticks.
 # Generated plants and tables go to out/bench; docs/performance.md keeps the last table.
 #   bench/run.sh [OBJECTS]      size of the largest generated plant, default 1000000
 set -euo pipefail
@@ -18,18 +15,13 @@ plant=out/bench/plant.json
 small=out/bench/small.json
 "$build/bin/tessaro" model generate --objects "$objects" --seed 1 -o "$plant"
 "$build/bin/tessaro" model generate --objects 1000 --seed 1 -o "$small"
-for name in load names scripts mesher rvm hext max; do
-for name in load names scripts mesher rvm eem hext; do
-for name in load names scripts mesher rvm obm hext; do
-for name in load names catalogue scripts mesher rvm hext; do
+for name in load names catalogue scripts mesher rvm nvout eem obm hext max; do
     echo "== $name"
     case $name in
     load) arguments=("$small" "$plant") ;;
     hext) arguments=(10000 100000 "$objects") ;;
-    names | rvm) arguments=("$objects") ;;
+    names | catalogue | rvm | eem) arguments=("$objects") ;;
     max) arguments=("$((objects / 10))") ;;
-    names | rvm | eem) arguments=("$objects") ;;
-    names | catalogue | rvm) arguments=("$objects") ;;
     *) arguments=() ;;
     esac
     "$build/bin/bench_$name" "${arguments[@]}" | tee "out/bench/$name.txt" || echo "   (a goal was missed)"

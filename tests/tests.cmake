@@ -35,6 +35,13 @@ if(TARGET test_navisworks)
   file(GLOB scene_reader CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/gltf_*.cpp)
   target_sources(test_navisworks PRIVATE ${scene_reader})
   target_link_libraries(test_navisworks PRIVATE nwcreate simdjson::simdjson PkgConfig::CJSON)
+  # The scenes of the plants go before the glTF validator.
+  set(judged ${PROJECT_BINARY_DIR}/judged/plants)
+  target_compile_definitions(test_navisworks PRIVATE TESSARO_JUDGED_DIR="${judged}")
+  set_tests_properties(navisworks PROPERTIES FIXTURES_SETUP judged_plants)
+  add_test(NAME plants_judged COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/judges/validate_scene.sh ${judged}/example.nwc
+                                      ${judged}/example-options.nwc ${judged}/generated-3.nwc ${judged}/generated-8.nwc)
+  set_tests_properties(plants_judged PROPERTIES FIXTURES_REQUIRED judged_plants)
 endif()
 tessaro_test(mesher)
 # The exports' forms of the mesher, without the rest of their room.

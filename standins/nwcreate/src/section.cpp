@@ -86,12 +86,17 @@ bool isCountingUp(std::span<const std::uint32_t> indices) {
     return true;
 }
 
+// Sign bits in the place of comparisons: one is set by an index beyond the last vertex, or beyond half of all numbers.
 bool areBelow(std::span<const std::uint32_t> indices, std::size_t count) {
-    std::uint32_t most = 0;
-    for (const std::uint32_t index : indices) {
-        most = std::max(most, index);
+    if (indices.empty() || count == 0) {
+        return indices.empty();
     }
-    return indices.empty() || most < count;
+    const auto last = static_cast<std::uint32_t>(std::min<std::size_t>(count - 1, 0x7FFFFFFF));
+    std::uint32_t beyond = 0;
+    for (const std::uint32_t index : indices) {
+        beyond |= (last - index) | index;
+    }
+    return beyond >> 31U == 0;
 }
 
 class PieceAdder {
