@@ -109,10 +109,11 @@ void appendArrays(const tolmar::TriangleMesh& from, Mesh& mesh) {
     const auto base = static_cast<std::uint32_t>(mesh.vertexCount());
     mesh.positions.insert(mesh.positions.end(), from.nodes.begin(), from.nodes.end());
     const std::size_t first = mesh.indices.size();
-    mesh.indices.resize(first + from.triangles.size());
-    std::transform(from.triangles.begin(), from.triangles.end(),
-                   mesh.indices.begin() + static_cast<std::ptrdiff_t>(first),
-                   [base](std::uint32_t node) { return base + node; });
+    mesh.indices.insert(mesh.indices.end(), from.triangles.begin(), from.triangles.end());
+    if (base > 0) {
+        std::for_each(mesh.indices.begin() + static_cast<std::ptrdiff_t>(first), mesh.indices.end(),
+                      [base](std::uint32_t& node) { node += base; });
+    }
 }
 
 void appendMeans(const tolmar::TriangleMesh& mesh, Workplace& place, std::vector<double>& out) {

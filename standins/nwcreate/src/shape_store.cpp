@@ -36,17 +36,21 @@ std::string_view bytesOf(std::span<const float> values) {
     return {reinterpret_cast<const char*>(values.data()), values.size_bytes()};
 }
 
-// The indices as they stand in the buffer.
-void packIndices(std::span<const std::uint32_t> indices, bool asShort, std::string& bytes) {
+// The indices as they stand in the buffer; valid until the next call and as long as they are.
+std::string_view packIndices(std::span<const std::uint32_t> indices, bool asShort) {
     if (!asShort) {
-        bytes.assign(reinterpret_cast<const char*>(indices.data()), indices.size_bytes());
-        return;
+        return {reinterpret_cast<const char*>(indices.data()), indices.size_bytes()};
+    }
+    if (indices.empty()) {
+        return "";
     }
     static std::vector<std::uint16_t> narrow;
-    narrow.resize(indices.size());
+    if (narrow.size() < indices.size()) {
+        narrow.resize(indices.size());
+    }
     std::transform(indices.begin(), indices.end(), narrow.begin(),
                    [](std::uint32_t index) { return static_cast<std::uint16_t>(index); });
-    bytes.assign(reinterpret_cast<const char*>(narrow.data()), narrow.size() * sizeof(std::uint16_t));
+    return {reinterpret_cast<const char*>(narrow.data()), indices.size() * sizeof(std::uint16_t)};
 }
 
 struct Range {
@@ -117,9 +121,8 @@ ShapeStore::~ShapeStore() = default;
 
 std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const std::uint32_t> indices) {
     const std::size_t vertexCount = positions.size() / 3;
-    packIndices(indices, isShort(vertexCount), indexBytes_);
-    const Packed packed{bytesOf(positions), indexBytes_, static_cast<std::uint32_t>(vertexCount),
-                        static_cast<std::uint32_t>(indices.size())};
+    const Packed packed{bytesOf(positions), packIndices(indices, isShort(vertexCount)),
+                        static_cast<std::uint32_t>(vertexCount), static_cast<std::uint32_t>(indices.size())};
     const auto number = static_cast<std::uint32_t>(shapes_.size());
     const std::uint64_t hash = contentHash(packed.indices, contentHash(packed.vertices, vertexCount));
     const auto [place, isNew] = firstOfHash_.try_emplace(hash, number);

@@ -85,7 +85,6 @@ private:
     std::vector<Shape> shapes_;
     std::unordered_map<std::uint64_t, std::uint32_t> firstOfHash_;
     EarlyBytes early_;
-    std::string indexBytes_;
     std::string json_;
     Spool accessorJson_;
     std::uint32_t accessorCount_ = 0;
