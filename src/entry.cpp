@@ -35,14 +35,6 @@ void guarded() {
     }
 }
 
-void refuse(const char* command) {
-    hxcad::hextPrintf("\n%s is not part of this version", command);
-    runReport().ended(RunOutcome::Refused, std::string(command) + " is not part of this version");
-}
-void nvout() {
-    refuse("NVOUT");
-}
-
 constexpr CommandRow commands[] = {
     {"ORNAOUT", guarded<ornaout>},
     {"OBMOUT", guarded<obmout>},
