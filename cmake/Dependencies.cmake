@@ -15,3 +15,6 @@ endif()
 if(TESSARO_BENCH)
   find_package(benchmark REQUIRED)
 endif()
+
+# Dialogs on the screen, where there is Qt.
+find_package(Qt6 QUIET COMPONENTS Widgets)

@@ -99,3 +99,13 @@ if(TARGET test_faults)
 endif()
 # The program as it is installed and packed.
 add_test(NAME install COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/install_test.sh ${CMAKE_BINARY_DIR})
+# The dialogs on the screen, on a platform without one.
+if(TARGET tessaro_qt)
+  tessaro_test(qt)
+  # Their classes stand in no interface of the library, so the test takes its sources.
+  file(GLOB qt_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/qt/*.cpp ${PROJECT_SOURCE_DIR}/apps/qt/*.h)
+  target_sources(test_qt PRIVATE ${qt_sources})
+  set_target_properties(test_qt PROPERTIES AUTOMOC ON)
+  target_include_directories(test_qt PRIVATE ${PROJECT_SOURCE_DIR}/apps/qt)
+  target_link_libraries(test_qt PRIVATE Qt6::Widgets)
+endif()

@@ -5,6 +5,7 @@
 #include "module_file.h"
 #include "plant/model.h"
 #include "report_output.h"
+#include "screen_ui.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 #include "tolmar/scripted_ui.h"
@@ -85,8 +86,8 @@ public:
     Run(const RunOptions& options, Console& console) : options_(options), console_(console) {}
 
     ExitStatus execute() {
-        for (const auto step :
-             {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::prepareUi, &Run::loadTheModel}) {
+        for (const auto step : {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::prepareUi,
+                                &Run::openScreen, &Run::loadTheModel}) {
             const ExitStatus status = (this->*step)();
             if (status != ExitStatus::Done) {
                 return status;
@@ -162,6 +163,15 @@ private:
         return ExitStatus::Done;
     }
 
+    ExitStatus openScreen() {
+        if (!options_.interactive) {
+            return ExitStatus::Done;
+        }
+        std::string error;
+        screen_ = openScreenUi(*ui_, error);
+        return screen_ != nullptr ? ExitStatus::Done : refuse(ExitStatus::InputRefused, error);
+    }
+
     ExitStatus loadTheModel() {
         plant::LoadResult loaded = plant::loadModel(options_.model);
         if (!loaded) {
@@ -173,7 +183,7 @@ private:
     }
 
     void runAll() {
-        tolmar::setHostUi(ui_.get());
+        tolmar::setHostUi(screen_ != nullptr ? screen_.get() : ui_.get());
         catchInterrupt();
         for (const std::string& name : options_.commands) {
             if (interrupted()) {
@@ -210,6 +220,7 @@ private:
     const RunOptions& options_;
     Console& console_;
     std::unique_ptr<CommandLineUi> ui_;
+    std::unique_ptr<tolmar::HostUi> screen_;
     plant::ModelPtr model_;
     std::unique_ptr<tolmar::LoadedModule> module_;
     bool strict_ = false;
@@ -240,10 +251,6 @@ bool splitSetting(const std::string& text, std::string& key, bool& on) {
 
 ExitStatus runCommands(RunOptions options) {
     Console console(verbosityOf(options), progressStyleOf(options));
-    if (options.interactive) {
-        console.error("this build has no dialogs on the screen; leave --interactive out");
-        return ExitStatus::WrongUsage;
-    }
     if (options.root.empty()) {
         options.root = defaultRoot();
     }

@@ -1,5 +1,6 @@
 #include "forms/forms.h"
 
+#include "../tolmar/scratch_folder.h"
 #include "forms/tree_selection.h"
 #include "tolmar/code_page.h"
 #include "tolmar/scripted_ui.h"
@@ -186,6 +187,51 @@ TEST(Selection, EmptyLabelsHavePathsOfTheirOwn) {
             }
         });
     }
+}
+
+// Every state that clicks can reach is written so that reading gives it back, or it is refused.
+TEST(Selection, WrittenStatesAreReadBack) {
+    const ScratchFolder folder;
+    TreeForm form(fillPlant);
+    form.onInit();
+    std::vector<Item> items;
+    visitItems(*form.tree, [&](Item item) { items.push_back(item); });
+    const auto statesOf = [](const OrnLogicTree& tree) {
+        std::vector<bool> states;
+        visitItems(tree, [&](Item item) { states.push_back(item->checked); });
+        return states;
+    };
+    std::uint32_t random = 1;
+    for (int step = 0; step < 300; ++step) {
+        random = random * 1664525U + 1013904223U;
+        form.tree->setItemUnderMouse(items[(random >> 8U) % items.size()]);
+        form.onControlClicked(7);
+        std::string error;
+        const std::vector<bool> states = statesOf(*form.tree);
+        ASSERT_TRUE(writeSelectFile(folder.file("s.txt"), form, *form.tree, error)) << error;
+        EXPECT_EQ(statesOf(*form.tree), states);
+        TreeSelection read;
+        ASSERT_TRUE(readSelectFile(folder.file("s.txt"), read, error));
+        TreeForm other(fillPlant);
+        other.onInit();
+        EXPECT_TRUE(applySelection(other, *other.tree, read).empty());
+        ASSERT_EQ(statesOf(*other.tree), states) << "step " << step;
+    }
+}
+
+TEST(Selection, StatesThatPathsCannotTellAreNotWritten) {
+    const ScratchFolder folder;
+    TreeForm form([](OrnLogicTree& tree) {
+        const Item world = tree.insertLast(nullptr, u"World", nullptr);
+        tree.insertLast(world, u"twin", nullptr);
+        tree.insertLast(world, u"twin", nullptr)->checked = true;
+        world->checked = true;
+    });
+    form.onInit();
+    std::string error;
+    EXPECT_FALSE(writeSelectFile(folder.file("s.txt"), form, *form.tree, error));
+    EXPECT_NE(error.find("\"World/twin\""), std::string::npos) << error;
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "s.txt"));
 }
 
 TEST(Selection, DeselectsComeLastAndUnmatchedOnesAreNamed) {

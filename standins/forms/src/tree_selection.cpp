@@ -127,13 +127,16 @@ bool readSelectFile(const std::filesystem::path& file, TreeSelection& selection,
         error = file.string() + ": no UTF-8 text";
         return false;
     }
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find('\n'), rest.size());
-        addPatternLine(rest.substr(0, end), selection);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-    }
+    readSelectText(text, selection);
     return true;
+}
+
+void readSelectText(std::string_view text, TreeSelection& selection) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        addPatternLine(text.substr(0, end), selection);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
 }
 
 std::vector<std::string> applySelection(OrnLogicForm& form, OrnLogicTree& tree, const TreeSelection& selection) {

@@ -24,7 +24,13 @@ struct TreeCounts {
 
 // Reads patterns, one a line: "+ pattern" or just the pattern selects, "- pattern" deselects. Blank lines and lines
 // that begin with "#" do not count. False with a message in UTF-8 when the file cannot be read or is no UTF-8 text.
+void readSelectText(std::string_view text, TreeSelection& selection);
 bool readSelectFile(const std::filesystem::path& file, TreeSelection& selection, std::string& error);
+
+// Writes the tree's states as patterns that give them back. The patterns are tried on the form, which ends in the
+// states that it had. False with a message in UTF-8, and without a file, when the file cannot be written, or when no
+// patterns tell the states: siblings of one label with different states, or labels with line breaks.
+bool writeSelectFile(const std::filesystem::path& file, OrnLogicForm& form, OrnLogicTree& tree, std::string& error);
 
 // Without `select` patterns every item is checked first; with some, every item starts unchecked and what matches is
 // clicked unless it is checked already. Then what matches a `deselect` pattern is unchecked. Costs one walk of the tree
