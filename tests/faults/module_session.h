@@ -57,7 +57,8 @@ struct FaultCase {
     const char* command;
     bool hasProgress;
 };
-inline constexpr FaultCase faultCases[] = {{"HEXTOUT", true}, {"RVMOUT", true}, {"NVOUT", true}, {"MAXOUT", false}};
+inline constexpr FaultCase faultCases[] = {
+    {"HEXTOUT", true}, {"RVMOUT", true}, {"NVOUT", true}, {"ORNAOUT", true}, {"MAXOUT", false}};
 inline void PrintTo(const FaultCase& fault, std::ostream* out) {
     *out << fault.command;
 }
