@@ -1,5 +1,6 @@
 #include "platform/attribute_cache.h"
 
+#include "platform/id_pages.h"
 #include "platform/model_tests.h"
 
 #include <algorithm>
@@ -52,60 +53,6 @@ private:
     std::vector<Slot> slots_{slotCount};
 };
 
-// Lists by object id in a flat table, where the ids of a small block stand side by side.
-class RecordLists {
-public:
-    struct List {
-        std::int64_t id = 0;  // 0: free
-        const smrtln::BomRecord* data = nullptr;
-        std::size_t count = 0;
-        Records records() const { return {data, count}; }
-    };
-
-    // The list of an id, or the free place where it goes. Ids are not 0.
-    List& at(std::int64_t id) {
-        std::size_t place = placeOf(id);
-        while (lists_[place].id != 0 && lists_[place].id != id) {
-            place = (place + 1) & (lists_.size() - 1);
-        }
-        return lists_[place];
-    }
-    List& add(std::int64_t id, Records records) {
-        if (2 * ++used_ > lists_.size()) {
-            grow();
-        }
-        return at(id) = {id, records.data(), records.size()};
-    }
-    void clear() {
-        lists_.assign(smallest, {});
-        lists_.shrink_to_fit();
-        used_ = 0;
-    }
-
-private:
-    static constexpr std::size_t smallest = 1024;
-    static constexpr unsigned blockBits = 2;
-
-    std::size_t placeOf(std::int64_t id) const {
-        const auto number = static_cast<std::uint64_t>(id);
-        const std::uint64_t block = ((number >> blockBits) * 0x9E3779B97F4A7C15ULL) >> 20;
-        return static_cast<std::size_t>((block << blockBits) | (number & ((1U << blockBits) - 1))) &
-               (lists_.size() - 1);
-    }
-    void grow() {
-        std::vector<List> old(2 * lists_.size());
-        old.swap(lists_);
-        for (const List& list : old) {
-            if (list.id != 0) {
-                at(list.id) = list;
-            }
-        }
-    }
-
-    std::vector<List> lists_{smallest};  // a power of two, at most half of them in use
-    std::size_t used_ = 0;
-};
-
 // The platform keeps the records of a list as long as the model lives, so the cache holds views, and the text forms of
 // values that are no text.
 class BomCache {
@@ -149,16 +96,26 @@ public:
     }
 
 private:
+    struct List {
+        const smrtln::BomRecord* data = nullptr;
+        std::uint32_t count = 0;
+        bool known = false;
+    };
+
     Records listOf(const HxDbObject* object) {
-        const std::int64_t id = object->objectId().toInt();
-        if (id == 0) {
+        const HxDbObjectId id = object->objectId();
+        if (id.toInt() == 0) {
             return smrtln::getObjectBomRecords(object);
         }
-        const RecordLists::List& known = lists_.at(id);
-        return known.id != 0 ? known.records() : lists_.add(id, smrtln::getObjectBomRecords(object)).records();
+        List& list = lists_[id];
+        if (!list.known) {
+            const Records records = smrtln::getObjectBomRecords(object);
+            list = {records.data(), static_cast<std::uint32_t>(records.size()), true};
+        }
+        return {list.data, list.count};
     }
 
-    RecordLists lists_;
+    IdPages<List> lists_;
     KeyNumbers keys_;
     std::unordered_map<const smrtln::BomRecord*, std::string> texts_;
     const HxDbObject* lastObject_ = nullptr;

@@ -23,8 +23,8 @@ HxDbObject* objectOf(const HxDbTreeNode* node) {
 
 std::vector<HxDbObject*> zonesOf(const HxDbTreeNode* site) {
     std::vector<HxDbObject*> zones;
-    std::unordered_set<const HxDbTreeNode*> met;
-    for (const HxDbTreeNode* son = site->getSon(); son != nullptr && met.insert(son).second; son = son->getBrother()) {
+    NodeSet met;
+    for (const HxDbTreeNode* son = site->getSon(); son != nullptr && met.insert(son); son = son->getBrother()) {
         if (HxDbObject* zone = objectOf(son)) {
             zones.push_back(zone);
         } else {
