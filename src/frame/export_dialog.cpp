@@ -2,6 +2,7 @@
 
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/id_pages.h"
 #include "platform/tree_walker.h"
 #include "scripts/options.h"
 #include "scripts/script_host.h"
@@ -9,6 +10,7 @@
 #include "tolmar/run_report.h"
 
 #include <cstdio>
+#include <optional>
 #include <stdexcept>
 
 namespace {
@@ -42,15 +44,17 @@ constexpr OptionBox optionBoxes[] = {
 
 // What the dialog leaves behind, and its table of which item shows which node.
 ExportDataDlg::NodeSelection nodeSelection;
-ExportDataDlg::ObjectSelection objectSelection;
-std::unordered_map<HxDbObjectId, OrnLogicTree::Item> nodeItems;
+std::optional<ExportDataDlg::ObjectSelection> objectSelection;  // made of the nodes when first asked for
+IdPages<OrnLogicTree::Item> nodeItems;
 
 FormRect treeRect(int width, int height) {
     return {clientLeft, 0, width - rightMargin, height};
 }
 
-HxDbTreeNode* nodeOf(OrnLogicTree::Item item) {
-    return static_cast<HxDbTreeNode*>(item->data);
+// Null for a node without item.
+OrnLogicTree::Item itemOf(const HxDbTreeNode* node) {
+    const OrnLogicTree::Item* item = nodeItems.find(node->objectId());
+    return item != nullptr ? *item : nullptr;
 }
 
 HxDbObject* objectOf(const HxDbTreeNode* node, HxDb::OpenMode mode) {
@@ -94,36 +98,33 @@ void uncheckAncestors(OrnLogicTree::Item item) {
     }
 }
 
-class ResultTaker {
-public:
-    void take(OrnLogicTree::Item item) {
-        const HxDbTreeNode* node = nodeOf(item);
-        const bool checked = OrnLogicTree::checked(item);
-        nodes_.emplace_back(node->objectId(), checked);
-        const HxDbObject* object = objectOf(node, 3);
-        if (object == nullptr) {
-            return;
-        }
-        if (checked && object->isKindOf(HextManager::desc())) {
-            getAllSubObjects(node, below_);
-            for (const HxDbObject* member : below_) {
-                objects_.insert(member->objectId());
+// Nodes carry one object each, so the order of the items makes no difference.
+ExportDataDlg::ObjectSelection objectsOf(const ExportDataDlg::NodeSelection& nodes) {
+    IdSet::Builder objects;
+    std::vector<HxDbObject*> below;
+    const auto forEachObject = [&nodes](bool checked, auto&& use) {
+        for (const auto& [id, on] : nodes) {
+            const HxDbTreeNode* node = on == checked ? openAs<HxDbTreeNode>(id) : nullptr;
+            if (const HxDbObject* object = node != nullptr ? objectOf(node, 3) : nullptr) {
+                use(node, object);
             }
         }
-        if (!checked && object->isKindOf(HxDbSmrtlnEntity::desc())) {
-            objects_.erase(object->objectId());
+    };
+    forEachObject(true, [&](const HxDbTreeNode* node, const HxDbObject* object) {
+        if (object->isKindOf(HextManager::desc())) {
+            getAllSubObjects(node, below);
+            for (const HxDbObject* member : below) {
+                objects.insert(member->objectId());
+            }
         }
-    }
-    void finish() {
-        nodeSelection.assign(std::move(nodes_));
-        objectSelection = objects_.build();
-    }
-
-private:
-    std::vector<ExportDataDlg::NodeSelection::Entry> nodes_;
-    IdSet::Builder objects_;
-    std::vector<HxDbObject*> below_;
-};
+    });
+    forEachObject(false, [&](const HxDbTreeNode*, const HxDbObject* object) {
+        if (object->isKindOf(HxDbSmrtlnEntity::desc())) {
+            objects.erase(object->objectId());
+        }
+    });
+    return objects.build();
+}
 
 }  // namespace
 
@@ -137,7 +138,7 @@ bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId n
 
 ExportDataDlg::ExportDataDlg(int mode, bool withOtherRoots) : mode_(mode), withOtherRoots_(withOtherRoots) {
     nodeSelection.clear();
-    objectSelection.clear();
+    objectSelection.reset();
 }
 
 const ExportDataDlg::NodeSelection& ExportDataDlg::selectedNodes() {
@@ -145,7 +146,10 @@ const ExportDataDlg::NodeSelection& ExportDataDlg::selectedNodes() {
 }
 
 const ExportDataDlg::ObjectSelection& ExportDataDlg::selectedObjects() {
-    return objectSelection;
+    if (!objectSelection) {
+        objectSelection = objectsOf(nodeSelection);
+    }
+    return *objectSelection;
 }
 
 void ExportDataDlg::onInit() {
@@ -183,7 +187,7 @@ bool ExportDataDlg::fillTree() {
     if (withOtherRoots_ && hxcom::getTreeRootOfOther(others)) {
         for (HxDbObject* other : others) {
             HxDbTreeNode* otherRoot = HxDbTreeNode::cast(other);
-            if (otherRoot != nullptr && !nodeItems.contains(otherRoot->objectId())) {
+            if (otherRoot != nullptr && itemOf(otherRoot) == nullptr) {
                 fillFrom(otherRoot, "协同模型：");
             }
         }
@@ -221,10 +225,14 @@ void ExportDataDlg::addNode(HxDbTreeNode* node, HxDbObject* object, const char* 
     nodeItems[node->objectId()] = item;
 }
 
-OrnLogicTree::Item ExportDataDlg::parentItem(const HxDbTreeNode* node) const {
+// Brothers come one after the other.
+OrnLogicTree::Item ExportDataDlg::parentItem(const HxDbTreeNode* node) {
     const HxDbTreeNode* parent = node->getParent();
-    const auto at = parent != nullptr ? nodeItems.find(parent->objectId()) : nodeItems.end();
-    return at != nodeItems.end() ? at->second : nullptr;
+    if (parent != lastParent_) {
+        lastParent_ = parent;
+        lastParentItem_ = parent != nullptr ? itemOf(parent) : nullptr;
+    }
+    return lastParentItem_;
 }
 
 const std::string& ExportDataDlg::prefixOf(const HxDbObject* object) {
@@ -286,17 +294,15 @@ void ExportDataDlg::clickOption(OrnLogicButton& box) {
 }
 
 void ExportDataDlg::takeResults() {
-    ResultTaker taker;
-    const auto& top = tree_->topItems();
-    std::vector<OrnLogicTree::Item> open(top.rbegin(), top.rend());
-    while (!open.empty()) {
-        const OrnLogicTree::Item item = open.back();
-        open.pop_back();
-        taker.take(item);
-        const auto& children = OrnLogicTree::children(item);
-        open.insert(open.end(), children.rbegin(), children.rend());
-    }
-    taker.finish();
+    std::vector<NodeSelection::Entry> nodes;
+    nodes.reserve(tree_->itemCount());
+    nodeItems.forEach([&nodes](HxDbObjectId id, OrnLogicTree::Item item) {
+        if (item != nullptr) {
+            nodes.emplace_back(id, OrnLogicTree::checked(item));
+        }
+    });
+    nodeSelection.assign(std::move(nodes));
+    objectSelection.reset();
 }
 
 void ExportDataDlg::onClosing() {

@@ -18,7 +18,8 @@ public:
     explicit ExportDataDlg(int mode, bool withOtherRoots = true);
 
     // The results, valid after the dialog object is gone until the next one is made: id of a tree node to whether its
-    // item was checked at OK, and the smart objects under checked managers less those unchecked one by one.
+    // item was checked at OK, and the smart objects under checked managers less those unchecked one by one. The objects
+    // are sought when they are first asked for, in the model that is current then.
     static const NodeSelection& selectedNodes();
     static const ObjectSelection& selectedObjects();
     static std::size_t getSelectedObjectCount() { return selectedObjects().size(); }
@@ -33,7 +34,7 @@ private:
     bool fillTree();
     void fillFrom(HxDbTreeNode* root, const char* worldPrefix);
     void addNode(HxDbTreeNode* node, HxDbObject* object, const char* worldPrefix);
-    OrnLogicTree::Item parentItem(const HxDbTreeNode* node) const;
+    OrnLogicTree::Item parentItem(const HxDbTreeNode* node);
     const std::string& prefixOf(const HxDbObject* object);
     void clickTree();
     void clickOption(OrnLogicButton& box);
@@ -45,6 +46,8 @@ private:
     int mode_;
     bool withOtherRoots_;
     OrnLogicTree* tree_ = nullptr;
+    const HxDbTreeNode* lastParent_ = nullptr;
+    OrnLogicTree::Item lastParentItem_ = nullptr;
 };
 
 // The value of a tree node's id in a selection, for callers to whom an unknown id is a fault: throws a standard

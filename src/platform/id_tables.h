@@ -22,13 +22,16 @@ public:
         if (!std::is_sorted(entries.begin(), entries.end(), byKey)) {
             std::stable_sort(entries.begin(), entries.end(), byKey);
         }
-        entries_.clear();
+        std::size_t kept = 0;
         for (Entry& entry : entries) {
-            if (!entries_.empty() && entries_.back().first == entry.first) {
-                entries_.pop_back();
+            kept -= kept > 0 && entries[kept - 1].first == entry.first ? 1 : 0;
+            if (&entries[kept] != &entry) {
+                entries[kept] = std::move(entry);
             }
-            entries_.push_back(std::move(entry));
+            ++kept;
         }
+        entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(kept), entries.end());
+        entries_ = std::move(entries);
         next_ = 0;
     }
     const_iterator find(HxDbObjectId key) const {
