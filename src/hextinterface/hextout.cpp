@@ -233,7 +233,7 @@ private:
     StageClock clock_;
     ModelScope scope_;
     BranchTree branches_;
-    std::set<HxDbObjectId> componentIds_;
+    IdMarks componentIds_;
     std::vector<HxDbSupportModel*> supports_;
     std::optional<NameManager> names_;
     std::optional<UdaWriter> udas_;

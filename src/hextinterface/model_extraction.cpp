@@ -8,7 +8,6 @@
 #include "tolmar/run_report.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace {
 
@@ -25,19 +24,28 @@ void leaveOut(const HxDbObject* object, const char* what, const char* why) {
     tolmar::runReport().passedOver(object->objectId().toInt(), nameOf(object), what, why);
 }
 
-// Attributes are read past the cache: this is the only look at most objects before their own stage.
-bool isOfSpecialModule(const HxDbObject* object) {
-    static std::vector<KVParams> attributes;
-    if (!smrtln::getObjectBomData(object, attributes)) {
+// Tells the objects of ventilation and cable work. Attributes are read past the cache: this is the only look at most
+// objects before their own stage.
+class SpecialModules {
+public:
+    bool contains(const HxDbObject* object) const {
+        for (const smrtln::BomRecord& record : smrtln::getObjectBomRecords(object)) {
+            if (record.key == key_) {
+                return isSpecial(kvText(smrtln::toKVParams(record)));
+            }
+        }
         return false;
     }
-    const KVParams* module = hxcom::findKVParamArray(attributes, "module");
-    if (module == nullptr) {
-        return false;
+
+private:
+    static bool isSpecial(std::string_view module) { return module == "Hvac" || module == "Cable"; }
+    static std::size_t keyNumber() {
+        const auto keys = smrtln::bomKeys();
+        return static_cast<std::size_t>(std::find(keys.begin(), keys.end(), "module") - keys.begin());
     }
-    const std::string text = kvText(*module);
-    return text == "Hvac" || text == "Cable";
-}
+
+    std::size_t key_ = keyNumber();  // beyond all keys when none is "module"
+};
 
 // Sorts the nodes of one tree; the selection and the lists are those of the command.
 class Classifier {
@@ -84,7 +92,7 @@ private:
     void takePipeline(const HxDbTreeNode* node, HxDbObject* pipeline, int colour) {
         getAllSubObjects(node, below_);
         for (HxDbObject* object : below_) {
-            if (isOfSpecialModule(object)) {
+            if (modules_.contains(object)) {
                 scope_.containers[pipeline].push_back(object);
                 special_.insert(object);
                 useColour(ColourClass::Structure, colour);
@@ -101,6 +109,7 @@ private:
 
     ModelScope& scope_;
     ObjectSet& special_;
+    SpecialModules modules_;
     ObjectList below_;
 };
 
@@ -227,7 +236,7 @@ public:
     bool examine(ComponentList& branch) {
         for (std::size_t i = branch.size(); i-- > 0;) {
             const HxDbObjectId id = branch[i]->objectId();
-            if (seen_.insert(id).second) {
+            if (seen_.insert(id)) {
                 continue;
             }
             if (i != 0 && i + 1 != branch.size()) {
@@ -241,7 +250,7 @@ public:
     }
 
 private:
-    std::unordered_set<HxDbObjectId> seen_;
+    IdMarks seen_;
 };
 
 }  // namespace
@@ -264,17 +273,14 @@ bool checkSharedComponents(BranchTree& branches) {
     return true;
 }
 
-void collectComponentIds(const BranchTree& branches, std::set<HxDbObjectId>& out) {
-    std::vector<HxDbObjectId> ids;
+void collectComponentIds(const BranchTree& branches, IdMarks& out) {
     for (const PipelineBranches& pipeline : branches) {
         for (const ComponentList& branch : pipeline) {
             for (const HxDbSmrtlnEntity* component : branch) {
-                ids.push_back(component->objectId());
+                out.insert(component->objectId());
             }
         }
     }
-    std::sort(ids.begin(), ids.end());
-    out.insert(ids.begin(), ids.end());
 }
 
 void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out) {

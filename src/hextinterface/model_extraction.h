@@ -2,6 +2,7 @@
 // ordered branches of components.
 #pragma once
 
+#include "platform/id_pages.h"
 #include "platform/objects.h"
 
 #include <cstdint>
@@ -47,7 +48,7 @@ void getPipelineBranches(HxDbObject* pipeline, PipelineBranches& out);
 // Two branches may share an end, which the later one loses. False when a component inside a branch stands in another,
 // with its id on the command line.
 bool checkSharedComponents(BranchTree& branches);
-void collectComponentIds(const BranchTree& branches, std::set<HxDbObjectId>& out);
+void collectComponentIds(const BranchTree& branches, IdMarks& out);
 void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out);
 // Branch i gets colour i + 1.
 void colourBranches(const PipelineBranches& branches);

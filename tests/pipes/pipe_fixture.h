@@ -223,7 +223,7 @@ protected:
     TestUi ui;
     std::optional<TestModel> model;
     BranchTree tree;
-    std::set<HxDbObjectId> ids;
+    IdMarks ids;
     std::optional<NameManager> names;
     std::optional<UdaWriter> udas;
     std::optional<ExportContext> context;

@@ -52,9 +52,9 @@ HxGePoint3D middleOf(const HxDbSmrtlnEntity* entity) {
     return first + (at(entity, 2) - first) * 0.5;
 }
 
-HxGeVector3D armTowards(const HxDbSmrtlnEntity* entity, int number, const std::set<HxDbObjectId>& componentIds) {
+HxGeVector3D armTowards(const HxDbSmrtlnEntity* entity, int number, const IdMarks& componentIds) {
     const HxDbSmrtlnEntity* neighbour = entity->getConnSmrtln(number, 0);
-    const bool known = neighbour != nullptr && componentIds.count(neighbour->objectId()) != 0;
+    const bool known = neighbour != nullptr && componentIds.contains(neighbour->objectId());
     return (known ? middleOf(neighbour) : at(entity, number)) - middleOf(entity);
 }
 
@@ -168,7 +168,7 @@ std::string axesWithReference(const CompView& view, const HxGeVector3D& referenc
     return axesText(x, y);
 }
 
-std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const std::set<HxDbObjectId>& componentIds,
+std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds,
                               HxGeVector3D& a, HxGeVector3D& b) {
     a = armTowards(entity, 2, componentIds);
     b = armTowards(entity, 3, componentIds);

@@ -7,11 +7,11 @@
 #pragma once
 
 #include "hextinterface/hextbasemethod/cata_point.h"
+#include "platform/id_pages.h"
 #include "platform/objects.h"
 
 #include <cstdint>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -92,7 +92,7 @@ std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, Hx
 std::string axesWithReference(const CompView& view, const HxGeVector3D& reference, bool useAsX);
 // The axes of a tee-like object without axes of its own, from its neighbours at 2 and 3. A neighbour that is missing or
 // not among `componentIds` is stood in for by the connection point.
-std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const std::set<HxDbObjectId>& componentIds,
+std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds,
                               HxGeVector3D& a, HxGeVector3D& b);
 
 enum class WeldRule { Component, BranchEnd };

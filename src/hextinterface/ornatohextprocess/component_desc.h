@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -26,7 +25,7 @@ struct BranchSource {
     const ComponentList& items;
     const BranchItems& lookup;
     ExportContext& context;
-    const std::set<HxDbObjectId>& componentIds;
+    const IdMarks& componentIds;
     mutable TubeRun tubes = {};  // the last run that was read
 };
 

@@ -5,14 +5,11 @@
 #include "hextinterface/ornatohextprocess/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/nozzle_macro.h"
 #include "platform/attribute_cache.h"
+#include "platform/id_pages.h"
 #include "platform/primaries.h"
-
-#include <set>
 
 namespace design {
 namespace {
-
-using NozzleSet = std::set<HxDbObjectId>;
 
 struct Members {
     std::vector<HxDbEquipment*> bodies;
@@ -123,7 +120,7 @@ private:
     }
 
     DesignMacroSet& set_;
-    NozzleSet known_;
+    IdMarks known_;
 };
 
 }  // namespace

@@ -183,7 +183,7 @@ std::string branchTailConnection(const ComponentList& items) {
     return endConnection(items.back(), items.size() > 1 ? items[items.size() - 2] : nullptr, 2);
 }
 
-PipeWriter::PipeWriter(ExportContext& context, std::string_view path, const std::set<HxDbObjectId>& componentIds)
+PipeWriter::PipeWriter(ExportContext& context, std::string_view path, const IdMarks& componentIds)
     : context_(context), componentIds_(componentIds), out_(path, tolmar::FileMode::Text),
       withWelds_(optionOn(options::outWeld)) {}
 

@@ -8,7 +8,6 @@
 #include "tolmar/file.h"
 
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,7 +41,7 @@ BranchEntries prepareEntries(_HextBranchDesc& branch, const BranchSource& source
 class PipeWriter {
 public:
     // Opens the file; one that cannot be opened loses what is written, and the run report tells.
-    PipeWriter(ExportContext& context, std::string_view path, const std::set<HxDbObjectId>& componentIds);
+    PipeWriter(ExportContext& context, std::string_view path, const IdMarks& componentIds);
     // Writes everything. A pipeline or branch that fails is left out and told to the run report.
     void run(const BranchTree& branches, const ObjectSet& skipSet);
     bool close() { return out_.close(); }
@@ -64,7 +63,7 @@ private:
     void flush();
 
     ExportContext& context_;
-    const std::set<HxDbObjectId>& componentIds_;
+    const IdMarks& componentIds_;
     tolmar::OutputFile out_;
     std::string text_;  // lines of the pipe or branch in hand
     bool withWelds_;
