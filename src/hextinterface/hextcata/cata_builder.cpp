@@ -119,11 +119,7 @@ CataBuilder::CataBuilder(CataStream stream, NameManager& names)
       boltTexts_(ConfigTexts::boltTexts()), withBoltRows_(configBoltSpec()) {}
 
 bool CataBuilder::isNew(std::string_view name) {
-    if (names_.isNameCreated(name)) {
-        return false;
-    }
-    names_.markNameCreated(name);
-    return true;
+    return names_.markIfNotCreated(name);
 }
 
 void CataBuilder::requireOpen() const {
@@ -177,29 +173,26 @@ bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& ski
     return true;
 }
 
-// The sharing test comes first: a component that is known costs its name and a look-up.
-void CataBuilder::buildItem(CataItem& item, const HxDbSmrtlnEntity* object) {
-    item.scomName = names_.getScomName(object);
-    item.exists = !isNew(item.scomName);
-    item.object = object;
-    if (!item.exists) {
-        fillItem(item, object, names_, texts_);
-    }
+// A component that is known costs its name, a look-up and its insulation.
+bool CataBuilder::startEntry(const HxDbSmrtlnEntity* object, const std::string& scomName) {
+    const bool first = isNew(scomName);
     if (smrtln::isPipe(object) && getBomValue(object, "minsul") != "0") {
         names_.registerInsulation(object);
     }
+    return first;
 }
 
 void CataBuilder::writeObject(HxDbSmrtlnEntity* object) {
     if (getBomValue(object, "minsul") != "0" && !smrtln::isNozzle(object)) {
         insulated_.push_back(object);
     }
-    CataItem item;
-    buildItem(item, object);
-    if (item.exists) {
+    const std::string& scomName = names_.getScomName(object);
+    if (!startEntry(object, scomName)) {
         return;
     }
-    if (!writeComponentEntry(item)) {
+    CataItem item;
+    item.scomName = scomName;
+    if (!writeComponentEntry(item, object)) {
         return;
     }
     if (object->isKindOf(HxDbBalloon::desc())) {
@@ -214,8 +207,9 @@ void CataBuilder::writeObject(HxDbSmrtlnEntity* object) {
     writeBolts(object);
 }
 
-bool CataBuilder::writeComponentEntry(CataItem& item) {
+bool CataBuilder::writeComponentEntry(CataItem& item, const HxDbSmrtlnEntity* object) {
     requireOpen();
+    fillItem(item, object, names_, texts_);
     fillPoints(item, item.object);
     if (!writeEntry(item, item.item)) {
         leaveOut(item.object, "catalogue entry", "has no GType");
@@ -369,8 +363,9 @@ void CataBuilder::writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles) {
 
 bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
     CataItem item;
-    buildItem(item, nozzle);
-    if (!item.exists && !writeComponentEntry(item)) {
+    item.scomName = names_.getScomName(nozzle);
+    const bool first = startEntry(nozzle, item.scomName);
+    if (first && !writeComponentEntry(item, nozzle)) {
         return false;
     }
     if (getBomValue(nozzle, "size1").find('*') != std::string_view::npos) {
@@ -378,7 +373,7 @@ bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
         return false;
     }
     if (item.points.empty()) {
-        leaveOut(nozzle, "nozzle", item.exists ? "shares the entry of another nozzle" : "has no points");
+        leaveOut(nozzle, "nozzle", first ? "has no points" : "shares the entry of another nozzle");
         return false;
     }
     writeShape(item, {});

@@ -40,11 +40,12 @@ public:
 
 private:
     bool hasTypes(const ComponentList& objects, const ObjectSet& skipSet, ComponentList& kept);
-    void buildItem(CataItem& item, const HxDbSmrtlnEntity* object);
+    // Marks the object's entry and registers its insulation; false when the entry was marked already.
+    bool startEntry(const HxDbSmrtlnEntity* object, const std::string& scomName);
     void writeObject(HxDbSmrtlnEntity* object);
     bool writeNozzle(const HxDbNozzleModel* nozzle);
-    // False, with nothing written, for an object without GType.
-    bool writeComponentEntry(CataItem& item);
+    // Fills the item, whose name is set, and writes it. False, with nothing written, for an object without GType.
+    bool writeComponentEntry(CataItem& item, const HxDbSmrtlnEntity* object);
     bool writeEntry(CataItem& item, std::string_view kind);
     void writeTree(CataItem& item);
     void findSkey(CataItem& item, std::string_view kind);

@@ -49,10 +49,9 @@ struct CataItem {
     std::string ptseName;
     std::string sdteName;
     std::string smteName;
-    bool exists = false;  // the component's name was created already
     bool virtualGasket = false;
     const HxDbSmrtlnEntity* object = nullptr;
 };
 
-// Reads everything that an object tells of itself. Names and `exists` stay as they are.
+// Reads everything that an object tells of itself. Names stay as they are.
 void fillItem(CataItem& item, const HxDbSmrtlnEntity* object, const NameManager& names, const ConfigTexts& texts);

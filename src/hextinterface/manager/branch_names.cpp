@@ -25,6 +25,18 @@ const std::string& UniqueTexts::add(HxDbObjectId id, std::string text, std::stri
     return texts_[at];
 }
 
+std::uint32_t MemberCounters::next(const std::string* branch, const std::string* gtype) {
+    const std::uint64_t hash = reinterpret_cast<std::uintptr_t>(branch) * 31 + reinterpret_cast<std::uintptr_t>(gtype);
+    std::uint32_t number = index_.find(
+        hash, [&](std::uint32_t at) { return rows_[at].branch == branch && rows_[at].gtype == gtype; });
+    if (number == FlatIndex::none) {
+        number = static_cast<std::uint32_t>(rows_.size());
+        rows_.push_back({branch, gtype, 0});
+        index_.add(hash, number);
+    }
+    return ++rows_[number].count;
+}
+
 BranchStop readBranchStop(const HxDbTubeStop&) {
     return {};
 }
@@ -39,13 +51,13 @@ bool meets(const BranchStop& a, const BranchStop& b) {
 }  // namespace naming
 
 const std::string* NameManager::State::branchOf(const HxDbObject* object) const {
-    const auto at = componentBranches.find(naming::idOf(object));
-    return at == componentBranches.end() ? nullptr : at->second;
+    const naming::ObjectFacts* known = facts.find(naming::idOf(object));
+    return known != nullptr ? known->branch : nullptr;
 }
 
 void NameManager::State::setBranch(std::span<HxDbSmrtlnEntity* const> list, const std::string& branch) {
     for (const HxDbSmrtlnEntity* component : list) {
-        componentBranches[naming::idOf(component)] = &branch;
+        factsOf(component).branch = &branch;
     }
     for (const HxDbSmrtlnEntity* end : {list.back(), list.front()}) {
         if (const HxDbTubeStop* stop = HxDbTubeStop::cast(end)) {
@@ -124,11 +136,11 @@ bool NameManager::matchTubeStop(const HxDbObject* object, std::string& branch) c
 
 const std::string& NameManager::getMemberName(const HxDbObject* object) {
     const std::string& branch = getBranchNameOf(object);
-    const std::string*& known = state_->memberNames[naming::idOf(object)];
+    const std::string*& known = state_->factsOf(object).member;
     if (known == nullptr) {
         constexpr std::size_t maxBytes = 127;
-        const std::string gtype = getGtype(object);
-        const std::uint32_t counter = state_->memberCounters.next(branch + '\0' + gtype);
+        const std::string& gtype = getGtype(object);
+        const std::uint32_t counter = state_->memberCounters.next(&branch, &gtype);
         std::string name = gtype + " " + std::to_string(counter) + " of BRANCH /" + branch;
         name.resize(std::min(name.size(), maxBytes));
         known = &state_->put(name, NameKind::Member);

@@ -155,25 +155,17 @@ std::string composeName(const ComponentKey& key) {
     return name += 'R';
 }
 
-std::uint32_t ComponentTable::numberOf(const ComponentKey& key) {
-    const std::uint64_t hash = key.hash();
-    std::uint32_t number = index_.find(hash, [&](std::uint32_t at) { return entries_[at].key == key; });
-    if (number == FlatIndex::none) {
-        number = static_cast<std::uint32_t>(entries_.size());
-        entries_.emplace_back().key = key;
-        index_.add(hash, number);
-    }
-    return number;
-}
-
 ComponentEntry& ComponentTable::find(const HxDbObject* object, CodeTables& codes) {
-    const std::int64_t id = object != nullptr ? object->objectId().toInt() : 0;
-    Recent& recent = recent_[static_cast<std::size_t>(id) % recentCount];
-    if (recent.id != id) {
-        const bool isWeld = HxDbTubeWeld::cast(object) != nullptr;
-        recent = {id, numberOf(makeKey(readAttrSet(object), isWeld, codes))};
+    const ComponentKey key = makeKey(readAttrSet(object), HxDbTubeWeld::cast(object) != nullptr, codes);
+    const std::uint64_t hash = key.hash();
+    const std::uint32_t known = index_.find(hash, [&](std::uint32_t at) { return entries_[at].key == key; });
+    if (known != FlatIndex::none) {
+        return entries_[known];
     }
-    return entries_[recent.number];
+    index_.add(hash, static_cast<std::uint32_t>(entries_.size()));
+    ComponentEntry& entry = entries_.emplace_back();
+    entry.key = key;
+    return entry;
 }
 
 }  // namespace naming

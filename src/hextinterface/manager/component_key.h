@@ -81,27 +81,19 @@ struct ComponentEntry {
     const std::string* mtset = nullptr;
     const std::string* stype = nullptr;
     const std::string* shortName = nullptr;
+    const std::string* spec = nullptr;
     const std::string* spco = nullptr;
 };
 
-// Entries by key, with the entry of each object asked for lately.
+// Entries by key.
 class ComponentTable {
 public:
     // The entry stays valid as long as the table.
     ComponentEntry& find(const HxDbObject* object, CodeTables& codes);
 
 private:
-    std::uint32_t numberOf(const ComponentKey& key);
-
-    struct Recent {
-        std::int64_t id = -1;
-        std::uint32_t number = 0;
-    };
-    static constexpr std::size_t recentCount = 4096;
-
     FlatIndex index_;
     std::deque<ComponentEntry> entries_;
-    std::vector<Recent> recent_ = std::vector<Recent>(recentCount);
 };
 
 }  // namespace naming

@@ -167,20 +167,23 @@ const std::string& NameManager::getSpecName(const HxDbObject* object) {
     if (isA<HxDbSupportModel>(object)) {
         return supportSpec;
     }
-    std::string name;
-    if (isA<HxDbNozzleModel>(object)) {
-        name = getStype(object);
-        (name += '_') += getBomValue(object, "size");
-        (name += '_') += getBomValue(object, "rating");
-    } else if (isA<HxDbBalloon>(object)) {
-        name = "BALLOON";
-    } else if (isA<HxDbTubeWeld>(object)) {
-        name = getBomValue(object, "size");
-        (name += '_') += getBomValue(object, "stype");
-    } else {
-        name = getBomValue(object, "specname");
-    }
-    return state_->m_nameCreatedFlagMap.putUnchecked(name, NameKind::Spec);
+    ComponentEntry* entry = hasSpecOfKey(object) ? &state_->entryOf(object) : nullptr;
+    return once(entry, &ComponentEntry::spec, [&]() -> const std::string& {
+        std::string name;
+        if (isA<HxDbNozzleModel>(object)) {
+            name = getStype(object);
+            (name += '_') += getBomValue(object, "size");
+            (name += '_') += getBomValue(object, "rating");
+        } else if (isA<HxDbBalloon>(object)) {
+            name = "BALLOON";
+        } else if (isA<HxDbTubeWeld>(object)) {
+            name = getBomValue(object, "size");
+            (name += '_') += getBomValue(object, "stype");
+        } else {
+            name = getBomValue(object, "specname");
+        }
+        return state_->m_nameCreatedFlagMap.putUnchecked(name, NameKind::Spec);
+    });
 }
 
 const std::string& NameManager::getStype(const HxDbObject* object) {

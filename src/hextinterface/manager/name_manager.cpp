@@ -67,6 +67,14 @@ constexpr FixedName fixedNames[] = {
 
 }  // namespace naming
 
+naming::ComponentEntry& NameManager::State::entryOf(const HxDbObject* object) {
+    naming::ComponentEntry*& entry = factsOf(object).entry;
+    if (entry == nullptr) {
+        entry = &components.find(object, codes);
+    }
+    return *entry;
+}
+
 NameManager::NameManager() : state_(std::make_unique<State>()) {
     for (const auto& [name, kind] : naming::fixedNames) {
         state_->put(name, kind);
@@ -76,14 +84,17 @@ NameManager::NameManager() : state_(std::make_unique<State>()) {
 NameManager::~NameManager() = default;
 
 void NameManager::markNameCreated(std::string_view name) {
+    if (!markIfNotCreated(name)) {
+        throw RunException(fillPlaceholder("%1% 命名已被创建！", std::string(name)));
+    }
+}
+
+bool NameManager::markIfNotCreated(std::string_view name) {
     NameEntry* entry = state_->m_nameCreatedFlagMap.find(name);
     if (entry == nullptr) {
         throw RunException(fillPlaceholder("%1% 命名不是来之命名类！", std::string(name)));
     }
-    if (entry->created) {
-        throw RunException(fillPlaceholder("%1% 命名已被创建！", std::string(name)));
-    }
-    entry->created = true;
+    return !std::exchange(entry->created, true);
 }
 
 bool NameManager::isNameCreated(std::string_view name) const {

@@ -56,6 +56,8 @@ public:
     // ------------------------------------------------------------------------------------------ state of an element
     // RunException for a name that is not known or has been created already.
     void markNameCreated(std::string_view name);
+    // Marks a name that is not created yet; false for one that is. RunException for an unknown name.
+    bool markIfNotCreated(std::string_view name);
     // False for an unknown name.
     bool isNameCreated(std::string_view name) const;
     bool isNameKnown(std::string_view name) const;
@@ -72,7 +74,7 @@ public:
     void reportLostMappings() const;
     // Empty when no row matches. ExportException when both "item" and "itype" are empty.
     std::string getSkey(const HxDbObject* object);
-    std::string getGtype(const HxDbObject* object);
+    const std::string& getGtype(const HxDbObject* object);
 
     // ------------------------------------------------------------------------------------------------- components
     const std::string& getCataName(const HxDbObject* object);

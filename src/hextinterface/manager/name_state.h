@@ -6,6 +6,7 @@
 #include "hextinterface/manager/name_table.h"
 #include "hextinterface/manager/type_mapping.h"
 #include "platform/attribute_cache.h"
+#include "platform/id_pages.h"
 
 #include <unordered_map>
 #include <utility>
@@ -77,6 +78,29 @@ private:
     std::map<std::pair<std::string, std::string>, int> pairs_;
 };
 
+// What is known of one object; null where it has not been asked for.
+struct ObjectFacts {
+    ComponentEntry* entry = nullptr;
+    const std::string* gtype = nullptr;
+    const std::string* branch = nullptr;
+    const std::string* member = nullptr;
+};
+
+// Members of a branch by GType, counted from 1. Texts are told apart by their place, of which each has one.
+class MemberCounters {
+public:
+    std::uint32_t next(const std::string* branch, const std::string* gtype);
+
+private:
+    struct Row {
+        const std::string* branch;
+        const std::string* gtype;
+        std::uint32_t count;
+    };
+    FlatIndex index_;
+    std::vector<Row> rows_;
+};
+
 }  // namespace naming
 
 struct NameManager::State {
@@ -85,13 +109,14 @@ struct NameManager::State {
     naming::ComponentTable components;
     naming::TypeMapping mapping;
 
-    naming::TextCounters gtypeCounters, shortCounters, branchCounters, memberCounters;
-    naming::TextTable stypes;
+    naming::TextCounters gtypeCounters, shortCounters, branchCounters;
+    naming::MemberCounters memberCounters;
+    naming::TextTable gtypes, stypes;
 
     int sharedNumber = 0;  // one counter for pipes, sites and zones
     naming::UniqueTexts pipeNames, siteNames, zoneNames;
 
-    std::unordered_map<HxDbObjectId, const std::string*> componentBranches, memberNames;
+    IdPages<naming::ObjectFacts> facts;
     std::vector<std::pair<naming::BranchStop, const std::string*>> branchStops;
 
     InsulationTable insulation;
@@ -100,7 +125,8 @@ struct NameManager::State {
     naming::BoundEquipment equipment;
 
     const std::string& put(std::string_view name, NameKind kind) { return m_nameCreatedFlagMap.put(name, kind); }
-    naming::ComponentEntry& entryOf(const HxDbObject* object) { return components.find(object, codes); }
-    void setBranch(std::span<HxDbSmrtlnEntity* const> components, const std::string& branch);
+    naming::ObjectFacts& factsOf(const HxDbObject* object) { return facts[naming::idOf(object)]; }
+    naming::ComponentEntry& entryOf(const HxDbObject* object);
+    void setBranch(std::span<HxDbSmrtlnEntity* const> list, const std::string& branch);
     const std::string* branchOf(const HxDbObject* object) const;
 };

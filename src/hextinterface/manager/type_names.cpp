@@ -45,14 +45,36 @@ void logLostGtype(const TypeFields& fields) {
     log.writeText(naming::joined(fields, ',') + "\n");
 }
 
+void forgetGtypes(NameManager::State& state) {
+    state.facts.forEach([](HxDbObjectId, naming::ObjectFacts& facts) { facts.gtype = nullptr; });
+}
+
+std::string findGtype(naming::TypeMapping& mapping, const HxDbObject* object) {
+    const FixedTypes* fixed = fixedTypesOf(object);
+    if (fixed != nullptr && fixed->gtype != nullptr) {
+        return fixed->gtype;
+    }
+    if (smrtln::isBend(object)) {
+        return "BEND";
+    }
+    const TypeFields fields = readTypeFields(object);
+    std::string gtype = mapping.gtypeOf(fields);
+    if (gtype.empty()) {
+        logLostGtype(fields);
+    }
+    return gtype;
+}
+
 }  // namespace
 
 void NameManager::loadSkeyTable() {
     state_->mapping.loadSkeys();
+    forgetGtypes(*state_);
 }
 
 void NameManager::loadTypeTable() {
     state_->mapping.loadGtypes();
+    forgetGtypes(*state_);
 }
 
 void NameManager::reportLostMappings() const {
@@ -68,18 +90,15 @@ std::string NameManager::getSkey(const HxDbObject* object) {
     return fixed != nullptr ? fixed->skey : state_->mapping.skeyOf(readTypeFields(object));
 }
 
-std::string NameManager::getGtype(const HxDbObject* object) {
-    const FixedTypes* fixed = fixedTypesOf(object);
-    if (fixed != nullptr && fixed->gtype != nullptr) {
-        return fixed->gtype;
+// A GType that is missing is sought anew, since each look-up leaves its line in the logs.
+const std::string& NameManager::getGtype(const HxDbObject* object) {
+    const std::string*& known = state_->factsOf(object).gtype;
+    if (known == nullptr) {
+        const std::string gtype = findGtype(state_->mapping, object);
+        if (gtype.empty()) {
+            return naming::noName;
+        }
+        known = &state_->gtypes[state_->gtypes.add(gtype).number];
     }
-    if (smrtln::isBend(object)) {
-        return "BEND";
-    }
-    const TypeFields fields = readTypeFields(object);
-    std::string gtype = state_->mapping.gtypeOf(fields);
-    if (gtype.empty()) {
-        logLostGtype(fields);
-    }
-    return gtype;
+    return *known;
 }

@@ -16,11 +16,7 @@ void SpecFile::lines(std::span<const std::string_view> all) {
 }
 
 bool markIfNew(NameManager& names, std::string_view name) {
-    if (names.isNameCreated(name)) {
-        return false;
-    }
-    names.markNameCreated(name);
-    return true;
+    return names.markIfNotCreated(name);
 }
 
 void writeWeldWorld(SpecFile& out, NameManager& names, const std::string& name,
