@@ -10,8 +10,8 @@
 #include "platform/smrtln.h"
 #include "tolmar/run_report.h"
 
-#include <map>
-#include <unordered_set>
+#include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -132,26 +132,39 @@ void PipeSpecWriter::writeFixedBendSpec() {
     }
 }
 
+// By specification, and in it by GType. Equal names are one text, so that most compare by their place.
+bool PipeSpecWriter::Member::operator<(const Member& other) const {
+    if (spec != other.spec && *spec != *other.spec) {
+        return *spec < *other.spec;
+    }
+    return gtype != other.gtype && *gtype < *other.gtype;
+}
+
 void PipeSpecWriter::writeBranchSpecs(const ComponentList& objects, const ObjectSet& skipSet) {
-    std::map<std::string, std::map<std::string, Objects>> groups;
+    members_.clear();
     for (const HxDbSmrtlnEntity* object : objects) {
         if (hasSpecRow(object, skipSet)) {
-            groups[names_.getSpecName(object)][names_.getGtype(object)].push_back(object);
+            members_.push_back({&names_.getSpecName(object), &names_.getGtype(object), object});
         }
     }
-    for (const auto& [spec, types] : groups) {
-        writeHead(types.begin()->second.front());
-        for (const auto& [gtype, list] : types) {
-            writeTypeRows(list);
+    std::stable_sort(members_.begin(), members_.end());
+    const std::string* spec = nullptr;
+    for (auto first = members_.begin(); first != members_.end();) {
+        if (spec == nullptr || *spec != *first->spec) {
+            spec = first->spec;
+            writeHead(first->object);
         }
+        const auto last = std::find_if(first, members_.end(), [first](const Member& m) { return *first < m; });
+        writeTypeRows({first, last});
+        first = last;
     }
 }
 
 void PipeSpecWriter::writeHead(const HxDbSmrtlnEntity* object) {
     specOut_.line("");
-    const std::string bolts = names_.getBoltSpecName(getBomValue(object, "specname"));
+    const std::string& bolts = names_.getBoltSpecName(getBomValue(object, "specname"));
     const bool hasBolts = names_.isNameCreated(bolts);
-    const std::string name = names_.getSpecName(object);
+    const std::string& name = names_.getSpecName(object);
     require(name, object, "等级名称为空");
     const bool isNew = markIfNew(names_, name);
     if (isNew) {
@@ -176,30 +189,31 @@ void PipeSpecWriter::writeHeading() {
 }
 
 // The first of equal components stands for all; olets and bosses come last.
-PipeSpecWriter::Objects PipeSpecWriter::distinctRows(const Objects& objects) {
-    std::unordered_set<std::string> met;
-    Objects rows;
-    Objects branchRows;
-    for (const HxDbSmrtlnEntity* object : objects) {
-        if (met.insert(names_.getSpcoName(object)).second) {
-            (isBranchItem(getBomValue(object, "item")) ? branchRows : rows).push_back(object);
-        }
+void PipeSpecWriter::takeDistinctRows(std::span<const Member> members) {
+    rows_.clear();
+    for (const Member& member : members) {
+        rows_.push_back({&names_.getSpcoName(member.object), rows_.size(), member.object});
     }
-    rows.insert(rows.end(), branchRows.begin(), branchRows.end());
-    return rows;
+    // Equal rows have one name, which stands at one place; the order of places shows nowhere.
+    std::sort(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) {
+        return a.name != b.name ? std::less<>()(a.name, b.name) : a.number < b.number;
+    });
+    const auto end =
+        std::unique(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) { return a.name == b.name; });
+    rows_.erase(end, rows_.end());
+    std::sort(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) { return a.number < b.number; });
+    std::stable_partition(rows_.begin(), rows_.end(),
+                          [](const Row& row) { return !isBranchItem(getBomValue(row.object, "item")); });
 }
 
-void PipeSpecWriter::writeTypeRows(const Objects& objects) {
-    const Objects rows = distinctRows(objects);
-    if (rows.empty()) {
-        return;
-    }
+void PipeSpecWriter::writeTypeRows(std::span<const Member> members) {
+    takeDistinctRows(members);
     writeHeading();
-    const std::vector<int> order = columnOrder(rows.front());
-    for (const HxDbSmrtlnEntity* object : rows) {
-        tryRow(object, order);
+    const std::vector<int> order = columnOrder(rows_.front().object);
+    for (const Row& row : rows_) {
+        tryRow(row.object, order);
     }
-    writeUdas(rows);
+    writeUdas();
 }
 
 void PipeSpecWriter::tryRow(const HxDbSmrtlnEntity* object, const std::vector<int>& order) {
@@ -211,23 +225,23 @@ void PipeSpecWriter::tryRow(const HxDbSmrtlnEntity* object, const std::vector<in
 }
 
 void PipeSpecWriter::writeRow(const HxDbSmrtlnEntity* object, const std::vector<int>& order) {
-    const std::string scom = names_.findScomName(object);
+    const std::string& scom = names_.findScomName(object);
     require(scom, object, "未创建该对象的SCOM");
-    const std::string dtset = names_.findDtsetName(object);
+    const std::string& dtset = names_.findDtsetName(object);
     require(dtset, object, "未创建该对象的DTEXT");
-    const std::string mtset = names_.findMtsetName(object);
+    const std::string& mtset = names_.findMtsetName(object);
     require(mtset, object, "未创建该对象的MTEXT");
-    const std::string gtype = names_.getGtype(object);
+    const std::string& gtype = names_.getGtype(object);
     if (gtype.empty()) {
         throw RunException("GType空值");
     }
-    const std::string spco = names_.getSpcoName(object);
+    const std::string& spco = names_.getSpcoName(object);
     if (names_.isNameCreated(spco)) {
         return;
     }
     const std::string bores = boreColumns(object, order);
     names_.markNameCreated(spco);
-    const std::string shortName = names_.getSpcoShortName(object);
+    const std::string& shortName = names_.getSpcoShortName(object);
     markIfNew(names_, shortName);
     specOut_.line(gtype, "  */", shortName, bores, "  ", names_.getStype(object), "  FALSE  /", scom, "  /", dtset,
                   "  /", mtset, "  =0  =0");
@@ -261,15 +275,14 @@ std::string PipeSpecWriter::balloonColumns(const HxDbSmrtlnEntity* balloon) {
     return "  " + size + "  0" + size + "  0" + size + "  0" + size;
 }
 
-void PipeSpecWriter::writeUdas(const Objects& objects) {
-    std::string lines;
-    for (const HxDbSmrtlnEntity* object : objects) {
-        lines.clear();
-        lines.append("OLD /").append(names_.getSpcoName(object)).append("\n");
+void PipeSpecWriter::writeUdas() {
+    udaLines_.clear();
+    for (const Row& row : rows_) {
+        udaLines_.append("OLD /").append(*row.name).append("\n");
         for (const RowUda& uda : rowUdas) {
-            context_.udas.writeUda(lines, uda.name,
-                                   uda.key.empty() ? std::string_view() : getBomValue(object, uda.key));
+            context_.udas.writeUda(udaLines_, uda.name,
+                                   uda.key.empty() ? std::string_view() : getBomValue(row.object, uda.key));
         }
-        udaOut_.write(lines);
     }
+    udaOut_.write(udaLines_);
 }

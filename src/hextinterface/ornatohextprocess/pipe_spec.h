@@ -5,6 +5,8 @@
 #include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/spec_file.h"
 
+#include <span>
+#include <string>
 #include <vector>
 
 // Nominal size at an end (from 1) by the object's specification; 0 when it does not tell. A weld is stood in for by the
@@ -24,20 +26,33 @@ public:
     void writeBranchSpecs(const ComponentList& objects, const ObjectSet& skipSet);
 
 private:
-    using Objects = std::vector<const HxDbSmrtlnEntity*>;
+    struct Member {
+        const std::string* spec;
+        const std::string* gtype;
+        const HxDbSmrtlnEntity* object;
+        bool operator<(const Member& other) const;
+    };
+    struct Row {
+        const std::string* name;
+        std::size_t number;
+        const HxDbSmrtlnEntity* object;
+    };
 
     void writeHead(const HxDbSmrtlnEntity* object);
     void writeHeading();
-    void writeTypeRows(const Objects& objects);
-    Objects distinctRows(const Objects& objects);
+    void writeTypeRows(std::span<const Member> members);
+    void takeDistinctRows(std::span<const Member> members);
     void tryRow(const HxDbSmrtlnEntity* object, const std::vector<int>& order);
     void writeRow(const HxDbSmrtlnEntity* object, const std::vector<int>& order);
     std::string boreColumns(const HxDbSmrtlnEntity* object, const std::vector<int>& order);
     std::string balloonColumns(const HxDbSmrtlnEntity* balloon);
-    void writeUdas(const Objects& objects);
+    void writeUdas();
 
     SpecFile specOut_;
     SpecFile udaOut_;
     ExportContext& context_;
     NameManager& names_;
+    std::vector<Member> members_;  // of the branch in hand
+    std::vector<Row> rows_;        // of its specification and GType in hand
+    std::string udaLines_;
 };
