@@ -93,11 +93,15 @@ TEST(MacroText, FramesRefuseAxesWithoutLength) {
 
 TEST(MacroText, QuotingEscapesNothingByItself) {
     EXPECT_EQ(escapeQuotes("O'Neil's"), "O''Neil''s");
-    EXPECT_EQ(quoteValue(""), "'unset'");
-    EXPECT_EQ(quoteValue("unset"), "'unset'");
-    EXPECT_EQ(quoteValue("UNSET"), "'UNSET'");
-    EXPECT_EQ(quoteRef("A/B"), "'/A/B'");
-    EXPECT_EQ(quoteRef("unset"), "'unset'");
+    EXPECT_EQ(escapeQuotes("'"), "''");
+    std::string line;
+    for (const char* value : {"", "unset", "UNSET"}) {
+        appendValue(line, value);
+        line += ',';
+    }
+    appendRef(line, "A/B");
+    appendRef(line, "unset");
+    EXPECT_EQ(line, "'unset','unset','UNSET','/A/B''unset'");
     for (const char* good : {"", "12", "-1.5", " 1 2", "1.2.3"}) {
         EXPECT_TRUE(isNumericText(good)) << good;
     }

@@ -10,24 +10,29 @@
 #include "platform/id_pages.h"
 #include "platform/objects.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 // The items of a branch with a quick answer to whether an object stands among them. The list must outlive this.
 class BranchItems {
 public:
     explicit BranchItems(const std::vector<HxDbSmrtlnEntity*>& items)
-        : items_(&items), set_(items.begin(), items.end()) {}
+        : items_(&items), sorted_(items.begin(), items.end()) {
+        std::sort(sorted_.begin(), sorted_.end(), std::less<>());
+    }
     const std::vector<HxDbSmrtlnEntity*>& list() const { return *items_; }
-    bool contains(const HxDbObject* object) const { return set_.contains(object); }
+    bool contains(const HxDbObject* object) const {
+        return std::binary_search(sorted_.begin(), sorted_.end(), object, std::less<>());
+    }
 
 private:
     const std::vector<HxDbSmrtlnEntity*>* items_;
-    std::unordered_set<const HxDbObject*> set_;
+    std::vector<const HxDbObject*> sorted_;  // by address, which shows nowhere
 };
 
 // Port number of a connection that the catalogue element does not have.

@@ -50,12 +50,12 @@ std::string clause(char letter, const HxGeVector3D& axis) {
     return std::string(1, letter) + " is " + direction;
 }
 
-std::string quoted(const char* before, std::string_view text) {
+void appendQuoted(std::string& out, std::string_view before, std::string_view text) {
     if (text.empty() || text == "unset") {
-        return "'unset'";
+        out += "'unset'";
+        return;
     }
-    std::string result = before;
-    return result.append(text).append("'");
+    out.append(before).append(text) += '\'';
 }
 
 }  // namespace
@@ -186,21 +186,25 @@ std::string axesText(const HxGeVector3D& x, const HxGeVector3D& y) {
     return "X is " + directionText(x) + " and Y is " + directionText(y);
 }
 
+void appendEscaped(std::string& out, std::string_view text) {
+    for (std::size_t quote; (quote = text.find('\'')) != std::string_view::npos; text.remove_prefix(quote + 1)) {
+        out.append(text.substr(0, quote)) += "''";
+    }
+    out += text;
+}
+
 std::string escapeQuotes(std::string_view text) {
     std::string result;
-    result.reserve(text.size());
-    for (const char c : text) {
-        result.append(c == '\'' ? 2 : 1, c);
-    }
+    appendEscaped(result, text);
     return result;
 }
 
-std::string quoteValue(std::string_view value) {
-    return quoted("'", value);
+void appendValue(std::string& out, std::string_view value) {
+    appendQuoted(out, "'", value);
 }
 
-std::string quoteRef(std::string_view name) {
-    return quoted("'/", name);
+void appendRef(std::string& out, std::string_view name) {
+    appendQuoted(out, "'/", name);
 }
 
 bool isNumericText(std::string_view text) {

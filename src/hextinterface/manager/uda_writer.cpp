@@ -63,9 +63,16 @@ tolmar::OutputFile openedFile(std::string_view path) {
     return file;
 }
 
+void appendQuoted(std::string& out, std::string_view text) {
+    out += '\'';
+    appendEscaped(out, text);
+    out += '\'';
+}
+
 std::string quoted(std::string_view text) {
-    std::string result = "'";
-    return (result += escapeQuotes(text)) += '\'';
+    std::string result;
+    appendQuoted(result, text);
+    return result;
 }
 
 }  // namespace
@@ -126,7 +133,8 @@ void UdaWriter::writeUda(std::string& out, std::string_view name, std::string_vi
     }
     definition(name);
     ((out += ':') += name) += ' ';
-    (out += quoted(value)) += " \n";
+    appendQuoted(out, value);
+    out += " \n";
 }
 
 // Writes pieces of one list, each into an attribute of its own.

@@ -6,6 +6,8 @@
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr double straightTolerance = 1e-8;
@@ -51,15 +53,10 @@ bool alongWorldAxis(const HxGeVector3D& v) {
            v.isParallelTo(HxGeVector3D::kZAxis, sameDirection);
 }
 
-const std::string& firstSet(std::initializer_list<const std::string*> choices) {
-    const std::string* last = nullptr;
-    for (const std::string* choice : choices) {
-        last = choice;
-        if (!isUnset(*choice)) {
-            break;
-        }
-    }
-    return *last;
+// The first that is set, else the last.
+std::string_view firstSet(std::initializer_list<std::string_view> choices) {
+    const auto set = std::find_if(choices.begin(), choices.end(), [](std::string_view text) { return !isUnset(text); });
+    return set != choices.end() ? *set : *(choices.end() - 1);
 }
 
 // Pass 2: walks the entries along the branch.
@@ -109,7 +106,7 @@ private:
 
     void inheritTube(_HextComponentDesc& c) const {
         if (isUnset(c.lstube)) {
-            c.lstube = firstSet({&branch_.lstube, &components_.front()->lstube, &components_.back()->lstube});
+            c.lstube = firstSet({branch_.lstube, components_.front()->lstube, components_.back()->lstube});
         }
     }
 
@@ -118,7 +115,7 @@ private:
         const HxGePoint3D to = c.arriveAt();
         const HxGeVector3D v = (to - from).normal();
         if (v.length() > 0) {
-            const std::string& tube = firstSet({&branch_.lstube, &before.lstube, &c.lstube});
+            const std::string_view tube = firstSet({branch_.lstube, before.lstube, c.lstube});
             insertBend(from, v, tube, c);
             insertBend(to, v, tube, c);
         }
@@ -130,7 +127,7 @@ private:
         if (v.length() == 0) {
             return;
         }
-        const std::string& tube = firstSet({&branch_.lstube, &components_.front()->lstube});
+        const std::string_view tube = firstSet({branch_.lstube, components_.front()->lstube});
         if (point_.distanceTo(to) > nearHead) {
             insertBend(point_, v, tube, c);
         }
@@ -143,12 +140,12 @@ private:
         const HxGeVector3D e = (branch_.tailPoint - last.leaveAt()).normal();
         const HxGeVector3D d = (branch_.tailPoint - point_).normal();
         if (d.length() > straightTolerance && direction_.crossProduct(e).length() > straightTolerance) {
-            insertBend(point_, d, firstSet({&branch_.lstube, &last.lstube}), last);
+            insertBend(point_, d, firstSet({branch_.lstube, last.lstube}), last);
             branch_.setDirection(End::Tail, -d);
         }
     }
 
-    void insertBend(const HxGePoint3D& at, const HxGeVector3D& along, const std::string& tube,
+    void insertBend(const HxGePoint3D& at, const HxGeVector3D& along, std::string_view tube,
                     const _HextComponentDesc& cause) {
         HxGeVector3D x;
         HxGeVector3D y;

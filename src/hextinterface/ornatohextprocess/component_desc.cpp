@@ -31,12 +31,12 @@ bool isWeld(const HxDbObject* object) {
 }
 
 // Welds stand in no table of specifications, so one without a row has no reference and is written all the same.
-std::string referenceOf(const HxDbSmrtlnEntity* object, NameManager& names) {
+std::string_view referenceOf(const HxDbSmrtlnEntity* object, NameManager& names) {
     if (!isWeld(object)) {
         return requireSpco(object, names);
     }
-    std::string name = names.findSpcoName(object);
-    return createdSpcos().count(name) != 0 ? name : "unset";
+    const std::string& name = names.findSpcoName(object);
+    return createdSpcos().contains(name) ? std::string_view(name) : "unset";
 }
 
 // Every pipe of the run needs a row, the last one's counts.
@@ -56,6 +56,19 @@ TubeRun readTubeRun(const BranchSource& source, std::size_t from) {
     return run;
 }
 
+// What the pipeline of an item tells; mostly the same one as that of the item before.
+const LineFacts& lineOf(const BranchSource& source, const HxDbSmrtlnEntity* entity) {
+    LineFacts& line = source.line;
+    const std::string_view number = getBomValue(entity, "lineno");
+    if (number != line.number) {
+        const HxDbObject* pipeline = openAs<HxDbObject>(idOf(number));
+        line.number = number;
+        line.insulated = pipeline != nullptr && isInsulated(pipeline);
+        line.hasCode = !getBomValue(pipeline, "insulcode").empty();
+    }
+    return line;
+}
+
 constexpr std::string_view turnedTypes[] = {"VALV", "FILT", "TRAP", "INST"};
 
 }  // namespace
@@ -70,9 +83,9 @@ bool& eqnoName() {
     return flag;
 }
 
-std::string requireSpco(const HxDbSmrtlnEntity* object, NameManager& names) {
-    const std::string name = names.findSpcoName(object);
-    if (name.empty() || createdSpcos().count(name) == 0) {
+const std::string& requireSpco(const HxDbSmrtlnEntity* object, NameManager& names) {
+    const std::string& name = names.findSpcoName(object);
+    if (name.empty() || !createdSpcos().contains(name)) {
         hxcad::hextPrintf("Error:%lld<对象未创建等级>", idNumber(object));
         throw ExportException("对象未创建等级");
     }
@@ -127,9 +140,7 @@ void _HextComponentDesc::takeTube(const BranchSource& source, std::size_t index)
 void _HextComponentDesc::takeName(const BranchSource& source) {
     NameManager& names = source.context.names;
     name = names.getMemberName(entity);
-    if (!names.isNameCreated(name)) {
-        names.markNameCreated(name);
-    }
+    names.markIfNotCreated(name);
     if (eqnoName()) {
         takeCustomName();
     }
@@ -154,7 +165,7 @@ void _HextComponentDesc::takeCustomName() {
 
 void _HextComponentDesc::setUdaValues(const HxDbSmrtlnEntity* object) {
     const struct {
-        std::string& field;
+        std::string_view& field;
         std::string_view key;
     } values[] = {{userItem, "item"}, {userType, "itype"}, {compName, "name"}, {tag, "tag"}, {material, "material"}};
     for (const auto& [field, key] : values) {
@@ -173,6 +184,7 @@ void _HextComponentDesc::fillWith(const BranchSource& source, std::size_t index,
 
 // A weld whose ends coincide runs along the axis that its orientation has.
 void _HextComponentDesc::takeDirections() {
+    directions.reserve(2);
     view.comp->getDirections(directions, entity, true);
     if (isWeld(entity) && directions.front().isZeroLength()) {
         directions.assign(2, view.x.normal());
@@ -222,28 +234,45 @@ void _HextComponentDesc::setAxes(const HxGeVector3D& x, const HxGeVector3D& y) {
 
 // ------------------------------------------------------------------------------------------------------------ lines
 
+void _HextComponentDesc::appendPlace(std::string& out) const {
+    appendRef(out, name);
+    out += ',';
+    appendValue(out, position);
+    out += ',';
+    appendValue(out, orientation);
+    out += ',';
+}
+
 void _HextComponentDesc::appendPorts(std::string& out) const {
-    out.append(flagText).append(",").append(quoteRef(spref)).append(",");
+    out.append(flagText) += ',';
+    appendRef(out, spref);
+    out += ',';
     appendInt(out, arrive);
     out += ',';
     appendInt(out, leave);
-    out.append(",").append(quoteRef(lstube)).append(",");
+    out += ',';
+    appendRef(out, lstube);
+    out += ',';
 }
 
 void _HextComponentDesc::write(std::string& out, bool) const {
     testNameLength(name, "comp");
-    out.append("!!ORNAPipeCreateComponent(").append(quoteValue(type)).append(isCustomName ? ",TRUE," : ",FALSE,");
-    out.append(quoteRef(name)).append(",").append(quoteValue(position)).append(",");
-    out.append(quoteValue(orientation)).append(",");
+    out += "!!ORNAPipeCreateComponent(";
+    appendValue(out, type);
+    out += isCustomName ? ",TRUE," : ",FALSE,";
+    appendPlace(out);
     appendPorts(out);
-    out.append(quoteValue(size)).append(")\n");
+    appendValue(out, size);
+    out += ")\n";
 }
 
 void _HextComponentDesc::writeWithNumber(std::string& out, const char* function, const char* kind,
                                          double number) const {
     testNameLength(name, kind);
-    out.append(function).append("(").append(quoteValue(type)).append(",").append(quoteRef(name)).append(",");
-    out.append(quoteValue(position)).append(",").append(quoteValue(orientation)).append(",");
+    out.append(function) += '(';
+    appendValue(out, type);
+    out += ',';
+    appendPlace(out);
     appendPorts(out);
     appendShort(out, number);
     out += ")\n";
@@ -264,7 +293,7 @@ void _HextHeightCompDesc::write(std::string& out, bool) const {
 // ---------------------------------------------------------------------------------------------------------- factory
 
 std::unique_ptr<_HextComponentDesc> makeComponentDesc(const HxDbSmrtlnEntity* entity, NameManager& names) {
-    const std::string type = names.getGtype(entity);
+    const std::string& type = names.getGtype(entity);
     if (type == "ELBO" || smrtln::isBend(entity)) {
         return std::make_unique<_HextAngleCompDesc>(type);
     }
@@ -284,9 +313,9 @@ std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, st
     const HxDbSmrtlnEntity* entity = source.items[index];
     auto component = makeComponentDesc(entity, source.context.names);
     component->fill(source, index);
-    const HxDbObject* pipeline = openByAttribute<HxDbObject>(entity, "lineno");
-    if (pipeline != nullptr && isInsulated(pipeline)) {
-        insulationCode(pipeline, entity);
+    const LineFacts& line = lineOf(source, entity);
+    if (line.insulated && !line.hasCode) {
+        insulationCode(nullptr, entity);
     }
     return component;
 }

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // The pipes and welds in a row behind a component, read once for all components before and among them.
@@ -17,7 +18,14 @@ struct TubeRun {
     std::size_t from = 0;  // of the items, up to but not including `to`
     std::size_t to = 0;
     std::size_t pipesEnd = 0;  // behind its last pipe
-    std::string lstube;        // the specification row of that pipe
+    std::string_view lstube;   // the specification row of that pipe
+};
+
+// What an item's pipeline tells, read once for all items of one number.
+struct LineFacts {
+    std::string_view number;
+    bool insulated = false;
+    bool hasCode = false;  // an insulation code of its own
 };
 
 // What a component is filled from: the branch that it lies in, and the run.
@@ -26,7 +34,8 @@ struct BranchSource {
     const BranchItems& lookup;
     ExportContext& context;
     const IdMarks& componentIds;
-    mutable TubeRun tubes = {};  // the last run that was read
+    mutable TubeRun tubes = {};   // the last run that was read
+    mutable LineFacts line = {};  // those of the last item
 };
 
 // Custom names by owner, unique over the whole file; the driver empties the table before the pipes. Module-wide.
@@ -53,20 +62,21 @@ public:
     std::string position = "unset";
     std::string orientation = "unset";
     bool axisPure = true;  // both axes of the orientation lie along world axes
-    std::string flagText = "FALSE";
-    std::string spref = "unset";
-    std::string lstube = "unset";  // the tube behind this component
+    // Views of names and attributes, which outlive the component.
+    std::string_view flagText = "FALSE";
+    std::string_view spref = "unset";
+    std::string_view lstube = "unset";  // the tube behind this component
     std::uint16_t arrive = 0;
     std::uint16_t leave = 0;
     double angle = 90;
     double height = 0;
-    std::string userItem;
-    std::string userType;
-    std::string compName;
-    std::string tag;
-    std::string material;
-    std::string stockNo;
-    std::string size;                      // only bends of the writer's own have one
+    std::string_view userItem;
+    std::string_view userType;
+    std::string_view compName;
+    std::string_view tag;
+    std::string_view material;
+    std::string_view stockNo;
+    std::string_view size;                 // only bends of the writer's own have one
     std::vector<HxGeVector3D> directions;  // at the arrive end and at the leave end
     CompView view;
     const HxDbSmrtlnEntity* entity = nullptr;
@@ -78,6 +88,8 @@ protected:
     void fillWith(const BranchSource& source, std::size_t index, bool byReference);
     // The directions at both ends, once the orientation is known.
     void takeDirections();
+    // The name, position and orientation arguments.
+    void appendPlace(std::string& out) const;
     // Arguments from the reference of the row to that of the tube.
     void appendPorts(std::string& out) const;
     void writeWithNumber(std::string& out, const char* function, const char* kind, double number) const;
@@ -129,7 +141,7 @@ std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, st
 
 // The specification row of an object, which must have been written. Prints "Error:%lld<对象未创建等级>" and throws
 // ExportException "对象未创建等级" otherwise.
-std::string requireSpco(const HxDbSmrtlnEntity* object, NameManager& names);
+const std::string& requireSpco(const HxDbSmrtlnEntity* object, NameManager& names);
 // The insulation code of a pipeline, else of the component; prints its id and throws ExportException "保温代号为空"
 // when neither has one.
 std::string insulationCode(const HxDbObject* pipeline, const HxDbSmrtlnEntity* component);

@@ -52,8 +52,13 @@ void _HextPipeDesc::test() const {
 void _HextPipeDesc::write(std::string& out, bool) const {
     test();
     out.append("OLD /").append(zone).append("\n").append(pipeBanner);
-    out.append("!!ORNAPipeCreatePipe(").append(quoteRef(name)).append(",").append(orZero(temp)).append(",");
-    out.append(orZero(press)).append(",").append(quoteRef(pspec)).append(",").append(quoteRef(ispec)).append(")\n");
+    out += "!!ORNAPipeCreatePipe(";
+    appendRef(out, name);
+    out.append(",").append(orZero(temp)).append(",").append(orZero(press)).append(",");
+    appendRef(out, pspec);
+    out += ',';
+    appendRef(out, ispec);
+    out += ")\n";
     out.append(":OpePress 0\n:OpeTemp 0\nFUNC '").append(func).append("'\n");
 }
 
@@ -79,15 +84,22 @@ void _HextBranchDesc::write(std::string& out, bool alreadyCreated) const {
         out.append("OLD /").append(name).append("\n");
     } else {
         testNameLength(name, "branch");
-        out.append(branchBanner).append("!!ORNAPipeCreateBranch(").append(quoteRef(name)).append(",").append(temp);
-        out.append(",0,").append(quoteRef(ispec)).append(",").append(quoteValue(colour)).append(")\n");
+        out.append(branchBanner).append("!!ORNAPipeCreateBranch(");
+        appendRef(out, name);
+        out.append(",").append(temp).append(",0,");
+        appendRef(out, ispec);
+        out += ',';
+        appendValue(out, colour);
+        out += ")\n";
     }
     out += "!!ORNAPipeSetBranchProp(";
     for (const std::string* value : {&headPosition, &tailPosition, &headDirection, &tailDirection, &headBore, &tailBore,
                                      &headConnection, &tailConnection}) {
-        out.append(quoteValue(*value)).append(",");
+        appendValue(out, *value);
+        out += ',';
     }
-    out.append(quoteRef(lstube)).append(")\n");
+    appendRef(out, lstube);
+    out += ")\n";
     if (endKind == 2 && alreadyCreated) {
         out.append("TREF /").append(linkName).append("\nOLD /").append(linkName);
         out.append("\nHREF /").append(name).append("\nOLD /").append(name).append("\n");

@@ -5,6 +5,7 @@
 #include "platform/geometry.h"
 
 #include <string>
+#include <string_view>
 
 class _HextElementDesc {
 public:
@@ -57,7 +58,7 @@ public:
     std::string headConnection = "unset";
     std::string tailConnection = "unset";
     std::string temp = "0";
-    std::string lstube = "unset";
+    std::string_view lstube = "unset";  // outlives the branch
     std::string ispec = "unset";
     std::string colour = "unset";
     int endKind = -1;      // which ends are tube stops: -1 none, 0 the head, 1 the tail, 2 both

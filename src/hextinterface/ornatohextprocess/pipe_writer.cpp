@@ -362,7 +362,7 @@ void PipeWriter::writeCompLine(const _HextComponentDesc* component) {
     component->write(text_, false);
     const struct {
         const char* name;
-        const std::string& value;
+        std::string_view value;
     } udas[] = {{"UserItem", component->userItem}, {"UserType", component->userType}, {"CompName", component->compName},
                 {"Tag", component->tag},           {"Material", component->material}, {"StockNo", component->stockNo}};
     for (const auto& [name, value] : udas) {

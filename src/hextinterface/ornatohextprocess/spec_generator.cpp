@@ -19,8 +19,8 @@ void leaveOutBranch(const ComponentList& branch, const char* why) {
 
 }  // namespace
 
-std::set<std::string, std::less<>>& createdSpcos() {
-    static std::set<std::string, std::less<>> names;
+std::unordered_set<std::string>& createdSpcos() {
+    static std::unordered_set<std::string> names;
     return names;
 }
 

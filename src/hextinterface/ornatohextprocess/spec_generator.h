@@ -7,10 +7,11 @@
 
 #include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 // Names of the specification rows that have been written; the row writer of pipe components empties it. Module-wide.
-std::set<std::string, std::less<>>& createdSpcos();
+std::unordered_set<std::string>& createdSpcos();
 // Names of the insulation specifications that have been written. Grows as long as the module is loaded.
 std::set<std::string, std::less<>>& createdIspecs();
 
