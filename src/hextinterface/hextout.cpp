@@ -198,14 +198,29 @@ private:
     }
 
     void writeDesign() {
-        DesignMacroSet design = gatherDesign({scope_.equipment, scope_.containers, scope_.supports}, *context_);
-        writeEquipFile(design, fullPath("\\temp\\hext\\equip.txt"));
-        writeStructFile(design, fullPath("\\temp\\hext\\struct.txt"));
-        writeGridFile(fullPath("\\temp\\hext\\axisline.txt"), scope_.grids, *names_);
-        writeSupportFile(design, fullPath("\\temp\\hext\\sup.txt"));
+        writeEquipment();
+        writeStructures();
+        writeSupports();
         progress(80);
         clock_.line("导出设备结构支架:");
         progressSlot()->setText("创建管线模型......");
+    }
+
+    // Records are large: each kind is written, and gone, before the next is gathered.
+    void writeEquipment() {
+        DesignMacroSet design = gatherDesign({scope_.equipment, {}, {}}, *context_);
+        writeEquipFile(design, fullPath("\\temp\\hext\\equip.txt"));
+    }
+
+    void writeStructures() {
+        DesignMacroSet design = gatherDesign({{}, scope_.containers, {}}, *context_);
+        writeStructFile(design, fullPath("\\temp\\hext\\struct.txt"));
+    }
+
+    void writeSupports() {
+        DesignMacroSet design = gatherDesign({{}, {}, scope_.supports}, *context_);
+        writeGridFile(fullPath("\\temp\\hext\\axisline.txt"), scope_.grids, *names_);
+        writeSupportFile(design, fullPath("\\temp\\hext\\sup.txt"));
     }
 
     void writePipes() {
