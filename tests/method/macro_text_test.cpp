@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <charconv>
 #include <clocale>
+#include <cmath>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -32,6 +36,29 @@ TEST(MacroText, NumbersHaveTheirThreeForms) {
     EXPECT_EQ(shortText(90), "90");
     EXPECT_EQ(shortText(1234.567), "1234.57");
     EXPECT_EQ(shortText(1234567), "1.23457e+06");
+}
+
+// The short way of writing six decimals beside the exact one: ordinary numbers, ties and their neighbours, both ends
+// of the range of the short way, and what is no number.
+TEST(MacroText, SixDecimalsAreExact) {
+    std::vector<double> values{0.0, 99999999.9999995, 1e8, 123456789.123456789, 1e300, 5e-324, HUGE_VAL, std::nan("")};
+    std::mt19937_64 random(1);
+    for (int i = 0; i < 20000; ++i) {
+        const auto whole = static_cast<double>(random() % 100000000000000ULL);
+        const double tie = (whole + 0.5) / 1e6;
+        values.insert(values.end(), {whole / 1e3, whole / 1e6, whole / 1e9, tie, tie / 4096, std::nextafter(tie, 0.0),
+                                     std::nextafter(tie, 1e300)});
+        values.push_back(static_cast<double>(2 * (random() % 1000000) + 1) / 128);  // exact ties
+    }
+    for (const double value : values) {
+        for (const double number : {value, -value}) {
+            char buffer[400];
+            const auto end = std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::fixed, 6).ptr;
+            std::string text;
+            appendFixed(text, number);
+            ASSERT_EQ(text, std::string(buffer, end)) << number;
+        }
+    }
 }
 
 TEST(MacroText, NumbersDoNotFollowTheLocale) {

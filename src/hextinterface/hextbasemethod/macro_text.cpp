@@ -24,6 +24,23 @@ void appendDouble(std::string& out, double value, Format... format) {
     out.append(buffer, end.ptr);
 }
 
+void appendMillionths(std::string& out, std::uint64_t count, bool negative) {
+    constexpr std::uint64_t million = 1000000;
+    char buffer[32];
+    char* end = buffer;
+    if (negative) {
+        *end++ = '-';
+    }
+    end = std::to_chars(end, buffer + sizeof buffer, count / million).ptr;
+    *end = '.';
+    std::uint64_t rest = count % million;
+    for (int digit = 6; digit > 0; --digit) {
+        end[digit] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    out.append(buffer, end + 7);
+}
+
 std::array<double, 3> components(const HxGeVector3D& v) {
     return {v.x, v.y, v.z};
 }
@@ -73,8 +90,18 @@ void CoordFrame::check() const {
     }
 }
 
+// Most numbers are told by their whole millionths. Near a tie, where the product with 10^6 may be rounded to the wrong
+// side, and for large numbers the exact conversion decides.
 void appendFixed(std::string& out, double value) {
-    appendDouble(out, value, std::chars_format::fixed, 6);
+    constexpr double millionths = 1e6;
+    constexpr double largest = 1e8;  // the product is off by less than a hundredth
+    constexpr double surelyNoTie = 0.49;
+    const double scaled = std::fabs(value) * millionths;
+    const double whole = std::floor(scaled + 0.5);
+    if (!(std::fabs(value) < largest) || std::fabs(scaled - whole) > surelyNoTie) {
+        return appendDouble(out, value, std::chars_format::fixed, 6);
+    }
+    appendMillionths(out, static_cast<std::uint64_t>(whole), std::signbit(value));
 }
 
 void appendShort(std::string& out, double value) {
