@@ -5,6 +5,7 @@
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "hextinterface/manager/name_manager.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -86,7 +87,12 @@ UdaWriter::UdaWriter(tolmar::OutputFile file, NameManager& names) : file_(std::m
 
 void UdaWriter::fillDefinitions() {
     for (const auto& [name, description, elements] : definitions) {
-        definitions_[name] = {name, elements, description != nullptr ? description : name};
+        definitions_.push_back({name, elements, description != nullptr ? description : name});
+    }
+    std::sort(definitions_.begin(), definitions_.end(),
+              [](const UdaDef& a, const UdaDef& b) { return a.name < b.name; });
+    for (const UdaDef& def : definitions_) {
+        definitionNames_.add(def.name);
     }
 }
 
@@ -100,8 +106,8 @@ void UdaWriter::writeDictionary() {
         names_.markNameCreated(groupName);
     }
     file_.write("OLD /ORNA_UGRO\n");
-    for (const auto& [name, def] : definitions_) {
-        define(def, name);
+    for (const UdaDef& def : definitions_) {
+        define(def, def.name);
     }
 }
 
@@ -120,11 +126,11 @@ void UdaWriter::define(const UdaDef& def, const std::string& name) {
 }
 
 const UdaDef& UdaWriter::definition(std::string_view name) const {
-    const auto at = definitions_.find(name);
-    if (at == definitions_.end()) {
+    const std::uint32_t number = definitionNames_.find(name);
+    if (number == naming::TextTable::none) {
         throw ExportException("未知的UDA名称！" + std::string(name));
     }
-    return at->second;
+    return definitions_[number];
 }
 
 void UdaWriter::writeUda(std::string& out, std::string_view name, std::string_view value) const {

@@ -1,12 +1,13 @@
 // User-defined attributes: their dictionary in uda.txt, and the only way by which macro writers set a value.
 #pragma once
 
+#include "hextinterface/manager/text_table.h"
 #include "tolmar/file.h"
 
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class NameManager;
 
@@ -44,7 +45,8 @@ private:
     void define(const UdaDef& def, const std::string& name);
     const UdaDef& definition(std::string_view name) const;
 
-    std::map<std::string, UdaDef, std::less<>> definitions_;
+    std::vector<UdaDef> definitions_;    // in byte order of their names
+    naming::TextTable definitionNames_;  // by number of the definition
     tolmar::OutputFile file_;
     NameManager& names_;
 };
