@@ -10,12 +10,19 @@ namespace hextlog {
 
 namespace {
 
-std::string timeText() {
+// The text of a second is made once.
+const std::string& timeText() {
+    static std::time_t last = -1;
+    static std::string text;
     const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
-    char text[128];
-    return {text, std::strftime(text, sizeof text, "\t[%Y.%m.%d %X %A]", &local)};
+    if (now != last) {
+        std::tm local{};
+        localtime_r(&now, &local);
+        char buffer[128];
+        text.assign(buffer, std::strftime(buffer, sizeof buffer, "\t[%Y.%m.%d %X %A]", &local));
+        last = now;
+    }
+    return text;
 }
 
 std::string formatted(const char* format, std::va_list arguments) {
@@ -37,6 +44,7 @@ EasyLog::EasyLog(const char* path, bool truncateFirst) {
 void EasyLog::setTarget(const char* path, bool truncateFirst) {
     if (path != nullptr) {
         target_ = path;
+        path_.clear();
         truncateFirst_ = truncateFirst;
     }
 }
@@ -54,16 +62,18 @@ void EasyLog::writeText(const std::string& text) {
     if (target_.empty()) {
         return;
     }
-    const std::string path = tolmar::resolvePath(target_).string();
+    if (path_.empty()) {
+        path_ = tolmar::resolvePath(target_).string();
+    }
     if (truncateFirst_) {
-        std::FILE* emptied = std::fopen(path.c_str(), "wb");
+        std::FILE* emptied = std::fopen(path_.c_str(), "wb");
         if (emptied == nullptr) {
             return;
         }
         std::fclose(emptied);
         truncateFirst_ = false;
     }
-    std::FILE* file = std::fopen(path.c_str(), "ab");
+    std::FILE* file = std::fopen(path_.c_str(), "ab");
     if (file == nullptr) {
         return;
     }

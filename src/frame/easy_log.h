@@ -23,6 +23,7 @@ public:
 
 private:
     std::string target_;
+    std::string path_;  // of the target on this system; empty until the first line
     bool truncateFirst_ = false;
 };
 
