@@ -15,25 +15,27 @@ using plant::Property;
 
 namespace {
 
-PartKind usualKind(const HxDbObject& object) {
-    if (object.isKindOf(HxDbPipeSpec::desc())) {
-        return PartKind::Pipe;
-    }
-    if (object.isKindOf(HxDbNozzleModel::desc())) {
-        return PartKind::Nozzle;
-    }
+bool isItem(const HxDbObject& object, const char* word) {
     const char* item = object.data().attributeText("item");
-    if (item == nullptr) {
-        return PartKind::None;
-    }
-    return std::strcmp(item, "OLET") == 0   ? PartKind::Olet
-           : std::strcmp(item, "BOSS") == 0 ? PartKind::Boss
-                                            : PartKind::None;
+    return item != nullptr && std::strcmp(item, word) == 0;
 }
 
-// The kinds that usualKind gives; the others are asked for far more often.
-constexpr bool isUsual(PartKind kind) {
-    return kind == PartKind::Pipe || kind == PartKind::Nozzle || kind == PartKind::Olet || kind == PartKind::Boss;
+// Where the model does not tell: by class, and what is neither pipe nor nozzle by its item.
+bool isUsually(const HxDbObject& object, PartKind kind) {
+    const bool pipe = object.isKindOf(HxDbPipeSpec::desc());
+    const bool nozzle = !pipe && object.isKindOf(HxDbNozzleModel::desc());
+    switch (kind) {
+    case PartKind::Pipe:
+        return pipe;
+    case PartKind::Nozzle:
+        return nozzle;
+    case PartKind::Olet:
+        return !pipe && !nozzle && isItem(object, "OLET");
+    case PartKind::Boss:
+        return !pipe && !nozzle && isItem(object, "BOSS");
+    default:
+        return false;
+    }
 }
 
 bool isOfKind(const HxDbObject* object, PartKind kind) {
@@ -41,7 +43,7 @@ bool isOfKind(const HxDbObject* object, PartKind kind) {
         return false;
     }
     const PartKind given = object->data().kind;
-    return given != PartKind::Default ? given == kind : isUsual(kind) && usualKind(*object) == kind;
+    return given != PartKind::Default ? given == kind : isUsually(*object, kind);
 }
 
 const ObjectData* objectData(HxDbObjectId id) {
