@@ -87,7 +87,11 @@ public:
         return nullptr;
     }
 
+    // Changes with clear(); never 0.
+    std::uint64_t generation() const { return generation_; }
+
     void clear() {
+        ++generation_;
         lists_.clear();
         texts_.clear();
         keys_.clear();
@@ -120,6 +124,7 @@ private:
     std::unordered_map<const smrtln::BomRecord*, std::string> texts_;
     const HxDbObject* lastObject_ = nullptr;
     Records last_;
+    std::uint64_t generation_ = 1;
 };
 
 BomCache& cache() {
@@ -150,6 +155,41 @@ std::string_view getBomValue(const HxDbObject* object, std::string_view key) {
         return cache().textOf(*record);
     }
     return defaultValue(object, key);
+}
+
+// Keys only ever join those of a model.
+void BomFields::findNumbers() {
+    const auto known = smrtln::bomKeys();
+    if (generation_ == cache().generation() && fields_.size() == known.size()) {
+        return;
+    }
+    generation_ = cache().generation();
+    fields_.assign(known.size(), noField);
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        const auto at = std::find(keys_.begin(), keys_.end(), known[i]);
+        fields_[i] = at != keys_.end() ? static_cast<std::uint8_t>(at - keys_.begin()) : noField;
+    }
+}
+
+void BomFields::read(const HxDbObject* object, std::span<std::string_view> out) {
+    std::fill(out.begin(), out.end(), std::string_view());
+    if (object == nullptr) {
+        return;
+    }
+    findNumbers();
+    std::uint64_t found = 0;
+    for (const smrtln::BomRecord& record : cache().recordsOf(object)) {
+        const std::uint8_t field = fields_[record.key];
+        if (field != noField && (found >> field & 1U) == 0) {
+            found |= std::uint64_t{1} << field;
+            out[field] = cache().textOf(record);
+        }
+    }
+    for (std::size_t i = 0; i < keys_.size(); ++i) {
+        if ((found >> i & 1U) == 0) {
+            out[i] = defaultValue(object, keys_[i]);
+        }
+    }
 }
 
 void getBomData(HxDbObjectId id, std::vector<KVParams>& out) {

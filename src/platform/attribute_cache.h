@@ -8,12 +8,31 @@
 #include "platform/objects.h"
 #include "platform/smrtln.h"
 
+#include <cstdint>
+#include <span>
 #include <string_view>
 #include <vector>
 
 // The text of one attribute; empty for a null object and a missing key. Keys compare exactly, the first of equal keys
 // counts. A HxDbBalloon without "item" (asked for in any case of letters) reads "Balloon".
 std::string_view getBomValue(const HxDbObject* object, std::string_view key);
+
+// Several attributes in one pass over those of an object. Made once for a list of keys, which it does not own and of
+// which no two are equal; at most 64.
+class BomFields {
+public:
+    explicit BomFields(std::span<const std::string_view> keys) : keys_(keys) {}
+    // What getBomValue gives for key i goes to out[i].
+    void read(const HxDbObject* object, std::span<std::string_view> out);
+
+private:
+    void findNumbers();
+
+    static constexpr std::uint8_t noField = 0xFF;
+    std::span<const std::string_view> keys_;
+    std::vector<std::uint8_t> fields_;  // place of a key by its number on the platform
+    std::uint64_t generation_ = 0;      // of the cache, when the numbers were found
+};
 
 // All attributes of an object.
 void getBomData(HxDbObjectId id, std::vector<KVParams>& out);

@@ -84,6 +84,34 @@ TEST(BomValue, TheCacheTellsObjectsOfAnyIdsApart) {
     readAll(ids.rbegin(), ids.rend());
 }
 
+// The reader outlives two models whose keys have different numbers, and a key that joins.
+TEST(BomFields, ReadWhatSingleQuestionsRead) {
+    constexpr std::string_view keys[] = {"item", "a", "d", "late"};
+    BomFields fields(keys);
+    const auto expectSame = [&](std::initializer_list<std::int64_t> ids) {
+        for (const std::int64_t id : ids) {
+            std::array<std::string_view, 4> values{"left over", "left over", "left over", "left over"};
+            fields.read(smart(id), values);
+            for (std::size_t i = 0; i < values.size(); ++i) {
+                EXPECT_EQ(values[i], getBomValue(smart(id), keys[i])) << id << " " << keys[i];
+            }
+        }
+    };
+    {
+        TestModel model(TestModel::withObjects(R"({"id":2,"class":"HxDbTubeModelSpec","attrs":[
+            {"key":"x","value":"1"},{"key":"a","value":"first"},{"key":"a","value":"second"},{"key":"d","value":1.5}]},
+            {"id":3,"class":"HxDbBalloon"},{"id":4,"class":"HxDbBalloon","attrs":{"item":"TAG","a":""}})"));
+        expectSame({2, 3, 4, 99});
+        plant::setAttribute(model.model(), 2, "late", "joined");
+        clearBomCache();
+        expectSame({2});
+        EXPECT_EQ(getBomValue(smart(2), "late"), "joined");
+    }
+    TestModel model(
+        TestModel::withObjects(R"({"id":2,"class":"HxDbTubeModelSpec","attrs":{"d":"D","a":"A","late":"L","x":"X"}})"));
+    expectSame({2});
+}
+
 TEST(Numbers, ReadAsTheCLibraryReadsThem) {
     EXPECT_EQ(numberOf(" 12.5mm"), 12.5);
     EXPECT_EQ(numberOf("+3"), 3);

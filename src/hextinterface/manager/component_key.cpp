@@ -3,23 +3,35 @@
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace naming {
 
 namespace {
 
-constexpr std::string_view sizeKeys[] = {"size1", "size2", "size3", "size4"};
-constexpr std::string_view endKeys[] = {"end1", "end2", "end3", "end4"};
+// What is read of every object, in one pass.
+enum Field { specname, item, itype, rating, sch, thick, size1, end1 = size1 + 4, radius = end1 + 4, angle, fieldCount };
+constexpr std::string_view fieldKeys[] = {"specname", "item",  "itype", "rating", "sch",  "thick", "size1",  "size2",
+                                          "size3",    "size4", "end1",  "end2",   "end3", "end4",  "radius", "angle"};
+static_assert(std::size(fieldKeys) == fieldCount);
+using Fields = std::array<std::string_view, fieldCount>;
 
-void readCommon(const HxDbObject* object, AttrSet& set) {
-    set.specname = getBomValue(object, "specname");
-    set.item = getBomValue(object, "item");
-    set.itype = getBomValue(object, "itype");
-    set.rating = getBomValue(object, "rating");
-    set.sch = getBomValue(object, "sch");
-    set.thick = getBomValue(object, "thick");
-    for (std::size_t i = 0; i < set.sizes.size(); ++i) {
-        set.sizes[i] = getBomValue(object, sizeKeys[i]);
-    }
+Fields readFields(const HxDbObject* object) {
+    static BomFields reader(fieldKeys);
+    Fields fields;
+    reader.read(object, fields);
+    return fields;
+}
+
+void takeCommon(const Fields& fields, AttrSet& set) {
+    set.specname = fields[specname];
+    set.item = fields[item];
+    set.itype = fields[itype];
+    set.rating = fields[rating];
+    set.sch = fields[sch];
+    set.thick = fields[thick];
+    std::copy_n(fields.begin() + size1, set.sizes.size(), set.sizes.begin());
 }
 
 void readNozzle(const HxDbObject* object, AttrSet& set) {
@@ -32,13 +44,11 @@ void readNozzle(const HxDbObject* object, AttrSet& set) {
     }
 }
 
-void readComponent(const HxDbObject* object, AttrSet& set) {
-    for (std::size_t i = 0; i < set.ends.size(); ++i) {
-        set.ends[i] = getBomValue(object, endKeys[i]);
-    }
+void readComponent(const HxDbObject* object, const Fields& fields, AttrSet& set) {
+    std::copy_n(fields.begin() + end1, set.ends.size(), set.ends.begin());
     if (isBendLikeItem(object)) {
-        set.radius = getBomValue(object, "radius");
-        set.angle = getBomValue(object, "angle");
+        set.radius = fields[radius];
+        set.angle = fields[angle];
     } else {
         set.isHose = smrtln::isHose(object);
     }
@@ -85,11 +95,12 @@ std::size_t spelledEnds(const ComponentKey& key) {
 
 AttrSet readAttrSet(const HxDbObject* object) {
     AttrSet set;
-    readCommon(object, set);
+    const Fields fields = readFields(object);
+    takeCommon(fields, set);
     if (HxDbNozzleModel::cast(object) != nullptr) {
         readNozzle(object, set);
     } else {
-        readComponent(object, set);
+        readComponent(object, fields, set);
     }
     return set;
 }

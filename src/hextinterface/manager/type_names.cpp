@@ -30,8 +30,10 @@ const FixedTypes* fixedTypesOf(const HxDbObject* object) {
 }
 
 TypeFields readTypeFields(const HxDbObject* object) {
-    const TypeFields fields = {getBomValue(object, "item"), getBomValue(object, "itype"), getBomValue(object, "end1"),
-                               getBomValue(object, "end2"), getBomValue(object, "end3"),  getBomValue(object, "end4")};
+    static constexpr std::string_view keys[] = {"item", "itype", "end1", "end2", "end3", "end4"};
+    static BomFields reader(keys);
+    TypeFields fields;
+    reader.read(object, fields);
     if (fields[0].empty() && fields[1].empty()) {
         hxcad::hextPrintf("Error:%lld<无法获取对象属性>", static_cast<long long>(naming::idOf(object).toInt()));
         throw ExportException("无法获取对象属性");
