@@ -100,13 +100,12 @@ private:
 
     void makeBranches() {
         extractBranches(scope_.pipelines, branches_);
-        if (!checkSharedComponents(branches_)) {
+        if (!checkSharedComponents(branches_, componentIds_)) {
             throw RunException("多个分支存在相同管件");
         }
     }
 
     void startNaming() {
-        collectComponentIds(branches_, componentIds_);
         names_.emplace();
         names_->loadSkeyTable();
         names_->loadTypeTable();

@@ -233,6 +233,7 @@ namespace {
 // Cuts shared ends off one branch, from its last component to its first; false for one shared inside.
 class SharedEnds {
 public:
+    explicit SharedEnds(IdMarks& seen) : seen_(seen) {}
     bool examine(ComponentList& branch) {
         for (std::size_t i = branch.size(); i-- > 0;) {
             const HxDbObjectId id = branch[i]->objectId();
@@ -250,13 +251,13 @@ public:
     }
 
 private:
-    IdMarks seen_;
+    IdMarks& seen_;
 };
 
 }  // namespace
 
-bool checkSharedComponents(BranchTree& branches) {
-    SharedEnds ends;
+bool checkSharedComponents(BranchTree& branches, IdMarks& componentIds) {
+    SharedEnds ends(componentIds);
     for (PipelineBranches& pipeline : branches) {
         for (std::size_t j = pipeline.size(); j-- > 0;) {
             const bool wasEmpty = pipeline[j].empty();
@@ -271,16 +272,6 @@ bool checkSharedComponents(BranchTree& branches) {
     branches.erase(std::remove_if(branches.begin(), branches.end(), [](const auto& p) { return p.empty(); }),
                    branches.end());
     return true;
-}
-
-void collectComponentIds(const BranchTree& branches, IdMarks& out) {
-    for (const PipelineBranches& pipeline : branches) {
-        for (const ComponentList& branch : pipeline) {
-            for (const HxDbSmrtlnEntity* component : branch) {
-                out.insert(component->objectId());
-            }
-        }
-    }
 }
 
 void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out) {

@@ -46,9 +46,8 @@ void extractBranches(const ObjectList& pipelines, BranchTree& branches);
 // The branches of one pipeline, in the direction of flow where the model tells it.
 void getPipelineBranches(HxDbObject* pipeline, PipelineBranches& out);
 // Two branches may share an end, which the later one loses. False when a component inside a branch stands in another,
-// with its id on the command line.
-bool checkSharedComponents(BranchTree& branches);
-void collectComponentIds(const BranchTree& branches, IdMarks& out);
+// with its id on the command line. The ids of all components join `componentIds`.
+bool checkSharedComponents(BranchTree& branches, IdMarks& componentIds);
 void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out);
 // Branch i gets colour i + 1.
 void colourBranches(const PipelineBranches& branches);

@@ -163,7 +163,7 @@ protected:
             pipelines.push_back(openAs<HxDbObject>(HxDbObjectId(line.id)));
         }
         extractBranches(pipelines, tree);
-        collectComponentIds(tree, ids);
+        ASSERT_TRUE(checkSharedComponents(tree, ids));
         for (const PipelineBranches& pipeline : tree) {
             for (const ComponentList& branch : pipeline) {
                 for (const HxDbSmrtlnEntity* item : branch) {
