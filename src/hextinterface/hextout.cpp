@@ -205,21 +205,38 @@ private:
         progressSlot()->setText("创建管线模型......");
     }
 
-    // Records are large: each kind is written, and gone, before the next is gathered.
+    // Records are large, so those of a manager are written, and gone, before the next one's are gathered.
     void writeEquipment() {
-        DesignMacroSet design = gatherDesign({scope_.equipment, {}, {}}, *context_);
-        writeEquipFile(design, fullPath("\\temp\\hext\\equip.txt"));
+        EquipFile file(fullPath("\\temp\\hext\\equip.txt"), *context_);
+        DesignMacroSet design(*context_);
+        design.whenManagerGathered = [&] {
+            file.writeEquips(design.equips);
+            design.equips.clear();
+        };
+        design::gatherEquipment(scope_.equipment, design);
+        file.writeNozzles(design.nozzles);
     }
 
     void writeStructures() {
-        DesignMacroSet design = gatherDesign({{}, scope_.containers, {}}, *context_);
-        writeStructFile(design, fullPath("\\temp\\hext\\struct.txt"));
+        NumberedFile file(fullPath("\\temp\\hext\\struct.txt"), ElementKind::Structure, *udas_);
+        DesignMacroSet design(*context_);
+        design.whenManagerGathered = [&] {
+            file.write(design.structs);
+            design.structs.clear();
+        };
+        design::gatherStructures(scope_.containers, design);
     }
 
     void writeSupports() {
-        DesignMacroSet design = gatherDesign({{}, {}, scope_.supports}, *context_);
+        NumberedFile file(fullPath("\\temp\\hext\\sup.txt"), ElementKind::Support, *udas_);
+        DesignMacroSet design(*context_);
+        design.whenManagerGathered = [&] {
+            file.write(design.supports);
+            design.supports.clear();
+        };
+        design::gatherSupports(scope_.supports, design);
         writeGridFile(fullPath("\\temp\\hext\\axisline.txt"), scope_.grids, *names_);
-        writeSupportFile(design, fullPath("\\temp\\hext\\sup.txt"));
+        file.writeEnd("savework\n");
     }
 
     void writePipes() {

@@ -46,14 +46,25 @@ protected:
     }
     static HxDbObject* at(int id) { return openAs<HxDbObject>(HxDbObjectId(id)); }
 
-    DesignMacroSet gather() { return gatherDesign({equipment, containers, supports}, context); }
+    DesignMacroSet gather() { return gather(context); }
+    DesignMacroSet gather(const ExportContext& of) {
+        DesignMacroSet set(of);
+        design::gatherEquipment(equipment, set);
+        design::gatherStructures(containers, set);
+        design::gatherSupports(supports, set);
+        return set;
+    }
+    std::string path(const char* name) const { return (root.path() / name).string(); }
     std::string equipText(DesignMacroSet set) {
-        const std::string path = (root.path() / "equip.txt").string();
-        writeEquipFile(set, path);
+        {
+            EquipFile file(path("equip.txt"), set.context);
+            file.writeEquips(set.equips);
+            file.writeNozzles(set.nozzles);
+        }
         return root.read("equip.txt");
     }
     std::string structText(DesignMacroSet set) {
-        writeStructFile(set, (root.path() / "struct.txt").string());
+        NumberedFile(path("struct.txt"), ElementKind::Structure, udas).write(set.structs);
         return root.read("struct.txt");
     }
     // "id: why" of everything passed over, in order.
@@ -187,7 +198,7 @@ TEST_F(EquipGather, SuffixesCountOnWhileNamesAreKnown) {
 
     root.write("temp/hext/config.json", "{}");
     NameManager fresh;
-    DesignMacroSet plain = gatherDesign({equipment, containers, supports}, {fresh, udas});
+    DesignMacroSet plain = gather({fresh, udas});
     try {
         equipText(std::move(plain));
         ADD_FAILURE();
@@ -239,7 +250,11 @@ TEST_F(EquipGather, ABadPrimitiveCostsAStructureAndOneSupportMember) {
     EXPECT_EQ(passedOver(), "10: 无效方向\n31: 无效方向\n");
     ASSERT_EQ(set.structs.size(), 1u);
     EXPECT_EQ(set.structs[0].name, "slab");
-    writeSupportFile(set, (root.path() / "sup.txt").string());
+    {
+        NumberedFile file(path("sup.txt"), ElementKind::Support, udas);
+        file.write(set.supports);
+        file.writeEnd("savework\n");
+    }
     const std::string text = root.read("sup.txt");
     EXPECT_TRUE(text.starts_with("!owner = 'ORNA_ZONE_ZA'\r\n!self = 'S1_1_sup'\r\n"));
     EXPECT_TRUE(text.ends_with("!zlen)\r\n\r\n\r\nsavework\r\n"));
@@ -257,9 +272,11 @@ TEST_F(EquipGather, AFileThatDoesNotOpenIsLeftOut) {
     equipment = {at(10)};
     DesignMacroSet set = gather();
     const std::string nowhere = (root.path() / "no" / "where.txt").string();
-    writeEquipFile(set, nowhere);
-    writeStructFile(set, nowhere);
-    writeSupportFile(set, nowhere);
+    EquipFile equips(nowhere, context);
+    equips.writeEquips(set.equips);
+    equips.writeNozzles(set.nozzles);
+    NumberedFile(nowhere, ElementKind::Structure, udas).write(set.structs);
+    NumberedFile(nowhere, ElementKind::Support, udas).writeEnd("savework\n");
     EXPECT_EQ(set.equips[0].name, "A");
     EXPECT_EQ(tolmar::runReport().failedFiles().size(), 3u);
 }

@@ -60,40 +60,6 @@ std::string numbered(const std::string& base, int number) {
     return name;
 }
 
-// Running suffixes of equipment names. The number counts over the whole file and not by name.
-class NameSuffix {
-public:
-    explicit NameSuffix(const NameManager& names) : names_(names), on_(configEquipPostName()) {}
-
-    std::string finalName(const std::string& base) {
-        if (!on_) {
-            return base;
-        }
-        number_ = names_.hasEquipName(base) ? number_ + 1 : 1;
-        return numbered(base, number_);
-    }
-
-private:
-    const NameManager& names_;
-    bool on_;
-    int number_ = 0;
-};
-
-void writeEquips(tolmar::OutputFile& file, DesignMacroSet& set) {
-    NameManager& names = set.context.names;
-    NameSuffix suffix(names);
-    std::string text;
-    for (EquipRecord& record : set.equips) {
-        const std::string base = record.name;
-        record.name = suffix.finalName(base);
-        text.clear();
-        writeHead(text, record, set.context.udas, ElementKind::Equipment);
-        text += '\n';
-        file.write(text);
-        names.registerEquipName(record.objectId, base, record.name);
-    }
-}
-
 void writeNozzle(std::string& out, const _PNozzle& nozzle, HxDbObjectId id) {
     try {
         nozzle.write(out);
@@ -101,34 +67,6 @@ void writeNozzle(std::string& out, const _PNozzle& nozzle, HxDbObjectId id) {
         hxcad::hextPrintf("\nNID:%lld EID:%lld <%s>", static_cast<long long>(nozzle.equipmentId.toInt()),
                           static_cast<long long>(id.toInt()), failure.what());
         tolmar::runReport().passedOver(id.toInt(), nozzle.name, "nozzle", failure.what());
-    }
-}
-
-void writeNozzles(tolmar::OutputFile& file, const std::vector<EquipRecord>& nozzles) {
-    nozzleNames().clear();
-    std::string text;
-    for (const EquipRecord& record : nozzles) {
-        text.clear();
-        for (const PrimGroup& group : record.groups) {
-            for (const PrimPtr& prim : group._posPrimitive) {
-                writeNozzle(text, static_cast<const _PNozzle&>(*prim), record.objectId);
-            }
-        }
-        text += '\n';
-        file.write(text);
-    }
-}
-
-// Elements whose names are numbered through the file.
-void writeNumbered(tolmar::OutputFile& file, std::vector<EquipRecord>& records, UdaWriter& udas, ElementKind kind) {
-    std::string text;
-    int number = 0;
-    for (EquipRecord& record : records) {
-        record.name = numbered(record.name, ++number);
-        text.clear();
-        writeHead(text, record, udas, kind);
-        text += '\n';
-        file.write(text);
     }
 }
 
@@ -165,25 +103,61 @@ void writeHead(std::string& out, const EquipRecord& record, UdaWriter& udas, Ele
     }
 }
 
-void writeEquipFile(DesignMacroSet& set, std::string_view path) {
-    tolmar::OutputFile file(path, tolmar::FileMode::Text);
-    if (file.isOpen()) {
-        writeEquips(file, set);
-        writeNozzles(file, set.nozzles);
+EquipFile::EquipFile(std::string_view path, const ExportContext& context)
+    : file_(path, tolmar::FileMode::Text), context_(context), withSuffix_(configEquipPostName()) {}
+
+std::string EquipFile::finalName(const std::string& base) {
+    if (!withSuffix_) {
+        return base;
+    }
+    suffix_ = context_.names.hasEquipName(base) ? suffix_ + 1 : 1;
+    return numbered(base, suffix_);
+}
+
+void EquipFile::writeEquips(std::vector<EquipRecord>& equips) {
+    if (!file_.isOpen()) {
+        return;
+    }
+    for (EquipRecord& record : equips) {
+        const std::string base = record.name;
+        record.name = finalName(base);
+        text_.clear();
+        writeHead(text_, record, context_.udas, ElementKind::Equipment);
+        text_ += '\n';
+        file_.write(text_);
+        context_.names.registerEquipName(record.objectId, base, record.name);
     }
 }
 
-void writeStructFile(DesignMacroSet& set, std::string_view path) {
-    tolmar::OutputFile file(path, tolmar::FileMode::Text);
-    if (file.isOpen()) {
-        writeNumbered(file, set.structs, set.context.udas, ElementKind::Structure);
+void EquipFile::writeNozzles(const std::vector<EquipRecord>& nozzles) {
+    if (!file_.isOpen()) {
+        return;
+    }
+    nozzleNames().clear();
+    for (const EquipRecord& record : nozzles) {
+        text_.clear();
+        for (const PrimGroup& group : record.groups) {
+            for (const PrimPtr& prim : group._posPrimitive) {
+                writeNozzle(text_, static_cast<const _PNozzle&>(*prim), record.objectId);
+            }
+        }
+        text_ += '\n';
+        file_.write(text_);
     }
 }
 
-void writeSupportFile(DesignMacroSet& set, std::string_view path) {
-    tolmar::OutputFile file(path, tolmar::FileMode::Text);
-    if (file.isOpen()) {
-        writeNumbered(file, set.supports, set.context.udas, ElementKind::Support);
-        file.write("savework\n");
+NumberedFile::NumberedFile(std::string_view path, ElementKind kind, UdaWriter& udas)
+    : file_(path, tolmar::FileMode::Text), kind_(kind), udas_(udas) {}
+
+void NumberedFile::write(std::vector<EquipRecord>& records) {
+    if (!file_.isOpen()) {
+        return;
+    }
+    for (EquipRecord& record : records) {
+        record.name = numbered(record.name, ++number_);
+        text_.clear();
+        writeHead(text_, record, udas_, kind_);
+        text_ += '\n';
+        file_.write(text_);
     }
 }

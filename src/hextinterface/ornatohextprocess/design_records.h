@@ -5,6 +5,7 @@
 #include "hextinterface/ornatohextprocess/equip_prims.h"
 #include "platform/ids.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,12 @@ struct EquipRecord {
 
 // Result of gathering, input of the file writers. The context must outlive it.
 struct DesignMacroSet {
+    explicit DesignMacroSet(const ExportContext& of) : context(of) {}
+
+    // Called, where it is set, whenever one manager's records have been gathered; it may write and drop them. What it
+    // throws ends the gathering.
+    std::function<void()> whenManagerGathered;
+
     ExportContext context;
     std::vector<EquipRecord> equips;
     std::vector<EquipRecord> structs;

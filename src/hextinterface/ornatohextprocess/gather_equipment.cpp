@@ -134,6 +134,7 @@ void gatherEquipment(const ObjectList& equipment, DesignMacroSet& set) {
             hxcad::hextPrintf("\n%s", failure.what());
             passOver(object, "equipment", failure.what());
         }
+        finishManager(set);
     }
 }
 

@@ -23,6 +23,12 @@ void passOver(const HxDbObject* object, const char* what, std::string_view why) 
     tolmar::runReport().passedOver(object->objectId().toInt(), textOf(object->getDisplayName()), what, why);
 }
 
+void finishManager(const DesignMacroSet& set) {
+    if (set.whenManagerGathered) {
+        set.whenManagerGathered();
+    }
+}
+
 void addPrimitive(EquipRecord& record, const HextPrimary& primitive, const HxDbObject* source) {
     const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
     if (solid == nullptr) {

@@ -20,6 +20,9 @@ inline std::string textOf(const char* text) {
 // Tells the run report that an object was passed over.
 void passOver(const HxDbObject* object, const char* what, std::string_view why);
 
+// To be called when one manager is done, whatever came of it.
+void finishManager(const DesignMacroSet& set);
+
 // Adds the groups of one primitive; what gives none is told to the run report. Exceptions of the conversion pass.
 void addPrimitive(EquipRecord& record, const HextPrimary& primitive, const HxDbObject* source);
 void addPrimitives(EquipRecord& record, const HextPrimaryArray& list, const HxDbObject* source);

@@ -129,6 +129,7 @@ void gatherStructures(const ObjectMap& containers, DesignMacroSet& set) {
             hxcad::hextPrintf("\n%s", failure.what());
             passOver(container, "structure", failure.what());
         }
+        finishManager(set);
     }
 }
 
@@ -141,15 +142,8 @@ void gatherSupports(const ObjectList& supports, DesignMacroSet& set) {
                 gatherMember(member, owner, set);
             }
         }
+        finishManager(set);
     }
 }
 
 }  // namespace design
-
-DesignMacroSet gatherDesign(const DesignScope& scope, const ExportContext& context) {
-    DesignMacroSet set{context, {}, {}, {}, {}};
-    design::gatherEquipment(scope.equipment, set);
-    design::gatherStructures(scope.containers, set);
-    design::gatherSupports(scope.supports, set);
-    return set;
-}
