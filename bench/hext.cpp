@@ -2,10 +2,14 @@
 //
 //   bench_hext [OBJECTS...]      default 10000 100000
 //
-// The goals: the whole command, its dialog included, within 4 times (aim 2) the load of the same model; its files
-// within 8 times the time of writing their bytes raw in blocks of 1 MiB; the cost of an object at the largest number at
-// most 1.25 times that at the smallest; peak memory at most that of the loaded model plus half. Exit status 1 when one
-// is missed. A generated plant holds pipelines, equipment, structures and supports in the usual mix.
+// The goals: the whole command, its dialog included, within 4 times (aim 2) the load of the same model; peak memory at
+// most that of the loaded model plus half; the cost of an object at the largest number at most 1.25 times that at the
+// smallest; composing the lines of the files (line_replay.h; the first 8 MiB of each) within 8 times the time of
+// writing the same bytes raw in blocks of 1 MiB. The first two are judged at the largest plant, since a small one takes
+// less memory than the buffers of its files. Exit status 1 when one is missed. Times are processor time, the least of
+// some rounds. A generated plant holds pipelines, equipment, structures and supports in the usual mix.
+#include "line_replay.h"
+
 #include "forms/forms.h"
 #include "hextinterface/hext_commands.h"
 #include "plant/model.h"
@@ -80,15 +84,10 @@ public:
         }
         form.onControlClicked(OrnLogicForm::ResultOk);
     }
-    void progressChanged(const tolmar::ProgressState& state) override {
-        if (state.open && opened == 0) {
-            opened = now();
-        }
-    }
+    void progressChanged(const tolmar::ProgressState&) override {}
     bool cancelRequested() override { return false; }
 
     std::string failure;
-    double opened = 0;
 };
 
 // An installation root of its own: the example's configuration and scripts, no packaging program.
@@ -120,12 +119,17 @@ struct Times {
     std::size_t objects = 0;
     std::size_t bytes = 0;
     double load = never;
-    double whole = never;  // the command, its dialog included
-    double write = never;  // from the end of the dialog on
-    double raw = never;
+    double whole = never;    // the command, its dialog included
+    double compose = never;  // the lines of the replayed part of the files
+    double raw = never;      // the same bytes
+    std::size_t replayed = 0;
+    std::size_t numbers = 0;
     long loaded = 0;  // KiB
     long peak = 0;
     double perObject() const { return whole / static_cast<double>(objects); }
+    double toLoad() const { return whole / load; }
+    double toModel() const { return static_cast<double>(peak) / static_cast<double>(std::max(loaded, 1L)); }
+    double toRaw() const { return compose / raw; }
 };
 
 // One load and export; false when it fails.
@@ -149,7 +153,6 @@ bool runOnce(const Folder& folder, Times& times) {
     const double start = now();
     hextout();
     times.whole = std::min(times.whole, now() - start);
-    times.write = std::min(times.write, now() - ui.opened);
     times.peak = std::max(times.peak, memory("VmHWM:") - before);
     destroyScriptHost();
     clearBomCache();
@@ -161,13 +164,17 @@ bool runOnce(const Folder& folder, Times& times) {
     return true;
 }
 
+std::string bytesOf(const fs::path& file) {
+    std::string bytes(fs::file_size(file), '\0');
+    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
 std::vector<std::string> outputs(const Folder& folder) {
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator(folder.out())) {
         if (entry.path().filename() != "config.json") {
-            files.emplace_back(entry.file_size(), '\0');
-            std::ifstream(entry.path(), std::ios::binary)
-                .read(files.back().data(), static_cast<std::streamsize>(files.back().size()));
+            files.push_back(bytesOf(entry.path()));
         }
     }
     return files;
@@ -189,6 +196,37 @@ double writeRaw(const std::vector<std::string>& files, const fs::path& target) {
     return now() - start;
 }
 
+// Composes the beginnings of all files anew, beside writing their bytes raw. False when other bytes come out.
+bool replay(const Folder& folder, std::vector<std::string> files, Times& times) {
+    constexpr std::size_t most = std::size_t{8} << 20;
+    constexpr int rounds = 5;
+    std::vector<LineReplay> lines;
+    for (std::string& file : files) {
+        if (file.size() > most) {
+            file.resize(file.rfind("\r\n", most) + 2);
+        }
+        lines.emplace_back(file);
+        times.replayed += file.size();
+        times.numbers += lines.back().numbers();
+    }
+    for (int round = 0; round < rounds; ++round) {
+        const double start = now();
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            if (lines[i].write(folder.raw().string() + std::to_string(i)) != files[i].size()) {
+                return false;
+            }
+        }
+        times.compose = std::min(times.compose, now() - start);
+        for (std::size_t i = 0; round == 0 && i < files.size(); ++i) {
+            if (bytesOf(folder.raw().string() + std::to_string(i)) != files[i]) {
+                return false;
+            }
+        }
+        times.raw = std::min(times.raw, writeRaw(files, folder.raw()));
+    }
+    return true;
+}
+
 bool measure(std::uint64_t objects, Times& times) {
     const Folder folder;
     std::string error;
@@ -201,30 +239,29 @@ bool measure(std::uint64_t objects, Times& times) {
         if (!runOnce(folder, times)) {
             return false;
         }
-        const std::vector<std::string> files = outputs(folder);
-        times.bytes = 0;
-        for (const std::string& file : files) {
-            times.bytes += file.size();
-        }
-        times.raw = std::min(times.raw, writeRaw(files, folder.raw()));
+    }
+    std::vector<std::string> files = outputs(folder);
+    for (const std::string& file : files) {
+        times.bytes += file.size();
+    }
+    if (!replay(folder, std::move(files), times)) {
+        std::fprintf(stderr, "the lines composed anew differ\n");
+        return false;
     }
     return true;
 }
 
-bool report(const Times& times) {
-    const double load = times.whole / times.load;
-    const double raw = times.write / times.raw;
-    const double resident = static_cast<double>(times.peak) / static_cast<double>(std::max(times.loaded, 1L));
-    std::printf("%zu objects, %.1f MiB in all files\n", times.objects, static_cast<double>(times.bytes) / (1 << 20));
-    std::printf("  load               %.3f s\n", times.load);
-    std::printf("  command            %.3f s, %.2f times the load, at most %.0f wanted, aim 2\n", times.whole, load,
-                loadGoal);
-    std::printf("  without the dialog %.3f s, %.1f times a raw write of %.3f s, at most %.0f wanted\n", times.write,
-                raw, times.raw, rawGoal);
-    std::printf("  an object          %.2f us\n", times.perObject() * 1e6);
-    std::printf("  peak memory        %.2f times the model's %.1f MiB, at most %.1f wanted\n", resident,
+void report(const Times& times) {
+    const double mib = 1 << 20;
+    std::printf("%zu objects, %.1f MiB in all files\n", times.objects, static_cast<double>(times.bytes) / mib);
+    std::printf("  load            %.3f s\n", times.load);
+    std::printf("  command         %.3f s, %.2f times the load, at most %.0f wanted, aim 2\n", times.whole,
+                times.toLoad(), loadGoal);
+    std::printf("  an object       %.2f us\n", times.perObject() * 1e6);
+    std::printf("  peak memory     %.2f times the model's %.1f MiB, at most %.1f wanted\n", times.toModel(),
                 static_cast<double>(times.loaded) / 1024, memoryGoal);
-    return load <= loadGoal && raw <= rawGoal && resident <= memoryGoal;
+    std::printf("  composing lines %.2f times a raw write, at most %.0f wanted (%.1f MiB, %zu numbers, %.1f ms)\n",
+                times.toRaw(), rawGoal, static_cast<double>(times.replayed) / mib, times.numbers, times.compose * 1e3);
 }
 
 }  // namespace
@@ -238,17 +275,17 @@ int main(int argc, char** argv) {
         sizes = {10000, 100000};
     }
     bool good = true;
-    std::vector<double> costs;
+    std::vector<Times> all;
     for (const std::uint64_t size : sizes) {
-        Times times;
-        if (!measure(size, times)) {
+        if (!measure(size, all.emplace_back())) {
             return 2;
         }
-        good = report(times) && good;
-        costs.push_back(times.perObject());
+        report(all.back());
+        good = good && all.back().toRaw() <= rawGoal;
     }
-    if (costs.size() > 1) {
-        const double growth = costs.back() / costs.front();
+    good = good && all.back().toLoad() <= loadGoal && all.back().toModel() <= memoryGoal;
+    if (all.size() > 1) {
+        const double growth = all.back().perObject() / all.front().perObject();
         std::printf("cost of an object, largest to smallest plant: %.2f, at most %.2f wanted\n", growth, growthGoal);
         good = good && growth <= growthGoal;
     }
