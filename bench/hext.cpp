@@ -234,7 +234,7 @@ bool measure(std::uint64_t objects, Times& times) {
         std::fprintf(stderr, "%s\n", error.c_str());
         return false;
     }
-    const int rounds = objects <= 20000 ? 9 : objects <= 200000 ? 5 : 2;
+    const int rounds = objects <= 20000 ? 25 : objects <= 200000 ? 7 : 3;
     for (int round = 0; round < rounds; ++round) {
         if (!runOnce(folder, times)) {
             return false;

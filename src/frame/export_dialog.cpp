@@ -219,8 +219,8 @@ void ExportDataDlg::addNode(HxDbTreeNode* node, HxDbObject* object, const char* 
         item = tree_->insertLast(parent, label.empty() ? u"World" : tolmar::toWide(label), node);
     } else {
         const char* name = node->getName();
-        const std::string label = prefixOf(object) + (name != nullptr ? name : "error node name");
-        item = tree_->insertSorted(parent, tolmar::toWide(label), node);
+        label_.assign(prefixOf(object)).append(name != nullptr ? name : "error node name");
+        item = tree_->insertSorted(parent, tolmar::toWide(label_), node);
     }
     nodeItems[node->objectId()] = item;
 }

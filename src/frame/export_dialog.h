@@ -46,6 +46,7 @@ private:
     int mode_;
     bool withOtherRoots_;
     OrnLogicTree* tree_ = nullptr;
+    std::string label_;  // of the item in hand
     const HxDbTreeNode* lastParent_ = nullptr;
     OrnLogicTree::Item lastParentItem_ = nullptr;
 };

@@ -27,8 +27,8 @@ const std::string& UniqueTexts::add(HxDbObjectId id, std::string text, std::stri
 
 std::uint32_t MemberCounters::next(const std::string* branch, const std::string* gtype) {
     const std::uint64_t hash = reinterpret_cast<std::uintptr_t>(branch) * 31 + reinterpret_cast<std::uintptr_t>(gtype);
-    std::uint32_t number = index_.find(
-        hash, [&](std::uint32_t at) { return rows_[at].branch == branch && rows_[at].gtype == gtype; });
+    std::uint32_t number =
+        index_.find(hash, [&](std::uint32_t at) { return rows_[at].branch == branch && rows_[at].gtype == gtype; });
     if (number == FlatIndex::none) {
         number = static_cast<std::uint32_t>(rows_.size());
         rows_.push_back({branch, gtype, 0});
@@ -141,9 +141,9 @@ const std::string& NameManager::getMemberName(const HxDbObject* object) {
         constexpr std::size_t maxBytes = 127;
         const std::string& gtype = getGtype(object);
         const std::uint32_t counter = state_->memberCounters.next(&branch, &gtype);
-        std::string name = gtype + " " + std::to_string(counter) + " of BRANCH /" + branch;
-        name.resize(std::min(name.size(), maxBytes));
-        known = &state_->put(name, NameKind::Member);
+        std::string& name = state_->scratch;
+        name.assign(gtype).append(" ").append(std::to_string(counter)).append(" of BRANCH /").append(branch);
+        known = &state_->put(std::string_view(name).substr(0, maxBytes), NameKind::Member);
     }
     return *known;
 }

@@ -119,6 +119,8 @@ struct NameManager::State {
     IdPages<naming::ObjectFacts> facts;
     std::vector<std::pair<naming::BranchStop, const std::string*>> branchStops;
 
+    std::string scratch;  // a name in the making, of an operation that calls no other
+
     InsulationTable insulation;
     naming::TextTable boltTexts;          // what a bolt stype stands for
     std::vector<std::string> boltStypes;  // by number of the text

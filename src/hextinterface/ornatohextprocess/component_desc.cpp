@@ -160,7 +160,7 @@ void _HextComponentDesc::takeCustomName() {
         throw ExportException("<自定义名称已存在>");
     }
     isCustomName = true;
-    name = custom;
+    name = at->first;
 }
 
 void _HextComponentDesc::setUdaValues(const HxDbSmrtlnEntity* object) {

@@ -59,6 +59,8 @@ public:
     HxGePoint3D arriveAt() const { return view.comp->getArrivePoint(entity); }
     HxGePoint3D leaveAt() const { return view.comp->getLeavePoint(entity); }
 
+    bool isCustomName = false;  // the name comes from the plant data
+    std::string_view name;      // the name manager's or one of customNames()
     std::string position = "unset";
     std::string orientation = "unset";
     bool axisPure = true;  // both axes of the orientation lie along world axes

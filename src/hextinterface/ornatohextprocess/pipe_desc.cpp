@@ -29,9 +29,9 @@ void testNumber(const std::string& pipe, const char* attribute, const std::strin
 
 }  // namespace
 
-void testNameLength(const std::string& name, const char* kind) {
+void testNameLength(std::string_view name, const char* kind) {
     if (name.size() > maxNameLength) {
-        hxcad::hextPrintf("Error:create %s name<%s> too long", kind, name.c_str());
+        hxcad::hextPrintf("Error:create %s name<%s> too long", kind, std::string(name).c_str());
         throw ExportException("命名错误");
     }
 }

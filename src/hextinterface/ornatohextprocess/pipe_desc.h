@@ -17,8 +17,6 @@ public:
     // command line.
     virtual void write(std::string& out, bool flag) const = 0;
 
-    bool isCustomName = false;  // the name comes from the plant data
-    std::string name;
     std::string type;
 };
 
@@ -26,6 +24,7 @@ class _HextPipeDesc final : public _HextElementDesc {
 public:
     void write(std::string& out, bool flag) const override;
 
+    std::string name;
     std::string zone;  // name of the zone that the pipe stands in
     std::string temp = "unset";
     std::string press = "unset";
@@ -49,6 +48,7 @@ public:
     // ExportException with an empty text for a size that holds "*".
     void setBore(End end, std::string bore);
 
+    std::string name;
     std::string headPosition = "unset";
     std::string tailPosition = "unset";
     std::string headDirection = "unset";
@@ -72,4 +72,4 @@ public:
 
 // Throws ExportException "命名错误" for a name of 52 bytes or more, with "Error:create <kind> name<%s> too long" on the
 // command line.
-void testNameLength(const std::string& name, const char* kind);
+void testNameLength(std::string_view name, const char* kind);

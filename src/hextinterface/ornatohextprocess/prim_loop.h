@@ -10,16 +10,16 @@
 #include <vector>
 
 struct PVertex {
-    std::string loopName;  // first argument of the vertex's macro call
-    HxGePoint3D position;  // in the frame of the solid, Z 0 in the outline's plane
-    double frad = 0;       // fillet radius; 0 for a sharp corner
+    const char* loopName = "";  // first argument of the vertex's macro call, a variable
+    HxGePoint3D position;       // in the frame of the solid, Z 0 in the outline's plane
+    double frad = 0;            // fillet radius; 0 for a sharp corner
 
     PVertex() = default;
     explicit PVertex(const HxGePoint3D& at, double radius = 0) : position(at), frad(radius) {}
 };
 
 struct PLoop {
-    std::string owner;  // first argument of the loop's macro call
+    const char* owner = "";  // first argument of the loop's macro call, a variable
     std::vector<PVertex> vertices;
 };
 
