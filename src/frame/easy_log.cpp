@@ -2,9 +2,13 @@
 
 #include "tolmar/paths.h"
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <ctime>
+#include <fcntl.h>
+#include <string_view>
+#include <unistd.h>
 
 namespace hextlog {
 
@@ -65,27 +69,29 @@ void EasyLog::writeText(const std::string& text) {
     if (path_.empty()) {
         path_ = tolmar::resolvePath(target_).string();
     }
-    if (truncateFirst_) {
-        std::FILE* emptied = std::fopen(path_.c_str(), "wb");
-        if (emptied == nullptr) {
-            return;
-        }
-        std::fclose(emptied);
-        truncateFirst_ = false;
-    }
-    std::FILE* file = std::fopen(path_.c_str(), "ab");
-    if (file == nullptr) {
+    const int file =
+        ::open(path_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (truncateFirst_ ? O_TRUNC : O_APPEND), 0666);
+    if (file < 0) {
         return;
     }
+    truncateFirst_ = false;
     std::string line;
-    for (const char c : text + timeText() + "\n") {
-        if (c == '\n') {
-            line += '\r';
+    for (const std::string_view part : {std::string_view(text), std::string_view(timeText()), std::string_view("\n")}) {
+        for (const char c : part) {
+            if (c == '\n') {
+                line += '\r';
+            }
+            line += c;
         }
-        line += c;
     }
-    std::fwrite(line.data(), 1, line.size(), file);
-    std::fclose(file);
+    for (std::size_t at = 0; at < line.size();) {
+        const ssize_t written = ::write(file, line.data() + at, line.size() - at);
+        if (written <= 0 && errno != EINTR) {
+            break;
+        }
+        at += written > 0 ? static_cast<std::size_t>(written) : 0;
+    }
+    ::close(file);
 }
 
 EasyLog& exportLog() {
