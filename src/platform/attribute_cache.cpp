@@ -127,10 +127,8 @@ private:
     std::uint64_t generation_ = 1;
 };
 
-BomCache& cache() {
-    static BomCache instance;
-    return instance;
-}
+// Stands ready when the module is loaded, so that a question need not look whether it does.
+BomCache attributeCache;
 
 std::string_view defaultValue(const HxDbObject* object, std::string_view key) {
     return equalNoCase(key, "item") && object->isKindOf(HxDbBalloon::desc()) ? "Balloon" : "";
@@ -151,8 +149,8 @@ std::string_view getBomValue(const HxDbObject* object, std::string_view key) {
     if (object == nullptr) {
         return {};
     }
-    if (const smrtln::BomRecord* record = cache().find(object, key)) {
-        return cache().textOf(*record);
+    if (const smrtln::BomRecord* record = attributeCache.find(object, key)) {
+        return attributeCache.textOf(*record);
     }
     return defaultValue(object, key);
 }
@@ -160,10 +158,10 @@ std::string_view getBomValue(const HxDbObject* object, std::string_view key) {
 // Keys only ever join those of a model.
 void BomFields::findNumbers() {
     const auto known = smrtln::bomKeys();
-    if (generation_ == cache().generation() && fields_.size() == known.size()) {
+    if (generation_ == attributeCache.generation() && fields_.size() == known.size()) {
         return;
     }
-    generation_ = cache().generation();
+    generation_ = attributeCache.generation();
     fields_.assign(known.size(), noField);
     for (std::size_t i = 0; i < known.size(); ++i) {
         const auto at = std::find(keys_.begin(), keys_.end(), known[i]);
@@ -178,11 +176,11 @@ void BomFields::read(const HxDbObject* object, std::span<std::string_view> out) 
     }
     findNumbers();
     std::uint64_t found = 0;
-    for (const smrtln::BomRecord& record : cache().recordsOf(object)) {
+    for (const smrtln::BomRecord& record : attributeCache.recordsOf(object)) {
         const std::uint8_t field = fields_[record.key];
         if (field != noField && (found >> field & 1U) == 0) {
             found |= std::uint64_t{1} << field;
-            out[field] = cache().textOf(record);
+            out[field] = attributeCache.textOf(record);
         }
     }
     for (std::size_t i = 0; i < keys_.size(); ++i) {
@@ -198,13 +196,13 @@ void getBomData(HxDbObjectId id, std::vector<KVParams>& out) {
     if (hxdbOpenObject(id, object, 3) != Hext::eOk) {
         return;
     }
-    for (const smrtln::BomRecord& record : cache().recordsOf(object)) {
+    for (const smrtln::BomRecord& record : attributeCache.recordsOf(object)) {
         out.push_back(smrtln::toKVParams(record));
     }
 }
 
 void clearBomCache() {
-    cache().clear();
+    attributeCache.clear();
 }
 
 double numberOf(std::string_view text) {
