@@ -168,8 +168,8 @@ std::string axesWithReference(const CompView& view, const HxGeVector3D& referenc
     return axesText(x, y);
 }
 
-std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds,
-                              HxGeVector3D& a, HxGeVector3D& b) {
+std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds, HxGeVector3D& a,
+                              HxGeVector3D& b) {
     a = armTowards(entity, 2, componentIds);
     b = armTowards(entity, 3, componentIds);
     return axesText(a, b);

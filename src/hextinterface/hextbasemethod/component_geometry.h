@@ -97,8 +97,8 @@ std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, Hx
 std::string axesWithReference(const CompView& view, const HxGeVector3D& reference, bool useAsX);
 // The axes of a tee-like object without axes of its own, from its neighbours at 2 and 3. A neighbour that is missing or
 // not among `componentIds` is stood in for by the connection point.
-std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds,
-                              HxGeVector3D& a, HxGeVector3D& b);
+std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds, HxGeVector3D& a,
+                              HxGeVector3D& b);
 
 enum class WeldRule { Component, BranchEnd };
 // A weld has no extent; its axes come from what it touches. Nothing is written when that tells none.

@@ -49,7 +49,7 @@ void appendEscaped(std::string& out, std::string_view text);  // every "'" doubl
 std::string escapeQuotes(std::string_view text);              // the same as a text of its own
 void appendValue(std::string& out, std::string_view value);   // 'value', or 'unset' for an empty one; not escaped
 void appendRef(std::string& out, std::string_view name);      // '/name', or 'unset' for an empty one; not escaped
-bool isNumericText(std::string_view text);                    // blanks, one leading "-", digits and points; empty passes
+bool isNumericText(std::string_view text);  // blanks, one leading "-", digits and points; empty passes
 
 class HxDbObject;
 // The first of end2, end3, end4 that is neither empty nor "NONE"; empty when there is none.
