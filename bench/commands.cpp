@@ -55,7 +55,7 @@ struct Command {
     double mostObjects;  // beyond, its documents pass the memory of a machine of 24 GiB
 };
 constexpr Command commands[] = {{"HEXTOUT", 1e9}, {"RVMOUT", 1e9},  {"NVOUT", 1e9},
-                                {"OBMOUT", 1e9},  {"ORNAOUT", 1e9}, {"MAXOUT", 5e4}};
+                                {"OBMOUT", 1e9},  {"ORNAOUT", 1e9}, {"MAXOUT", 3e5}};
 
 double processorSeconds() {
     timespec now{};

@@ -67,6 +67,10 @@ TEST_F(GoldenScene, TheExamplePlantGivesTheExpectedFiles) {
 }
 
 TEST_F(GoldenScene, TheExamplePlantWithEveryOption) {
+    // The script sorts names by the bytes of the code page.
+    if (std::string(TESSARO_CODE_PAGE) != "GBK") {
+        GTEST_SKIP() << "the expected order is that of the code page GBK";
+    }
     loadExample();
     options({"outWeld", "outWeldText", "nvExpandBranch", "orAxiss", "sortNode"});
     nvout();
