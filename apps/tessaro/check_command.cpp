@@ -12,16 +12,18 @@
 namespace {
 
 constexpr OutputChecker checkers[] = {
-    {"hext", "the folder of HEXTOUT: is it whole, does every name exist when it is used", checkHextFolder},
-    {"rvm", "an RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
-     checkRvmFiles, checkStrictRvmFiles},
-    {"max", "a geometry and a property file of MAXOUT, or a folder of them: are both whole, do they hold one tree",
-     checkMaxFiles},
-    {"eem", "an EEM file with its JSON file, or a folder of them: are both whole, do they tell of the same objects",
-     checkEemFiles},
-    {"scene", "a scene of NVOUT with its buffer files, or a folder of scenes: can a viewer draw all of it",
-     checkSceneFiles},
-    {"package", "a PModel package: is it whole, do trees, scenes, materials and properties fit together", checkPackage},
+    {"hext", "The folder of HEXTOUT: is it whole, does every name exist when it is used", "install/temp/hext",
+     checkHextFolder},
+    {"rvm", "An RVM file with its attribute file, or a folder of them: are both whole, do they hold one tree",
+     "exported/plant.rvm", checkRvmFiles, checkStrictRvmFiles},
+    {"scene", "A scene of NVOUT with its buffer files, or a folder of them: can a viewer draw all of it",
+     "exported/plant.nwc", checkSceneFiles},
+    {"package", "A package of OBMOUT, or a folder of them: is it whole, do its parts fit together",
+     "exported/plant.pmodel", checkPackages},
+    {"eem", "An EEM file with its JSON file, or a folder of them: are both whole, do they tell of the same objects",
+     "exported/plant.eem", checkEemFiles},
+    {"max", "A geometry and a property file of MAXOUT, or a folder of them: are both whole, do they hold one tree",
+     "exported/plant.orna", checkMaxFiles},
 };
 
 }  // namespace
@@ -31,7 +33,10 @@ std::span<const OutputChecker> outputCheckers() {
 }
 
 ExitStatus checkOutput(const OutputChecker& checker, const std::filesystem::path& path, bool strictly) {
-    const Findings findings = (strictly ? checker.checkStrictly : checker.check)(path);
+    std::error_code error;
+    const Findings findings = std::filesystem::exists(path, error)
+                                  ? (strictly ? checker.checkStrictly : checker.check)(path)
+                                  : Findings{path.string() + ": no such file or folder"};
     for (const std::string& finding : findings) {
         std::fprintf(stderr, "tessaro: %s\n", finding.c_str());
     }

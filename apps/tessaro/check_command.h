@@ -15,6 +15,8 @@ struct OutputChecker {
     const char* kind;
     // What the path names and what is looked at, for the help.
     const char* about;
+    // A path as it could be, for the help.
+    const char* example;
     Findings (*check)(const std::filesystem::path& path);
     // Where a stricter form of the output exists: demands it. Null otherwise.
     Findings (*checkStrictly)(const std::filesystem::path& path) = nullptr;

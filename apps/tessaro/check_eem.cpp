@@ -1,22 +1,12 @@
 #include "check_eem.h"
 
+#include "check_files.h"
 #include "checkers/eem_reader.h"
 #include "tolmar/code_page.h"
-#include "tolmar/file.h"
-
-#include <algorithm>
 
 namespace {
 
 namespace fs = std::filesystem;
-
-bool read(const fs::path& file, std::string& bytes, Findings& findings) {
-    if (tolmar::readFile(tolmar::fromUtf8(file.string()), bytes)) {
-        return true;
-    }
-    findings.push_back(file.string() + ": cannot be read");
-    return false;
-}
 
 void add(const fs::path& file, const eemcheck::Findings& found, Findings& findings) {
     for (const eemcheck::Finding& finding : found) {
@@ -37,7 +27,7 @@ void checkPairOf(const fs::path& file, Findings& findings) {
     std::string eemBytes;
     std::string sideBytes;
     const fs::path sideFile = fs::path(file).replace_extension(".json");
-    if (!read(file, eemBytes, findings) || !read(sideFile, sideBytes, findings)) {
+    if (!readToCheck(file, eemBytes, findings) || !readToCheck(sideFile, sideBytes, findings)) {
         return;
     }
     eemcheck::Findings inEem;
@@ -55,22 +45,8 @@ void checkPairOf(const fs::path& file, Findings& findings) {
 }  // namespace
 
 Findings checkEemFiles(const fs::path& path) {
-    std::error_code error;
-    std::vector<fs::path> files;
-    if (!fs::is_directory(path, error)) {
-        files.push_back(path);
-    }
-    for (const fs::directory_entry& entry : fs::directory_iterator(path, error)) {
-        if (entry.path().extension() == ".eem") {
-            files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
     Findings findings;
-    if (files.empty()) {
-        findings.push_back(path.string() + ": no EEM file in it");
-    }
-    for (const fs::path& file : files) {
+    for (const fs::path& file : filesToCheck(path, "EEM file", {".eem"}, findings)) {
         checkPairOf(file, findings);
     }
     return findings;

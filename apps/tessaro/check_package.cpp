@@ -1,12 +1,16 @@
 #include "check_package.h"
 
+#include "check_files.h"
 #include "checkers/package_reader.h"
 
-Findings checkPackage(const std::filesystem::path& path) {
+Findings checkPackages(const std::filesystem::path& path) {
     Findings findings;
-    packagecheck::readPackage(path, findings);
-    for (std::string& finding : findings) {
-        finding.insert(0, path.string() + ": ");
+    for (const std::filesystem::path& file : filesToCheck(path, "package", {".pmodel"}, findings)) {
+        Findings found;
+        packagecheck::readPackage(file, found);
+        for (const std::string& finding : found) {
+            findings.push_back(file.string() + ": " + finding);
+        }
     }
     return findings;
 }

@@ -4,4 +4,4 @@
 #include "check_command.h"
 
 // A PModel package.
-Findings checkPackage(const std::filesystem::path& path);
+Findings checkPackages(const std::filesystem::path& path);

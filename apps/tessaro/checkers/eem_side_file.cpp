@@ -47,7 +47,7 @@ private:
     SideMember readMember(const cJSON& item) {
         SideMember member;
         member.key = item.string;
-        const cJSON* attributes = item.child;
+        const cJSON* attributes = cJSON_IsObject(&item) ? item.child : nullptr;
         const cJSON* className = attributes != nullptr ? attributes->next : nullptr;
         const cJSON* name = className != nullptr ? className->next : nullptr;
         if (!isCalled(attributes, "attr") || !isCalled(className, "cls") || !isCalled(name, "name") ||
