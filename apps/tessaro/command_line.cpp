@@ -3,6 +3,8 @@
 #include "module_file.h"
 
 #include <cstdio>
+#include <fmt/core.h>
+#include <limits>
 
 namespace {
 
@@ -11,9 +13,9 @@ constexpr const char* exitStatuses =
     "Exit status: 0 done, 1 wrong usage, 2 input refused, 3 done but something was left out,\n"
     "4 failed or could not write, 130 cancelled.\n\n"
     "Examples:\n"
-    "  tessaro commands\n"
-    "  tessaro model check plant.json\n"
+    "  tessaro model generate --objects 1000 -o plant.json\n"
     "  tessaro run HEXTOUT --model plant.json --root install\n"
+    "  tessaro check hext install/temp/hext\n"
     "  tessaro run --help";
 constexpr const char* runExamples =
     "A pattern of --select and --deselect is a path in the tree of the scope dialog: labels joined by \"/\",\n"
@@ -32,15 +34,34 @@ constexpr const char* modelExamples = "Examples:\n"
                                       "  tessaro model info plant.json --json\n"
                                       "  tessaro model tree plant.json --depth 3\n"
                                       "  tessaro model generate --objects 100000 --seed 7 -o big.json";
-constexpr const char* checkExamples = "Examples:\n"
-                                      "  tessaro check hext install/temp/hext\n"
-                                      "  tessaro check rvm exported/plant.rvm\n"
-                                      "  tessaro check eem exported/plant.eem";
+// The file of so many takes 770 GB.
+constexpr double mostObjects = 1e9;
+constexpr double mostSeed = 9007199254740992;
 
 std::string settingFault(const std::string& text) {
     std::string key;
     bool on = false;
     return splitSetting(text, key, on) ? "" : "KEY=0 or KEY=1 expected, \"" + text + "\" found";
+}
+
+std::string example(const OutputChecker& checker) {
+    const std::string line = std::string("\n  tessaro check ") + checker.kind;
+    const std::string strict = line + " --strict " + checker.example;
+    return line + " " + checker.example + (checker.checkStrictly != nullptr ? strict : "");
+}
+
+// A whole number within bounds.
+CLI::Validator wholeNumber(double low, double high) {
+    return CLI::Validator(
+        [low, high](const std::string& text) {
+            double value = 0;
+            const bool isWhole =
+                text.find_first_not_of("0123456789") == std::string::npos && CLI::detail::lexical_cast(text, value);
+            return isWhole && value >= low && value <= high
+                       ? std::string()
+                       : fmt::format("a whole number from {:.0f} to {:.0f} expected, \"{}\" found", low, high, text);
+        },
+        "");
 }
 
 // An option that may be given again and again, with one value each time.
@@ -77,10 +98,28 @@ CommandLine::CommandLine() : app_(about, "tessaro") {
 ExitStatus CommandLine::main(int argc, char** argv) {
     try {
         app_.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        app_.exit(help);
+        return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Failed;
     } catch (const CLI::ParseError& error) {
-        return app_.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
+        complain(error);
+        return ExitStatus::WrongUsage;
     }
     return action_();
+}
+
+// What was wrong, and where the help for it is.
+void CommandLine::complain(const CLI::ParseError& error) const {
+    std::string program = "tessaro";
+    const CLI::App* place = &app_;
+    for (auto used = place->get_subcommands(); !used.empty(); used = place->get_subcommands()) {
+        place = used.front();
+        program += " " + place->get_name();
+    }
+    const std::vector<std::string> unknown = app_.remaining(true);
+    const bool lacksCommand = place->get_require_subcommand_min() > 0 && !unknown.empty();
+    const std::string what = lacksCommand ? unknown.front() + ": no such sub-command" : error.what();
+    std::fprintf(stderr, "tessaro: %s\n\"%s --help\" tells more.\n", what.c_str(), program.c_str());
 }
 
 void CommandLine::addRun() {
@@ -104,8 +143,9 @@ void CommandLine::addRunAnswers(CLI::App& run) {
     addRepeated(run, "--deselect", run_.deselect, "Uncheck the items that match")->type_name("PATTERN");
     run.add_option("--select-file", run_.selectFile, "Patterns, one a line: \"+ PATTERN\" or \"- PATTERN\"")
         ->type_name("FILE");
-    addRepeated(run, "--set", run_.set,
-                "Set an option of the scope dialog: outWeld, nvExpandBranch, orAxiss, clearCache")
+    addRepeated(
+        run, "--set", run_.set,
+        "Set an option of the scope dialog (outWeld, nvExpandBranch, orAxiss, clearCache) or of XDBOUT (strict)")
         ->type_name("KEY=0|1")
         ->check(settingFault);
     addRepeated(run, "--input", run_.inputs, "Answer an input box; in order")->type_name("TEXT");
@@ -133,9 +173,10 @@ void CommandLine::addModel() {
     CLI::App* model = app_.add_subcommand("model", "Look into plant models, or make one");
     model->footer(modelExamples);
     model->require_subcommand(1);
-    addModelReader(*model, "check", "Is the file good", checkModel);
-    addModelReader(*model, "info", "What is in the file", describeModelFile);
-    addModelReader(*model, "tree", "The tree of the model", printModelTree);
+    addModelReader(*model, "check", "Is the file good; if not, what is wrong and where", checkModel);
+    addModelReader(*model, "info", "What is in the file: counts, bounds, names, what exports will miss",
+                   describeModelFile);
+    addModelReader(*model, "tree", "The tree of the model: classes, ids and names", printModelTree);
     addModelGenerate(*model);
 }
 
@@ -149,20 +190,21 @@ void CommandLine::addModelReader(CLI::App& model, const char* name, const char* 
     if (read == printModelTree) {
         command->add_option("--depth", model_.depth, "Levels below the roots (default: all)")
             ->type_name("N")
-            ->check(CLI::NonNegativeNumber);
+            ->check(wholeNumber(0, std::numeric_limits<int>::max()));
     }
     command->footer(modelExamples);
     command->callback([this, read] { action_ = [this, read] { return read(model_); }; });
 }
 
 void CommandLine::addModelGenerate(CLI::App& model) {
-    CLI::App* generate = model.add_subcommand("generate", "Make a plausible plant; the same options, the same bytes");
+    CLI::App* generate =
+        model.add_subcommand("generate", "Make a plausible plant; the same options give the same bytes");
     generate->add_option("--objects", model_.objects, "Smart objects, about (default: 1000)")
         ->type_name("N")
-        ->check(CLI::PositiveNumber);
+        ->check(wholeNumber(1, mostObjects));
     generate->add_option("--seed", model_.seed, "What makes one plant differ from another (default: 1)")
         ->type_name("S")
-        ->check(CLI::NonNegativeNumber);
+        ->check(wholeNumber(0, mostSeed));
     generate->add_option("-o,--output", model_.file, "The file to write")->required()->type_name("FILE");
     generate->footer(modelExamples);
     generate->callback([this] { action_ = [this] { return generateModelFile(model_); }; });
@@ -170,12 +212,16 @@ void CommandLine::addModelGenerate(CLI::App& model) {
 
 void CommandLine::addCheck() {
     CLI::App* check = app_.add_subcommand("check", "Is an output whole, would its receiver take it");
-    check->footer(checkExamples);
+    std::string examples = "Examples:";
+    for (const OutputChecker& checker : outputCheckers()) {
+        examples += example(checker);
+    }
+    check->footer(examples);
     check->require_subcommand(1);
     for (const OutputChecker& checker : outputCheckers()) {
         CLI::App* kind = check->add_subcommand(checker.kind, checker.about);
         kind->add_option("PATH", checked_, "The output")->required()->type_name("");
-        kind->footer(checkExamples);
+        kind->footer("Examples:" + example(checker));
         if (checker.checkStrictly != nullptr) {
             kind->add_flag("--strict", isCheckStrict_, "Demand the form for readers that are stricter");
         }

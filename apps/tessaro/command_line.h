@@ -24,6 +24,7 @@ private:
     void addModelReader(CLI::App& model, const char* name, const char* about, ExitStatus (*read)(const ModelOptions&));
     void addModelGenerate(CLI::App& model);
     void addCheck();
+    void complain(const CLI::ParseError& error) const;
 
     CLI::App app_;
     RunOptions run_;
