@@ -53,7 +53,7 @@ std::optional<std::string> QtUi::inputBox(const std::string& prompt) {
 }
 
 void QtUi::runForm(OrnLogicForm& form) {
-    if (!form.ended()) {
+    if (!form.ended() && console_.prepareForm(form)) {
         FormWindow(form).exec();
     }
     if (!form.ended()) {

@@ -9,7 +9,7 @@
 class QtUi final : public tolmar::HostUi {
 public:
     // What is printed goes to `console`, as do boxes, and the questions for a cancel; its answers to dialogs are what
-    // they suggest. It must outlive this.
+    // they suggest, and forms open as it prepares them. It must outlive this.
     explicit QtUi(tolmar::HostUi& console) : console_(console) {}
 
     void print(const std::string& text) override { console_.print(text); }

@@ -82,6 +82,7 @@ void Console::note(std::string_view utf8) {
 }
 
 void Console::error(std::string_view utf8) {
+    errors_.emplace(utf8);
     line("tessaro: " + std::string(utf8), true);
 }
 

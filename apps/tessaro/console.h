@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,8 @@ public:
     void note(std::string_view utf8);
     void error(std::string_view utf8);
     void detail(std::string_view utf8);
+    // Whether `error` has told exactly this.
+    bool hasTold(const std::string& error) const { return errors_.count(error) != 0; }
     void progress(const tolmar::ProgressState& state);
     Verbosity verbosity() const { return verbosity_; }
 
@@ -38,6 +41,7 @@ private:
 
     Verbosity verbosity_;
     ProgressView view_;
+    std::set<std::string> errors_;
     std::FILE* log_ = nullptr;
     bool screenAtLineStart_ = true;
     bool logAtLineStart_ = true;

@@ -184,6 +184,7 @@ void printSummary(Console& console, const RunReport& report, const RunFacts& fac
     if (facts.status == ExitStatus::Done || facts.status == ExitStatus::SomethingLeftOut) {
         console.note(meaning);
     } else {
-        console.error(facts.reason.empty() ? meaning : meaning + ": " + facts.reason);
+        const bool isSaid = facts.reason.empty() || console.hasTold(facts.reason);
+        console.error(isSaid ? meaning : meaning + ": " + facts.reason);
     }
 }

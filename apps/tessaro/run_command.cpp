@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <strings.h>
 
 namespace {
@@ -81,13 +82,39 @@ fs::path defaultRoot() {
     return root != nullptr && *root != '\0' ? root : "./install";
 }
 
+// Two commands of a run may answer the same dialog alike.
+class Overwrites {
+public:
+    // After each command. A file that an earlier one wrote, and that is written anew, is lost.
+    void lookAt(const std::string& command) {
+        for (const tolmar::WrittenFile& file : runReport().files()) {
+            Writer& last = writers_[file.path];
+            if (file.writes == last.writes) {
+                continue;
+            }
+            if (!last.command.empty() && ::strcasecmp(last.command.c_str(), command.c_str()) != 0) {
+                const std::string why = "of " + last.command + ": " + command + " wrote over it";
+                runReport().passedOver(0, file.path, "file", fromUtf8(why));
+            }
+            last = {command, file.writes};
+        }
+    }
+
+private:
+    struct Writer {
+        std::string command;
+        std::size_t writes = 0;
+    };
+    std::map<std::string, Writer> writers_;
+};
+
 class Run {
 public:
     Run(const RunOptions& options, Console& console) : options_(options), console_(console) {}
 
     ExitStatus execute() {
-        for (const auto step : {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::prepareUi,
-                                &Run::openScreen, &Run::loadTheModel}) {
+        for (const auto step : {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::checkOutputs,
+                                &Run::prepareUi, &Run::openScreen, &Run::loadTheModel}) {
             const ExitStatus status = (this->*step)();
             if (status != ExitStatus::Done) {
                 return status;
@@ -134,6 +161,16 @@ private:
             }
         }
         return ExitStatus::Done;
+    }
+
+    // Two JSON texts on one stream are none.
+    ExitStatus checkOutputs() {
+        const bool hasXdb = std::any_of(options_.commands.begin(), options_.commands.end(), isXdbFunction);
+        return hasXdb && options_.out.empty() && options_.report == "-"
+                   ? refuse(ExitStatus::WrongUsage,
+                            "XDBOUT and the report would both go to standard output; give --out "
+                            "or a file for --report")
+                   : ExitStatus::Done;
     }
 
     ExitStatus prepareUi() {
@@ -189,11 +226,18 @@ private:
             if (interrupted()) {
                 runReport().ended(RunOutcome::Cancelled);
             }
-            if (interrupted() || !ui_->refusal().empty()) {
+            // The scope dialog of a dry run is cancelled on purpose.
+            const bool isCancelled = !options_.dryRun && runReport().outcome() == RunOutcome::Cancelled;
+            if (interrupted() || isCancelled || !ui_->refusal().empty()) {
                 break;
             }
             console_.detail("command " + name);
+            const int formsBefore = ui_->formsRun();
             runOne(name);
+            if (options_.dryRun && !options_.interactive && ui_->formsRun() == formsBefore) {
+                console_.note(name + " asks for no scope");
+            }
+            overwrites_.lookAt(name);
         }
         tolmar::waitForStartedPrograms();
     }
@@ -223,6 +267,7 @@ private:
     std::unique_ptr<tolmar::HostUi> screen_;
     plant::ModelPtr model_;
     std::unique_ptr<tolmar::LoadedModule> module_;
+    Overwrites overwrites_;
     bool strict_ = false;
     bool hasPatterns_ = false;  // of items to select
 };

@@ -111,5 +111,8 @@ void callXdbFunction(const XdbCall& call) {
     if (!result && runReport().outcome() == RunOutcome::Done) {
         runReport().ended(RunOutcome::Failed, "XDBOUT gave false: no current manager, or a gap in the data");
     }
-    writeJson(call, jsonOf(result, arrays));
+    // What a cancelled call got is no answer.
+    if (result || runReport().outcome() != RunOutcome::Cancelled) {
+        writeJson(call, jsonOf(result, arrays));
+    }
 }

@@ -5,14 +5,18 @@
 #include "qt_ui.h"
 #include "support/ui_double.h"
 #include "texts.h"
+#include "tolmar/scripted_ui.h"
 #include "tree_filter.h"
 #include "tree_model.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
@@ -251,6 +255,111 @@ TEST(QtProgress, ShowsBarsAndTakesTheCancel) {
     EXPECT_FALSE(ui.cancelRequested()) << "the next command starts afresh";
     console.cancel = true;
     EXPECT_TRUE(ui.cancelRequested());
+}
+
+// Does something to the next modal window, once it is there.
+template <typename Act>
+void whenModal(Act act) {
+    auto* timer = new QTimer;
+    QObject::connect(timer, &QTimer::timeout, [timer, act] {
+        if (QWidget* window = QApplication::activeModalWidget()) {
+            timer->stop();
+            timer->deleteLater();
+            act(*qobject_cast<QDialog*>(window));
+        }
+    });
+    timer->start(5);
+}
+
+class QtDialogs : public testing::Test {
+protected:
+    QtDialogs() { std::filesystem::create_directories(folder); }
+    ~QtDialogs() override { std::filesystem::remove_all(folder); }
+
+    std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("tessaro-dialogs-" + std::to_string(::getpid()));
+};
+
+TEST_F(QtDialogs, BoxesAreShownAndTold) {
+    UiDouble console;
+    QString shown;
+    whenModal([&](QDialog& window) {
+        shown = dynamic_cast<QMessageBox&>(window).text();
+        window.accept();
+    });
+    QtUi(console).messageBox(toCodePage(fromWide(u"导出结束")), "title");
+    EXPECT_EQ(shown, fromWide(u"导出结束"));
+    ASSERT_EQ(console.boxes.size(), 1U);
+}
+
+TEST_F(QtDialogs, FilesAndFoldersStartFromTheSuggestion) {
+    tolmar::ScriptedAnswers answers;
+    answers.target = folder;
+    tolmar::ScriptedUi console(answers);
+    QtUi ui(console);
+    tolmar::FileDialog dialog;
+    dialog.defaultExtension = "rvm";
+    dialog.filter = "RVM (*.rvm)|*.rvm||";
+    QString offered;
+    whenModal([&](QDialog& window) {
+        offered = dynamic_cast<QFileDialog&>(window).selectedFiles().value(0);
+        window.accept();
+    });
+    const auto file = ui.fileDialog(dialog);
+    ASSERT_TRUE(file.has_value());
+    EXPECT_EQ(*file, *console.fileDialog(dialog));
+    EXPECT_EQ(fromCodePage(*file), offered);
+    whenModal([](QDialog& window) { window.reject(); });
+    EXPECT_FALSE(ui.fileDialog(dialog).has_value());
+    whenModal([](QDialog& window) { window.accept(); });
+    EXPECT_EQ(ui.folderDialog("where").value_or("none"), folder.string());
+    whenModal([](QDialog& window) { window.reject(); });
+    EXPECT_FALSE(ui.folderDialog("where").has_value());
+}
+
+TEST_F(QtDialogs, InputsStartFromTheAnswerOfTheCommandLine) {
+    tolmar::ScriptedAnswers answers;
+    answers.inputs = {"first"};
+    tolmar::ScriptedUi console(answers);
+    QtUi ui(console);
+    whenModal([](QDialog& window) {
+        auto& input = dynamic_cast<QInputDialog&>(window);
+        input.setTextValue(input.textValue() + fromWide(u" 甲"));
+        input.accept();
+    });
+    EXPECT_EQ(ui.inputBox("code").value_or("none"), toCodePage(fromWide(u"first 甲")));
+    whenModal([](QDialog& window) { window.reject(); });
+    EXPECT_FALSE(ui.inputBox("code").has_value());
+}
+
+TEST_F(QtDialogs, FormsOpenWithThePatternsOfTheCommandLine) {
+    tolmar::ScriptedAnswers answers;
+    answers.selection.select = {"World/Site 1/*"};
+    answers.options = {{"outWeld", true}};
+    tolmar::ScriptedUi console(answers);
+    PlantForm form(2, 2, 3);
+    whenModal([](QDialog& window) {
+        EXPECT_EQ(window.findChild<QLabel*>("counts")->text(), fromWide(u"已选 10 / 19"));
+        window.findChild<QPushButton*>("control1")->click();
+    });
+    QtUi(console).runForm(form);
+    EXPECT_EQ(form.result(), OrnLogicForm::ResultOk);
+    EXPECT_TRUE(form.weld->checked());
+    EXPECT_EQ(countItems(*form.tree).checked, 10U);
+
+    PlantForm untouched(1, 1, 1);
+    tolmar::ScriptedUi silent;
+    whenModal([](QDialog& window) { window.reject(); });
+    QtUi(silent).runForm(untouched);
+    EXPECT_EQ(countItems(*untouched.tree).checked, 0U) << "without patterns a form opens as it is";
+    EXPECT_EQ(untouched.result(), OrnLogicForm::ResultCancel);
+
+    answers.selection.select = {"Nowhere"};
+    tolmar::ScriptedUi wrong(answers);
+    PlantForm refused(1, 1, 1);
+    QtUi(wrong).runForm(refused);
+    EXPECT_EQ(refused.result(), OrnLogicForm::ResultCancel);
+    EXPECT_NE(wrong.refusal(), "");
 }
 
 TEST(QtTexts, FiltersOfTheHostBecomeQts) {

@@ -23,14 +23,15 @@ int severity(RunOutcome outcome) {
 void RunReport::fileWritten(std::string_view path, std::uint64_t size) {
     const auto [place, isNew] = fileIndex_.try_emplace(std::string(path), files_.size());
     if (isNew) {
-        files_.push_back({place->first, size});
+        files_.push_back({place->first, size, 1});
     } else {
         files_[place->second].size = size;
+        ++files_[place->second].writes;
     }
 }
 
 void RunReport::fileFailed(std::string_view path, std::string_view why) {
-    failedFiles_.push_back({std::string(path), 0});
+    failedFiles_.push_back({std::string(path), 0, 1});
     failures_.emplace_back(why);
     ended(RunOutcome::Failed, std::string(path) + ": " + std::string(why));
 }

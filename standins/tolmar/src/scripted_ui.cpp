@@ -34,6 +34,14 @@ OrnLogicButton* checkBoxOf(const OrnLogicForm& form, const std::string& key) {
     return nullptr;
 }
 
+std::string knownOptions() {
+    std::string text;
+    for (const OptionKey& option : optionKeys) {
+        text += (text.empty() ? "" : ", ") + std::string(option.key);
+    }
+    return text;
+}
+
 OrnLogicTree* treeOf(const OrnLogicForm& form) {
     for (OrnLogicControl* control : form.controls()) {
         if (auto* tree = dynamic_cast<OrnLogicTree*>(control)) {
@@ -129,14 +137,14 @@ std::optional<std::string> ScriptedUi::inputBox(const std::string& prompt) {
     if (nextInput_ < answers_.inputs.size()) {
         return fromUtf8(answers_.inputs[nextInput_++]);
     }
-    say(Channel::Note, "no answer is left for the input box \"" + toUtf8(prompt) + "\": cancelled");
+    say(Channel::Note, "no answer (--input) is left for the input box \"" + toUtf8(prompt) + "\": cancelled");
     return std::nullopt;
 }
 
 bool ScriptedUi::setOption(OrnLogicForm& form, const std::string& key, bool on) {
     const OrnLogicButton* box = checkBoxOf(form, key);
     if (box == nullptr) {
-        refuse("the dialog has no option \"" + key + "\"");
+        refuse("the dialog has no option \"" + key + "\"; there are " + knownOptions());
         return false;
     }
     if (!box->enabled()) {
@@ -177,6 +185,11 @@ void ScriptedUi::tellScope(const OrnLogicForm& form) {
             say(Channel::Note, "  " + itemPath(item));
         }
     });
+}
+
+bool ScriptedUi::prepareForm(OrnLogicForm& form) {
+    const bool hasPatterns = !answers_.selection.select.empty() || !answers_.selection.deselect.empty();
+    return setOptions(form) && (!hasPatterns || selectItems(form));
 }
 
 void ScriptedUi::runForm(OrnLogicForm& form) {

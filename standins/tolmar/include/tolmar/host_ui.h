@@ -41,6 +41,9 @@ public:
     virtual std::optional<std::string> fileDialog(const FileDialog& dialog) = 0;
     virtual std::optional<std::string> folderDialog(const std::string& title) = 0;
     virtual std::optional<std::string> inputBox(const std::string& prompt) = 0;
+    // Fills an initialised form with the answers that are known beforehand, for whoever shows it next. False when one
+    // of them does not fit; the run then counts as refused.
+    virtual bool prepareForm(OrnLogicForm&) { return true; }
     // Runs the form until it ends; its result is the form's own.
     virtual void runForm(OrnLogicForm& form) = 0;
     virtual void progressChanged(const ProgressState& state) = 0;

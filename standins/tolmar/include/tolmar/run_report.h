@@ -22,6 +22,7 @@ struct PassedOver {
 struct WrittenFile {
     std::string path;
     std::uint64_t size = 0;
+    std::size_t writes = 1;  // how often it was written or added to
 };
 
 struct ColouredObject {

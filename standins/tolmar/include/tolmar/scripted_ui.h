@@ -50,6 +50,8 @@ public:
     std::optional<std::string> fileDialog(const FileDialog& dialog) override;
     std::optional<std::string> folderDialog(const std::string& title) override;
     std::optional<std::string> inputBox(const std::string& prompt) override;
+    // Sets options, and items where there are patterns.
+    bool prepareForm(OrnLogicForm& form) override;
     void runForm(OrnLogicForm& form) override;
     void progressChanged(const ProgressState& state) override;
     bool cancelRequested() override;
