@@ -86,6 +86,11 @@ TEST_F(Program, WrongUsageIsStatusOne) {
     const Ended unknown = run({"WRITE", "NOSUCH"});
     EXPECT_EQ(unknown.status, 1);
     EXPECT_TRUE(unknown.said("NOSUCH") && unknown.said("BADFILE, START, XDBOUT")) << unknown.err;
+    EXPECT_TRUE(tessaro({"check", "pdf", "x"}).said("tessaro: pdf: no such sub-command\n\"tessaro check --help\""));
+    EXPECT_TRUE(tessaro({"model", "generate", "--objects", "1e3", "-o", "x"}).said("whole number from 1 to"));
+    const Ended both = tessaro({"run", "XDBOUT", "--model", folder.file("plant.json"), "--report", "-"});
+    EXPECT_EQ(both.status, 1);
+    EXPECT_EQ(both.out.find("types"), std::string::npos) << "two JSON texts on one stream";
     EXPECT_FALSE(fs::exists(folder.file("out")));
 }
 
@@ -97,8 +102,11 @@ TEST_F(Program, HelpHasAnExampleForEverySubCommand) {
                                                             {"model", "check"},
                                                             {"model", "info"},
                                                             {"model", "generate"},
+                                                            {"model", "tree"},
                                                             {"check"},
-                                                            {"check", "hext"}};
+                                                            {"check", "hext"},
+                                                            {"check", "rvm"},
+                                                            {"check", "package"}};
     for (std::vector<std::string> command : commands) {
         command.emplace_back("--help");
         const Ended help = tessaro(command);
@@ -151,7 +159,27 @@ TEST_F(Program, RefusedInputIsStatusTwo) {
     EXPECT_EQ(pattern.status, 2);
     EXPECT_TRUE(pattern.said("World/Nowhere"));
     EXPECT_NE(report().find("\"outcome\": \"refused\""), std::string::npos);
-    EXPECT_EQ(run({"SCOPE", "--set", "noSuch=1"}).status, 2);
+    const Ended option = run({"SCOPE", "--set", "noSuch=1"});
+    EXPECT_EQ(option.status, 2);
+    EXPECT_TRUE(option.said("no option \"noSuch\"; there are outWeld")) << option.err;
+    EXPECT_EQ(option.err.find("noSuch"), option.err.rfind("noSuch")) << "told once: " << option.err;
+}
+
+TEST_F(Program, DialogsNeedAScreen) {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        ::unsetenv(variable);
+    }
+    const Ended ended = run({"SCOPE", "--interactive"});
+    EXPECT_EQ(ended.status, 2);
+    EXPECT_TRUE(ended.said("screen") && ended.said("leave --interactive out")) << ended.err;
+    EXPECT_FALSE(fs::exists(folder.file("out")));
+}
+
+TEST_F(Program, AFileThatALaterCommandWritesOverIsTold) {
+    EXPECT_EQ(run({"WRITE", "WRITE"}).status, 0) << "the same file again";
+    const Ended ended = run({"WRITE", "SCOPE", "--report", folder.file("report.json")});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_NE(report().find("of WRITE: SCOPE wrote over it"), std::string::npos) << report();
 }
 
 TEST_F(Program, UnwritableReportAndLogAreStatusFour) {
@@ -233,6 +261,24 @@ TEST_F(Program, ModelCommands) {
     EXPECT_EQ(tessaro({"model", "info", "--json", folder.file("x y.json")}).out.front(), '{');
     const std::string tree = tessaro({"model", "tree", folder.file("x y.json")}).out;
     EXPECT_LT(tessaro({"model", "tree", "--depth", "1", folder.file("x y.json")}).out.size(), tree.size());
+}
+
+TEST_F(Program, ChecksSayWhatAPathIsNot) {
+    for (const char* kind : {"hext", "rvm", "scene", "package", "eem", "max"}) {
+        const Ended missing = tessaro({"check", kind, folder.file("none")});
+        EXPECT_EQ(missing.status, 2);
+        EXPECT_TRUE(missing.said("none: no such file or folder")) << missing.err;
+        const Ended wrong = tessaro({"check", kind, folder.file("plant.json")});
+        EXPECT_EQ(wrong.status, 2) << kind;
+        EXPECT_TRUE(wrong.said("plant.json: no ")) << wrong.err;
+        fs::create_directories(folder.file("empty"));
+        EXPECT_EQ(tessaro({"check", kind, folder.file("empty")}).status, 2) << kind;
+    }
+    folder.put("a.eem", "not at all");
+    folder.put("a.json", R"({"1": [5], "2": {"attr": [1]}, "3": 4})");
+    const Ended crooked = tessaro({"check", "eem", folder.file("a.eem")});
+    EXPECT_EQ(crooked.status, 2);
+    EXPECT_TRUE(crooked.said("member 1: attr, cls and name expected")) << crooked.err;
 }
 
 TEST_F(Program, ChecksAFolderOfMacros) {
