@@ -4,7 +4,7 @@ _tessaro() {
     local path=() word help
     case $previous in
     --progress) mapfile -t COMPREPLY < <(compgen -W "auto bar plain json none" -- "$current"); return ;;
-    --set) mapfile -t COMPREPLY < <(compgen -W "outWeld= nvExpandBranch= orAxiss= clearCache=" -- "$current"); compopt -o nospace; return ;;
+    --set) mapfile -t COMPREPLY < <(compgen -W "outWeld= nvExpandBranch= orAxiss= clearCache= strict=" -- "$current"); compopt -o nospace; return ;;
     --root | --out) mapfile -t COMPREPLY < <(compgen -d -- "$current"); return ;;
     --model | --select-file | --report | --log-file | -o | --output) mapfile -t COMPREPLY < <(compgen -f -- "$current"); return ;;
     --select | --deselect | --input | --objects | --seed | --depth) return ;;
