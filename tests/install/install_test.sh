@@ -32,7 +32,7 @@ status=0
 # Every option and sub-command of the help stands on the page.
 page=$(sed 's/\\-/-/g; s/\\fR//g; s/\\fB//g' "$share/man/man1/tessaro.1")
 words_of() { "$program" "$@" --help | sed '/^Examples:/,$d' | grep -oE -- '--[a-z][a-z-]+' | sort -u; }
-for option in $(words_of run) $(words_of model info) $(words_of model tree) $(words_of model generate); do
+for option in $(words_of run) $(words_of model info) $(words_of model tree) $(words_of model generate) $(words_of check rvm); do
     [ "$option" = --help ] || grep -q -- "$option" <<<"$page" || fail "the manual page lacks $option"
 done
 
@@ -47,6 +47,16 @@ source "$share/bash-completion/completions/tessaro"
 [[ $(offered "$program" run HEX) == *" HEXTOUT "* ]] || fail "no command is completed"
 [[ $(offered "$program" run HEXTOUT --sel) == *" --select --select-file "* ]] || fail "no option is completed"
 [[ $(offered "$program" check "") == *" hext "* ]] || fail "no kind of output is completed"
+# The same in zsh, where there is one.
+offered_by_zsh() {
+    zsh -fc 'compadd() { print -r -- " $* "; }; _files() { :; }; words=("${@:2}"); CURRENT=$#words; source $1' \
+        zsh "$share/zsh/site-functions/_tessaro" "$@"
+}
+if command -v zsh >/dev/null; then
+    [[ $(offered_by_zsh "$program" "") == *" model "* ]] || fail "zsh completes no sub-command"
+    [[ $(offered_by_zsh "$program" run "") == *" HEXTOUT "* ]] || fail "zsh completes no command"
+    [[ $(offered_by_zsh "$program" check rvm --) == *" --strict "* ]] || fail "zsh completes no option"
+fi
 
 (cd "$work" && cpack --config "$build/CPackConfig.cmake" -B "$work/deb" >"$work/cpack.log" 2>&1) || { cat "$work/cpack.log"; fail "no package"; }
 package=("$work"/deb/*.deb)
