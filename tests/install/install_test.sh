@@ -61,7 +61,7 @@ fi
 (cd "$work" && cpack --config "$build/CPackConfig.cmake" -B "$work/deb" >"$work/cpack.log" 2>&1) || { cat "$work/cpack.log"; fail "no package"; }
 package=("$work"/deb/*.deb)
 dpkg-deb -c "${package[0]}" >"$work/contents"
-for file in usr/bin/tessaro libtessaro.so libtolmar.so libnwcreate.so man1/tessaro.1 completions/tessaro examples/pump-station.json; do
+for file in usr/bin/tessaro libtessaro.so libtolmar.so libnwcreate.so man1/tessaro.1 completions/tessaro vendor-completions/_tessaro examples/pump-station.json; do
     grep -q "$file" "$work/contents" || fail "the package lacks $file"
 done
 grep -q liblua5.1 <<<"$(dpkg-deb -f "${package[0]}" Depends)" || fail "the package does not name its dependencies"
