@@ -81,7 +81,9 @@ const Column columns[] = {
     {"`ORNAOUT`", "out/C.eem", wordOfEem},
     {"`MAXOUT`", "out/C.orna", [](const std::string& bytes) { return meshedIf(holds(bytes, "<meshGroup")); }},
     {"`XDBOUT`", "out/C.xdb.json",
-     [](const std::string& json) { return meshedIf(holds(json, "\"indices\": [\n    [0,")); }},
+     [](const std::string& json) {
+         return meshedIf(holds(json, "\"indices\": [\n    [") && !holds(json, "\"indices\": [\n    []"));
+     }},
 };
 
 std::vector<std::string> cellsOf(const std::string& line) {
