@@ -36,6 +36,11 @@ for option in $(words_of run) $(words_of model info) $(words_of model tree) $(wo
     [ "$option" = --help ] || grep -q -- "$option" <<<"$page" || fail "the manual page lacks $option"
 done
 
+# Every page and picture that the README links to was installed beside it.
+for link in $(grep -oE '\]\([a-z][^)]*\)' "$share/doc/tessaro/README.md" | tr -d '()]'); do
+    [ -f "$share/doc/tessaro/$link" ] || fail "the README links to $link, which is not installed"
+done
+
 # Completion offers what the program has.
 offered() {
     COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMPREPLY=()
