@@ -95,6 +95,10 @@ endif()
 # The module as it is loaded, on a plant that is run some thousand times.
 tessaro_test(faults)
 if(TARGET test_faults)
+  # The program's own checks read what the commands wrote.
+  file(GLOB checks CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/apps/tessaro/check_*.cpp ${PROJECT_SOURCE_DIR}/apps/tessaro/checkers/*.cpp)
+  target_sources(test_faults PRIVATE ${checks})
+  target_link_libraries(test_faults PRIVATE PkgConfig::CJSON simdjson::simdjson PkgConfig::LIBZIP)
   add_dependencies(test_faults tessaro_module)
 endif()
 # The program as it is installed and packed.

@@ -205,6 +205,7 @@ void CommandLine::addModelGenerate(CLI::App& model) {
     generate->add_option("--seed", model_.seed, "What makes one plant differ from another (default: 1)")
         ->type_name("S")
         ->check(wholeNumber(0, mostSeed));
+    generate->add_flag("--odd", model_.odd, "Odd values and missing parts, to test what reads the plant");
     generate->add_option("-o,--output", model_.file, "The file to write")->required()->type_name("FILE");
     generate->footer(modelExamples);
     generate->callback([this] { action_ = [this] { return generateModelFile(model_); }; });

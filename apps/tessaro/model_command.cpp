@@ -51,7 +51,7 @@ ExitStatus printModelTree(const ModelOptions& options) {
 
 ExitStatus generateModelFile(const ModelOptions& options) {
     std::string error;
-    if (plant::generateModel({options.objects, options.seed}, options.file, error)) {
+    if (plant::generateModel({options.objects, options.seed, options.odd}, options.file, error)) {
         return ExitStatus::Done;
     }
     complain(error);

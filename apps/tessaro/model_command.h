@@ -12,6 +12,7 @@ struct ModelOptions {
     int depth = -1;
     std::uint64_t objects = 1000;
     std::uint64_t seed = 1;
+    bool odd = false;
 };
 
 ExitStatus checkModel(const ModelOptions& options);

@@ -2,6 +2,7 @@
 
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
+#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <array>
@@ -41,8 +42,13 @@ const Indents& indentsOf(int level) {
     return indents[static_cast<std::size_t>(std::clamp(level, 0, 4))];
 }
 
-// Line breaks and separators become a blank each. Neither can hide in a character of several bytes: "&" and line breaks
-// are no byte of one.
+bool looksLikeKeyword(std::string_view key) {
+    return key.starts_with("END") || key.starts_with("NEW");
+}
+
+}  // namespace
+
+// Neither a line break nor "&" is a byte of a character of several bytes.
 std::string flattened(std::string_view value) {
     std::string flat;
     flat.reserve(value.size());
@@ -60,11 +66,9 @@ std::string flattened(std::string_view value) {
     return flat;
 }
 
-bool looksLikeKeyword(std::string_view key) {
-    return key.starts_with("END") || key.starts_with("NEW");
+bool hasLineBreak(std::string_view text) {
+    return text.find_first_of("\r\n") != std::string_view::npos;
 }
-
-}  // namespace
 
 std::string_view elementIndent(int level) {
     return indentsOf(level).element;
@@ -97,7 +101,7 @@ void AttributeFile::writeAttribute(std::string_view key, std::string_view value,
     if (compat_ && looksLikeKeyword(key)) {
         line_ += '_';
     }
-    append(key);
+    compat_&& hasLineBreak(key) ? append(flattened(key)) : append(key);
     line_ += assign;
     appendValue(value);
     writeLine();
@@ -116,7 +120,17 @@ void AttributeFile::writeElementAttributes(HxDbObjectId id, int level) {
     for (const KVParams& param : params_) {
         value_.clear();
         appendKvText(value_, param);
+        if (hasLineBreak(value_) || hasLineBreak(param.key)) {
+            reportLineBreak(id, param.key);
+        }
         writeAttribute(param.key, value_, attributeIndent(level));
+    }
+}
+
+// With `compat` it is a blank; else the text stays as it is, and no reader gets it back.
+void AttributeFile::reportLineBreak(HxDbObjectId id, std::string_view key) const {
+    if (!compat_) {
+        tolmar::runReport().passedOver(id.toInt(), key, "attribute", "a line break splits its line");
     }
 }
 

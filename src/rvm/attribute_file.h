@@ -16,6 +16,11 @@ enum Level : int { levelRoot = 0, levelSite = 1, levelZone = 2, levelManager = 3
 std::string_view elementIndent(int level);
 std::string_view attributeIndent(int level);
 
+// Whether a text takes more than one line.
+bool hasLineBreak(std::string_view text);
+// The text with a blank for each line break and each separator of attributes.
+std::string flattened(std::string_view text);
+
 // Writes into a text file that belongs to the caller and must outlive this object. Names, keys and values stand in the
 // code page and go out in UTF-8.
 class AttributeFile {
@@ -37,6 +42,7 @@ public:
 
 private:
     void append(std::string_view codePageText);
+    void reportLineBreak(HxDbObjectId id, std::string_view key) const;
     void appendValue(std::string_view value);
     void writeLine();
 

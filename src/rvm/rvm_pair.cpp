@@ -3,6 +3,7 @@
 #include "platform/hxcom.h"
 #include "scripts/node_name.h"
 #include "tolmar/code_page.h"
+#include "tolmar/run_report.h"
 
 namespace rvm {
 
@@ -47,7 +48,16 @@ void RvmPair::writeAttributeHeader() {
 }
 
 std::string RvmPair::nameOf(const HxDbObject* object, bool isPipelineObject) const {
-    return options_.asksNames ? nodeName(object, isPipelineObject) : namelessName;
+    std::string name = options_.asksNames ? nodeName(object, isPipelineObject) : namelessName;
+    if (!hasLineBreak(name)) {
+        return name;
+    }
+    if (options_.compat) {
+        return flattened(name);
+    }
+    tolmar::runReport().passedOver(object != nullptr ? object->objectId().toInt() : 0, name, "name",
+                                   "a line break splits its line in the attribute file");
+    return name;
 }
 
 bool RvmPair::close() {

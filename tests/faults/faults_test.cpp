@@ -18,12 +18,38 @@ protected:
     ModuleSession& session() { return *session_; }
     std::string command() const { return GetParam().command; }
     void SetUp() override {
-        undisturbed_ = session().run(command());
-        ASSERT_NE(undisturbed_.outcome, RunOutcome::Failed) << undisturbed_.reason;
+        undisturbed_ = run();
+        ASSERT_EQ(undisturbed_.outcome, RunOutcome::Done) << undisturbed_.reason;
         ASSERT_FALSE(undisturbed_.files.empty());
     }
     void TearDown() override {
-        EXPECT_TRUE(session().run(command()).files == undisturbed_.files) << "the next run differs";
+        if (!undisturbed_.files.empty()) {
+            EXPECT_TRUE(run().contents == undisturbed_.contents) << "the next run differs";
+        }
+    }
+    ModuleSession::Run run(tolmar::ScriptedAnswers answers = {}, const std::function<void()>& before = {},
+                           const std::function<void()>& after = {}) {
+        if (*GetParam().select != '\0') {
+            answers.selection.select = {GetParam().select};
+        }
+        return session().run(command(), std::move(answers), before, after);
+    }
+    // Runs the command with a limit of the process.
+    ModuleSession::Run runLimited(decltype(RLIMIT_FSIZE) resource, rlim_t limit) {
+        rlimit before{};
+        ::getrlimit(resource, &before);
+        const rlimit small{limit, before.rlim_max};
+        return run(
+            {}, [&] { ::setrlimit(resource, &small); }, [&] { ::setrlimit(resource, &before); });
+    }
+    // A file that is not as in an undisturbed run bears its name of something incomplete.
+    void expectNothingLooksWhole(const ModuleSession::Run& run, const std::string& when) const {
+        for (const auto& [name, bytes] : run.contents) {
+            const auto whole = undisturbed_.contents.find(name);
+            EXPECT_TRUE(whole == undisturbed_.contents.end() ? name.find(".incomplete") != std::string::npos
+                                                             : whole->second == bytes)
+                << name << " " << when;
+        }
     }
 
     ModuleSession::Run undisturbed_;
@@ -40,10 +66,10 @@ TEST_P(Faults, CancelAtEveryQuestionEndsTheCommand) {
     for (; at < 5000; ++at) {
         tolmar::ScriptedAnswers answers;
         answers.cancelAfter = at;
-        const ModuleSession::Run run = session().run(command(), answers);
-        if (run.outcome != RunOutcome::Cancelled) {
-            EXPECT_EQ(run.outcome, undisturbed_.outcome) << "question " << at << ": " << run.reason;
-            EXPECT_TRUE(run.files == undisturbed_.files) << "question " << at;
+        const ModuleSession::Run cancelled = run(answers);
+        if (cancelled.outcome != RunOutcome::Cancelled) {
+            EXPECT_EQ(cancelled.outcome, undisturbed_.outcome) << "question " << at << ": " << cancelled.reason;
+            EXPECT_TRUE(cancelled.contents == undisturbed_.contents) << "question " << at;
             break;
         }
     }
@@ -57,36 +83,79 @@ TEST_P(Faults, FullDiskLeavesNothingThatLooksWhole) {
     for (const auto& [name, bytes] : undisturbed_.files) {
         largest = std::max(largest, bytes.size());
     }
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     for (const std::size_t limit : {std::size_t{1}, std::size_t{500}, largest / 2, largest - 1}) {
-        rlimit before{};
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit small{limit, before.rlim_max};
-        const ModuleSession::Run run = session().run(
-            command(), {}, [&] { ::setrlimit(RLIMIT_FSIZE, &small); }, [&] { ::setrlimit(RLIMIT_FSIZE, &before); });
-        std::signal(SIGXFSZ, handler);
-        EXPECT_EQ(run.outcome, RunOutcome::Failed) << limit;
-        for (const auto& [name, bytes] : run.files) {
-            const auto whole = undisturbed_.files.find(name);
-            EXPECT_TRUE(whole == undisturbed_.files.end() ? name.find(".incomplete") != std::string::npos
-                                                          : whole->second == bytes)
-                << name << " at a limit of " << limit;
-        }
+        const ModuleSession::Run full = runLimited(RLIMIT_FSIZE, limit);
+        EXPECT_EQ(full.outcome, RunOutcome::Failed) << limit;
+        expectNothingLooksWhole(full, "at a limit of " + std::to_string(limit));
     }
+    std::signal(SIGXFSZ, handler);
 }
 
-// The project's script fails at its k-th call: the export goes on without that answer.
+// Further files cannot be opened: from none on until all can.
+TEST_P(Faults, TooFewOpenFilesAreToldAndNothingLooksWhole) {
+    const auto open = std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    int further = 0;
+    for (; further < 20; ++further) {
+        const ModuleSession::Run few = runLimited(RLIMIT_NOFILE, static_cast<rlim_t>(open - 1 + further));
+        if (few.outcome == RunOutcome::Done) {
+            EXPECT_TRUE(few.contents == undisturbed_.contents) << further << " files";
+            break;
+        }
+        expectNothingLooksWhole(few, "with " + std::to_string(further) + " files");
+    }
+    EXPECT_LT(further, 20);
+}
+
+// A folder that takes no files, for whoever runs the test: in its place stands a file.
+TEST_P(Faults, AFolderThatCannotBeWrittenIsToldAndLeavesNothing) {
+    if (!GetParam().writesFiles) {
+        GTEST_SKIP() << "writes no files";
+    }
+    namespace fs = std::filesystem;
+    const fs::path hidden = session().root() / "hidden";
+    const auto hide = [&](const fs::path& folder) {
+        fs::rename(folder, hidden);
+        std::ofstream(folder) << "a file";
+    };
+    const auto restore = [&](const fs::path& folder) {
+        fs::remove(folder);
+        fs::rename(hidden, folder);
+    };
+    const fs::path folder = command() == "HEXTOUT" ? session().working() : session().out();
+    const ModuleSession::Run refused = run(
+        {}, [&] { hide(folder); }, [&] { restore(folder); });
+    EXPECT_TRUE(refused.outcome == RunOutcome::Failed || refused.outcome == RunOutcome::Refused);
+    EXPECT_FALSE(refused.reason.empty());
+    EXPECT_TRUE(refused.files.empty());
+}
+
+// The project's script fails at its k-th call, which a file counts because some states are made anew for each call: the
+// export goes on without that answer.
 TEST_P(Faults, ScriptThatRaisesIsToldAndTheExportGoesOn) {
-    const std::filesystem::path script = session().root() / "plugins" / "nvoutplugins.lua";
+    if (command() == "ShowHextBranch" || command() == "XDBOUT") {
+        GTEST_SKIP() << "asks no script that could change its result";
+    }
+    const std::filesystem::path script = session().root() / "plugins" / GetParam().script;
+    const std::filesystem::path counter = session().root() / "calls";
     std::ostringstream whole;
     whole << std::ifstream(script).rdbuf();
     const auto failAt = [&](int call) {
-        std::ofstream(script) << whole.str() << "\nlocal calls, limit = 0, " << call << R"(
-for _, name in ipairs({"getNodeName", "getReference", "getReferenceRvm", "sortTreeNodes", "checkExportCustom"}) do
+        std::ofstream(counter) << call;
+        std::ofstream(script) << whole.str() << "\nlocal counter = \"" << counter.string() << "\""
+                              << R"(
+for _, name in ipairs({"getNodeName", "getReference", "getReferenceRvm", "sortTreeNodes", "checkExportCustom",
+                       "isObjChangeMesh", "getObjCenterPt", "changeObj4Spline", "getPartNum", "getObjsize",
+                       "maxOutdata"}) do
     local original = _G[name]
     _G[name] = original and function(...)
-        calls = calls + 1
-        if calls == limit then error("call " .. calls .. " fails") end
+        local file = io.open(counter)
+        local left = file:read("*n") - 1
+        file:close()
+        file = io.open(counter, "w")
+        file:write(left)
+        file:close()
+        if left == 0 then error("this call fails") end
         return original(...)
     end
 end
@@ -95,13 +164,14 @@ end
     int call = 1;
     for (; call < 2000; ++call) {
         failAt(call);
-        const ModuleSession::Run run = session().run(command());
-        if (run.printed.find("fails") == std::string::npos) {
-            EXPECT_TRUE(run.files == undisturbed_.files);
+        const ModuleSession::Run raised = run();
+        if (raised.printed.find("fails") == std::string::npos) {
+            EXPECT_TRUE(raised.contents == undisturbed_.contents);
             break;
         }
-        EXPECT_NE(run.outcome, RunOutcome::Failed) << "call " << call << ": " << run.reason;
+        EXPECT_NE(raised.outcome, RunOutcome::Failed) << "call " << call << ": " << raised.reason;
     }
+    EXPECT_GT(call, command() == "HEXTOUT" ? 0 : 20) << "hardly any call was made";
     EXPECT_LT(call, 2000);
     std::ofstream(script) << whole.str();
 }

@@ -24,7 +24,8 @@ using Files = std::map<std::string, std::string>;
 
 class ModuleSession {
 public:
-    ModuleSession();
+    // With the plant of a model text, or a small one with a few objects of every kind.
+    explicit ModuleSession(const std::string& modelText = plant::generateModelText({40, 7}));
     ~ModuleSession();
     ModuleSession(const ModuleSession&) = delete;
     ModuleSession& operator=(const ModuleSession&) = delete;
@@ -33,32 +34,52 @@ public:
         tolmar::RunOutcome outcome = tolmar::RunOutcome::Done;
         std::string reason;
         std::string printed;
+        // What is given back in another way than by files stands among them: colours shown, arrays handed out.
         Files files;
+        // The files in the form in which they are the same in every run: of a package whose ids go on counting, what
+        // its reader makes of it; else the bytes.
+        Files contents;
     };
-    // Empties the output folder and the working folder but for the configuration, runs the command, waits for what it
-    // started, and reads what it wrote. `before` runs right before the command, `after` right behind it.
+    // Empties the output folder and the working folder but for the configuration, runs the command (or calls the
+    // function XDBOUT), waits for what it started, and reads what it wrote. `before` runs right before the command,
+    // `after` right behind it.
     Run run(const std::string& command, tolmar::ScriptedAnswers answers = {}, const std::function<void()>& before = {},
             const std::function<void()>& after = {});
 
     std::filesystem::path root() const { return folder_ / "root"; }
     std::filesystem::path out() const { return folder_ / "out"; }
+    std::filesystem::path working() const { return root() / "temp" / "hext"; }
 
 private:
     void clean() const;
     Files written() const;
+    void call(const std::string& command, Files& handedOut) const;
+    void callXdb(Files& handedOut) const;
 
     std::filesystem::path folder_;
     plant::ModelPtr model_;
     std::unique_ptr<tolmar::LoadedModule> module_;
 };
 
-// A command whose output one run of the process does not change for the next.
 struct FaultCase {
     const char* command;
     bool hasProgress;
+    // Path pattern of what is selected; all when empty.
+    const char* select = "";
+    bool writesFiles = true;
+    const char* checker = nullptr;  // of `tessaro check`
+    const char* script = "nvoutplugins.lua";
 };
 inline constexpr FaultCase faultCases[] = {
-    {"HEXTOUT", true}, {"RVMOUT", true}, {"NVOUT", true}, {"ORNAOUT", true}, {"MAXOUT", false}};
+    {"HEXTOUT", true, "", true, "hext"},
+    {"RVMOUT", true, "", true, "rvm"},
+    {"NVOUT", true, "", true, "scene"},
+    {"ORNAOUT", true, "", true, "eem"},
+    {"OBMOUT", true, "", true, "package"},
+    {"MAXOUT", false, "", true, "max", "maxoutplugins.lua"},
+    {"ShowHextBranch", true, "**/LS-1001-150-A2B", false},
+    {"XDBOUT", true, "", false},
+};
 inline void PrintTo(const FaultCase& fault, std::ostream* out) {
     *out << fault.command;
 }

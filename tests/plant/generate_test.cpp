@@ -290,6 +290,17 @@ TEST(Generate, SameSeedGivesTheSameBytes) {
     std::filesystem::remove(file);
 }
 
+TEST(Generate, OddPlantsLoadAndAreOdd) {
+    for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+        const std::string text = plant::generateModelText({120, seed, true});
+        ASSERT_EQ(text, plant::generateModelText({120, seed, true}));
+        const plant::LoadResult result = plant::loadModelText(text);
+        ASSERT_TRUE(result) << seed << ": " << result.error;
+        EXPECT_NE(text, plant::generateModelText({120, seed}));
+        EXPECT_NE(text.find("1e12"), std::string::npos) << seed;
+    }
+}
+
 TEST(Generate, SaysWhyAFileCannotBeWritten) {
     std::string error;
     EXPECT_FALSE(plant::generateModel({100, 1}, std::filesystem::temp_directory_path(), error));

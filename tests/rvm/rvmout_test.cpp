@@ -424,6 +424,24 @@ TEST_F(Rvmout, StrictReadersGetTheSameUniqueTreeInBothFiles) {
     }
 }
 
+TEST_F(Rvmout, NamesOfTwoLinesAreOneForStrictReadersAndReportedElse) {
+    load();
+    script("function getNodeName(t) return 'two\\r\\nlines' end");
+    const auto namesReported = [] {
+        const auto& passed = tolmar::runReport().passed();
+        return std::count_if(passed.begin(), passed.end(), [](const auto& one) { return one.what == "name"; });
+    };
+    tolmar::runReport().clear();
+    rvmout();
+    EXPECT_GT(namesReported(), 5);
+    option("rvmCompat");
+    tolmar::runReport().clear();
+    rvmout();
+    EXPECT_EQ(namesReported(), 0);
+    const std::string groups = readPair().groups();
+    EXPECT_NE(groups.find("/two lines"), std::string::npos) << groups;
+}
+
 TEST_F(Rvmout, StrictReadersGetUtf8Texts) {
     loadText(R"({"id":2,"class":"HextSite","in":1})", R"({"name":"工程"})");
     option("rvmCompat");

@@ -1,6 +1,7 @@
 // A plausible plant of any size: process units side by side, each with equipment, pipelines, structures, supports and a
 // grid, planned and written one after the other.
 #include "generate_equipment.h"
+#include "generate_odd.h"
 #include "generate_parts.h"
 #include "generate_pipework.h"
 #include "generate_structure.h"
@@ -75,6 +76,7 @@ void PlantWriter::write() {
         writeUnit(static_cast<int>(std::min<std::int64_t>(left_, unitObjects)));
         ++unit_;
     }
+    out_->endObject();
     out_->text("]}\n");
     out_->flush();
 }
@@ -202,6 +204,10 @@ void PlantWriter::writePipelines() {
 }
 
 void generate(const GenerateOptions& options, Output& out) {
+    OddPlant odd(options.seed);
+    if (options.odd) {
+        out.rewriteObjects([&odd](std::string& object) { odd.disturb(object); });
+    }
     PlantWriter(options, out).write();
 }
 

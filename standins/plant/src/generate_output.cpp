@@ -17,11 +17,23 @@ Output::Output(Sink sink) : sink_(std::move(sink)) {
 }
 
 void Output::beginObject() {
+    endObject();
     if (buffer_.size() >= fullBuffer) {
         flush();
     }
     text(first_ ? "\n" : ",\n");
     first_ = false;
+    objectStart_ = buffer_.size();
+}
+
+void Output::endObject() {
+    if (rewrite_ && objectStart_ != 0) {
+        object_.assign(buffer_, objectStart_);
+        rewrite_(object_);
+        buffer_.resize(objectStart_);
+        buffer_ += object_;
+    }
+    objectStart_ = 0;
 }
 
 void Output::flush() {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace plant::generator {
 
@@ -16,9 +17,14 @@ class Output {
 public:
     using Sink = std::function<bool(std::string_view)>;
     explicit Output(Sink sink);
+    // From here on the text of every object passes through `rewrite` when it is complete.
+    using Rewrite = std::function<void(std::string& object)>;
+    void rewriteObjects(Rewrite rewrite) { rewrite_ = std::move(rewrite); }
 
     // The comma and line end before every object but the first; hands a full buffer on.
     void beginObject();
+    // Behind the last object.
+    void endObject();
     void flush();
     // The sink refused something; from then on text is dropped.
     bool failed() const { return failed_; }
@@ -45,6 +51,9 @@ private:
 
     Sink sink_;
     std::string buffer_;
+    Rewrite rewrite_;
+    std::string object_;
+    std::size_t objectStart_ = 0;  // 0: no object is open
     bool first_ = true;
     bool failed_ = false;
 };

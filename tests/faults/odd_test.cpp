@@ -1,0 +1,65 @@
+// Plants at the edge of what a model file may hold, through every command: each ends with a status that says how, and
+// what it wrote passes the check of its kind or has its faults told.
+#include "module_session.h"
+
+#include "../../apps/tessaro/check_command.h"
+
+#include <algorithm>
+
+namespace {
+
+using tolmar::RunOutcome;
+using tolmar::runReport;
+
+// Reasons are sentences for the user; what the library or a container says is none.
+bool isLibraryText(const std::string& reason) {
+    for (const char* text :
+         {"std::", "basic_string", "vector::", "bad_", "stoi", "stod", "::at", "unknown exception"}) {
+        if (reason.find(text) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+Findings check(const FaultCase& fault, const ModuleSession& session) {
+    const auto checkers = outputCheckers();
+    const auto checker = std::find_if(checkers.begin(), checkers.end(),
+                                      [&](const auto& row) { return row.kind == std::string(fault.checker); });
+    if (checker->kind != std::string("package")) {
+        return checker->check(checker->kind == std::string("hext") ? session.working() : session.out());
+    }
+    Findings findings;
+    for (const auto& entry : std::filesystem::directory_iterator(session.out())) {
+        const Findings more = checker->check(entry.path());
+        findings.insert(findings.end(), more.begin(), more.end());
+    }
+    return findings;
+}
+
+void expectTruthful(const FaultCase& fault, const ModuleSession& session, const ModuleSession::Run& run) {
+    EXPECT_NE(run.outcome, RunOutcome::Cancelled);
+    EXPECT_FALSE(isLibraryText(run.reason)) << run.reason;
+    EXPECT_TRUE(run.outcome == RunOutcome::Done || !run.reason.empty());
+    for (const tolmar::PassedOver& passed : runReport().passed()) {
+        EXPECT_FALSE(isLibraryText(passed.why)) << passed.id << " " << passed.what << ": " << passed.why;
+    }
+    if (run.outcome == RunOutcome::Done && fault.checker != nullptr) {
+        const Findings findings = check(fault, session);
+        EXPECT_TRUE(findings.empty() || !runReport().passed().empty()) << findings.front();
+    }
+}
+
+class OddPlants : public testing::TestWithParam<int> {};
+
+TEST_P(OddPlants, EveryCommandEndsWithATruthfulStatus) {
+    ModuleSession session(plant::generateModelText({60, static_cast<std::uint64_t>(GetParam()), true}));
+    for (const FaultCase& fault : faultCases) {
+        SCOPED_TRACE(fault.command);
+        expectTruthful(fault, session, session.run(fault.command));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Range(1, 9));
+
+}  // namespace
