@@ -68,7 +68,9 @@ struct FaultCase {
     const char* select = "";
     bool writesFiles = true;
     const char* checker = nullptr;  // of `tessaro check`
+    // Whose calls its result hangs on.
     const char* script = "nvoutplugins.lua";
+    long questions = 20;  // so many at least whether to cancel
 };
 inline constexpr FaultCase faultCases[] = {
     {"HEXTOUT", true, "", true, "hext"},
@@ -77,8 +79,8 @@ inline constexpr FaultCase faultCases[] = {
     {"ORNAOUT", true, "", true, "eem"},
     {"OBMOUT", true, "", true, "package"},
     {"MAXOUT", false, "", true, "max", "maxoutplugins.lua"},
-    {"ShowHextBranch", true, "**/LS-1001-150-A2B", false},
-    {"XDBOUT", true, "", false},
+    {"ShowHextBranch", true, "**/PIPE:LS-1001-150-A2B", false, nullptr, nullptr, 5},
+    {"XDBOUT", true, "", false, nullptr, nullptr},
 };
 inline void PrintTo(const FaultCase& fault, std::ostream* out) {
     *out << fault.command;

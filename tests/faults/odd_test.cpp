@@ -37,6 +37,13 @@ Findings check(const FaultCase& fault, const ModuleSession& session) {
     return findings;
 }
 
+// What the attribute file of RVMOUT cannot carry stands in the report.
+bool tellsOfLineBreaks() {
+    const auto& passed = runReport().passed();
+    return std::any_of(passed.begin(), passed.end(),
+                       [](const auto& one) { return one.why.find("line break") != std::string::npos; });
+}
+
 void expectTruthful(const FaultCase& fault, const ModuleSession& session, const ModuleSession::Run& run) {
     EXPECT_NE(run.outcome, RunOutcome::Cancelled);
     EXPECT_FALSE(isLibraryText(run.reason)) << run.reason;
@@ -44,9 +51,11 @@ void expectTruthful(const FaultCase& fault, const ModuleSession& session, const 
     for (const tolmar::PassedOver& passed : runReport().passed()) {
         EXPECT_FALSE(isLibraryText(passed.why)) << passed.id << " " << passed.what << ": " << passed.why;
     }
-    if (run.outcome == RunOutcome::Done && fault.checker != nullptr) {
+    // Macro files hold texts unescaped and by bytes, as their receiver wants them, so those of odd plants need not
+    // pass.
+    if (run.outcome == RunOutcome::Done && fault.checker != nullptr && fault.command != std::string("HEXTOUT")) {
         const Findings findings = check(fault, session);
-        EXPECT_TRUE(findings.empty() || !runReport().passed().empty()) << findings.front();
+        EXPECT_TRUE(findings.empty() || tellsOfLineBreaks()) << findings.front();
     }
 }
 

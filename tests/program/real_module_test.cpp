@@ -84,6 +84,35 @@ TEST_F(RealModule, ShowHextBranchNeedsOnePipeline) {
     EXPECT_NE(said().find("exactly one pipeline"), std::string::npos);
 }
 
+TEST_F(RealModule, AModelThatVanishesBetweenCheckAndRunIsRefused) {
+    const fs::path model = root() / "plant.json";
+    fs::copy_file(examples / "pump-station.json", model);
+    EXPECT_EQ(tessaro("model check '" + model.string() + "'"), 0) << said();
+    fs::remove(model);
+    EXPECT_EQ(tessaro("run RVMOUT --model '" + model.string() + "' --root '" + root().string() + "' --out '" +
+                      out().string() + "'"),
+              2)
+        << said();
+    EXPECT_NE(said().find("plant.json"), std::string::npos) << said();
+    EXPECT_TRUE(fs::is_empty(out()));
+}
+
+// The reader of the pipe is gone before anything is written.
+TEST_F(RealModule, AClosedPipeIsStatusFour) {
+    const fs::path status = root() / "status";
+    const auto intoClosedPipe = [&](const std::string& arguments) {
+        const std::string command = "{ sleep 0.2; '" + (binaries / "tessaro").string() + "' " + arguments +
+                                    " 2>/dev/null; echo $? >'" + status.string() + "'; } | true";
+        return std::system(command.c_str()) == 0 ? readFile(status) : "no shell";
+    };
+    const std::string model = " '" + (examples / "pump-station.json").string() + "' ";
+    const std::string common = " --model" + model + "--root '" + root().string() + "'";
+    EXPECT_EQ(intoClosedPipe("run XDBOUT" + common), "4\n");
+    EXPECT_EQ(intoClosedPipe("model tree" + model), "4\n");
+    EXPECT_EQ(intoClosedPipe("run RVMOUT --report /dev/stdout --out '" + out().string() + "'" + common), "4\n");
+    EXPECT_EQ(tessaro("check rvm '" + out().string() + "'"), 0) << "what was exported is whole: " << said();
+}
+
 TEST_F(RealModule, ARootThatCannotBeWrittenIsStatusFour) {
     fs::remove_all(root() / "temp" / "hext" / "uda.txt");
     fs::create_directory(root() / "temp" / "hext" / "uda.txt");

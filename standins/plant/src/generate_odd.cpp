@@ -27,11 +27,11 @@ constexpr std::string_view untouched[] = {
     "boltNum",  "nutNum",   "kind",      "available", "gsFlags", "faces",      "type",    "runs"};
 // What an object, point or primitive can do without.
 constexpr std::string_view optionalMembers[] = {
-    "displayName", "owner",    "members",    "standard",  "color",   "start",   "branches",   "runs",
-    "objectName",  "points",   "keyPoints",  "insNo",     "refNo",   "refVec",  "insVec",     "spec",
-    "insPoint",    "bolts",    "insulation", "supItem",   "subs",    "bolt",    "primitives", "nut",
-    "flange",      "ends",     "to",         "flow",      "attrs",   "outline", "holes",      "xAxis",
-    "profile",     "material", "normal",     "thickness", "endType", "size",    "name"};
+    "displayName", "owner",  "members",    "standard", "color", "start",   "branches",   "runs",
+    "objectName",  "points", "keyPoints",  "insNo",    "refNo", "refVec",  "insVec",     "spec",
+    "insPoint",    "bolts",  "insulation", "supItem",  "subs",  "bolt",    "primitives", "nut",
+    "flange",      "ends",   "to",         "flow",     "attrs", "outline", "holes",      "profile",
+    "material",    "normal", "thickness",  "endType",  "size",  "name"};
 
 // What a component is, by which the macro export refuses a plant or goes on; only every other plant is odd there.
 constexpr std::string_view typeKeys[] = {"item", "itype", "end1", "end2", "end3", "end4", "smrtln", "skey", "stype"};

@@ -9,7 +9,7 @@
 #if defined(__SANITIZE_ADDRESS__)
 #define PLANT_KEEPS_CELLS 0
 #elif defined(__has_feature)
-#define PLANT_KEEPS_CELLS !__has_feature(address_sanitizer)
+#define PLANT_KEEPS_CELLS (!__has_feature(address_sanitizer))
 #else
 #define PLANT_KEEPS_CELLS 1
 #endif
