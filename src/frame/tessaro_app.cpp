@@ -1,5 +1,6 @@
 #include "frame/tessaro_app.h"
 
+#include "platform/attribute_cache.h"
 #include "scripts/script_host.h"
 
 namespace {
@@ -55,6 +56,8 @@ int TessaroApp::onUnloadApp(void* packet) {
         stack->removeGroup(commandGroup);
     }
     destroyScriptHost();
+    // It looks into the model, which the host may replace before the module comes back.
+    clearBomCache();
     return result;
 }
 

@@ -144,8 +144,8 @@ TEST_P(Faults, AFolderThatCannotBeWrittenIsToldAndLeavesNothing) {
     EXPECT_TRUE(refused.files.empty());
 }
 
-// The project's script fails at its k-th call, which a file counts because some states are made anew for each call: the
-// export goes on without that answer.
+// The project's script fails at its k-th call: the export goes on without that answer. A file counts, because MAXOUT
+// makes a state anew for each object; so not every call has its run.
 TEST_P(Faults, ScriptThatRaisesIsToldAndTheExportGoesOn) {
     if (GetParam().script == nullptr) {
         GTEST_SKIP() << "asks no script that could change its result";
@@ -176,7 +176,7 @@ end
 )";
     };
     int call = 1;
-    for (; call < 2000; ++call) {
+    for (; call < 2000; call += 1 + call / 4) {
         failAt(call);
         const ModuleSession::Run raised = run();
         if (raised.printed.find("fails") == std::string::npos) {
@@ -185,7 +185,7 @@ end
         }
         EXPECT_NE(raised.outcome, RunOutcome::Failed) << "call " << call << ": " << raised.reason;
     }
-    EXPECT_GT(call, command() == "HEXTOUT" ? 0 : 20) << "hardly any call was made";
+    EXPECT_GE(call, GetParam().scriptCalls) << "hardly any call was made";
     EXPECT_LT(call, 2000);
     std::ofstream(script) << whole.str();
 }

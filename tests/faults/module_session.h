@@ -70,16 +70,17 @@ struct FaultCase {
     const char* checker = nullptr;  // of `tessaro check`
     // Whose calls its result hangs on.
     const char* script = "nvoutplugins.lua";
+    int scriptCalls = 1;  // so many at least
     long questions = 20;  // so many at least whether to cancel
 };
 inline constexpr FaultCase faultCases[] = {
     {"HEXTOUT", true, "", true, "hext"},
-    {"RVMOUT", true, "", true, "rvm"},
-    {"NVOUT", true, "", true, "scene"},
+    {"RVMOUT", true, "", true, "rvm", "nvoutplugins.lua", 50},
+    {"NVOUT", true, "", true, "scene", "nvoutplugins.lua", 50},
     {"ORNAOUT", true, "", true, "eem"},
     {"OBMOUT", true, "", true, "package"},
-    {"MAXOUT", false, "", true, "max", "maxoutplugins.lua"},
-    {"ShowHextBranch", true, "**/PIPE:LS-1001-150-A2B", false, nullptr, nullptr, 5},
+    {"MAXOUT", false, "", true, "max", "maxoutplugins.lua", 50},
+    {"ShowHextBranch", true, "**/PIPE:LS-1001-150-A2B", false, nullptr, nullptr, 1, 5},
     {"XDBOUT", true, "", false, nullptr, nullptr},
 };
 inline void PrintTo(const FaultCase& fault, std::ostream* out) {

@@ -62,13 +62,13 @@ void expectTruthful(const FaultCase& fault, const ModuleSession& session, const 
 class OddPlants : public testing::TestWithParam<int> {};
 
 TEST_P(OddPlants, EveryCommandEndsWithATruthfulStatus) {
-    ModuleSession session(plant::generateModelText({60, static_cast<std::uint64_t>(GetParam()), true}));
+    ModuleSession session(plant::generateModelText({40, static_cast<std::uint64_t>(GetParam()), true}));
     for (const FaultCase& fault : faultCases) {
         SCOPED_TRACE(fault.command);
         expectTruthful(fault, session, session.run(fault.command));
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Range(1, 9));
+INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Values(1, 2, 3, 4));
 
 }  // namespace
