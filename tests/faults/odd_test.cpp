@@ -66,6 +66,6 @@ TEST_P(OddPlants, EveryCommandEndsWithATruthfulStatus) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Values(1, 3, 4, 6));
+INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Values(1, 3, 6));
 
 }  // namespace
