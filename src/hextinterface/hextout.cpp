@@ -301,10 +301,11 @@ void runStages() {
     }
 }
 
-void showFailure(const char* text) {
+// `place` goes before the text where a user reads what failed by itself.
+void showFailure(const char* text, const std::string& place = {}) {
     tolmar::messageBox(text);
     hxcad::hextPrintf("%s", text);
-    runReport().ended(RunOutcome::Failed, text);
+    runReport().ended(RunOutcome::Failed, place.empty() ? text : place + ": " + text);
 }
 
 }  // namespace
@@ -320,6 +321,8 @@ void hextout() {
         runStages();
     } catch (const ProgressCancelException&) {
         runReport().ended(RunOutcome::Cancelled);
+    } catch (const ProjectConfigFault& fault) {
+        showFailure(fault.what(), projectConfigPath());
     } catch (const std::exception& failure) {
         showFailure(failure.what());
     }

@@ -43,7 +43,11 @@ std::string projectConfigPath() {
 
 JsonValue loadProjectConfig() {
     JsonValue config;
-    config.load(projectConfigPath());
+    try {
+        config.load(projectConfigPath());
+    } catch (const std::exception& fault) {
+        throw ProjectConfigFault(fault.what());
+    }
     return config;
 }
 

@@ -6,12 +6,18 @@
 
 #include <functional>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 // The file's full path, in the code page.
 std::string projectConfigPath();
-// Loads the file. Throws "parse fail" when it cannot be read or parsed.
+// What loading throws: its text is "parse fail".
+class ProjectConfigFault final : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+// Loads the file. Throws a ProjectConfigFault when it cannot be read or parsed.
 JsonValue loadProjectConfig();
 
 // Component names come from "eqno": the number 1 and nothing else. Throws "parse fail".

@@ -172,6 +172,7 @@ TEST_F(Driver, ABrokenConfigurationEndsTheRunBeforeAnyFile) {
         tolmar::runReport().clear();
         hextout();
         EXPECT_EQ(ui.boxes, std::vector<std::string>{"parse fail"}) << config;
+        EXPECT_NE(tolmar::runReport().reason().find("config.json: parse fail"), std::string::npos) << config;
         EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
         EXPECT_TRUE(files().empty()) << config;
         EXPECT_FALSE(ui.progress.open);
