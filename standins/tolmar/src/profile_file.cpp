@@ -1,15 +1,18 @@
 #include "profile_text.h"
 #include "tolmar/file.h"
 #include "tolmar/paths.h"
+#include "tolmar/run_report.h"
 #include "tolmar/system.h"
 
 #define SI_NO_CONVERSION  // bytes stay as they are; no wide form is needed
 #include <SimpleIni.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -40,6 +43,14 @@ FileStamp stampOf(const std::string& path) {
         return {};
     }
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim)};
+}
+
+// Once a run: a file that stays unreadable is tried again for every value.
+void tellUnreadable(const std::string& path, int error) {
+    const std::vector<WrittenFile>& told = runReport().failedFiles();
+    if (std::none_of(told.begin(), told.end(), [&](const WrittenFile& file) { return file.path == path; })) {
+        runReport().fileFailed(path, std::string("cannot be read: ") + std::strerror(error));
+    }
 }
 
 std::string_view unquoted(std::string_view value) {
@@ -82,6 +93,9 @@ private:
         std::string bytes;
         ini_.Reset();
         const bool isRead = readFile(codePagePath, bytes);
+        if (!isRead && now.size >= 0) {
+            tellUnreadable(path, errno);
+        }
         bytes = plainProfile(bytes);
         if (!isRead || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
             ini_.Reset();

@@ -36,7 +36,7 @@ class RunReport {
 public:
     // A file that is written again, or added to, keeps one entry with its last size.
     void fileWritten(std::string_view path, std::uint64_t size);
-    // A file that could not be opened or written completely; makes the run fail.
+    // A file that could not be opened, read or written completely; makes the run fail.
     void fileFailed(std::string_view path, std::string_view why);
     // A file that was written, if it was, is deleted again.
     void fileRemoved(std::string_view path);
