@@ -10,7 +10,8 @@
 
 namespace {
 
-constexpr std::size_t blockSize = std::size_t{1} << 20U;
+// More than OutputFile's own buffer, so that a block goes to the system without another copy.
+constexpr std::size_t blockSize = std::size_t{2} << 20U;
 
 // Room for a quoted text: six bytes for a control character, the quotes, the end, and what cJSON wants beyond.
 std::size_t quotedRoom(std::size_t length) {
@@ -70,7 +71,7 @@ void JsonSideFile::keep(const char* end) {
 }
 
 char* JsonSideFile::startLine(char* at) const {
-    *at++ = '\n';
+    at = std::copy(tolmar::lineEnd.begin(), tolmar::lineEnd.end(), at);
     for (std::size_t i = 0; i < depth_; ++i) {
         *at++ = '\t';
     }
@@ -92,9 +93,13 @@ char* JsonSideFile::putQuoted(char* at, std::string_view text) {
     return at + std::strlen(at);
 }
 
+std::size_t JsonSideFile::lineRoom() const {
+    return tolmar::lineEnd.size() + depth_;
+}
+
 // A key, behind which `more` bytes have room.
 char* JsonSideFile::startMember(std::string_view key, std::size_t more) {
-    char* at = room(depth_ + 4 + quotedRoom(key.size()) + more);
+    char* at = room(lineRoom() + 3 + quotedRoom(key.size()) + more);
     if (hasMember_) {
         *at++ = ',';
     }
@@ -114,7 +119,7 @@ void JsonSideFile::beginObject(std::string_view key) {
 
 void JsonSideFile::endObject() {
     --depth_;
-    char* at = startLine(room(depth_ + 2));
+    char* at = startLine(room(lineRoom() + 1));
     *at++ = '}';
     keep(at);
     hasMember_ = true;
@@ -125,6 +130,23 @@ void JsonSideFile::addText(std::string_view key, std::string_view value) {
     hasMember_ = true;
 }
 
+void JsonSideFile::addObject(std::string_view key, std::string_view members) {
+    char* at = startMember(key, members.size() + lineRoom() + 2);
+    *at++ = '{';
+    at = startLine(std::copy(members.begin(), members.end(), at));
+    *at++ = '}';
+    keep(at);
+    hasMember_ = true;
+}
+
+std::string JsonSideFile::members() const {
+    std::string text;
+    for (const Block& block : blocks_) {
+        text.append(block.bytes.get(), block.used);
+    }
+    return text;
+}
+
 void JsonSideFile::clear() {
     *this = JsonSideFile();
 }
@@ -133,7 +155,7 @@ bool JsonSideFile::write(std::string_view path) const {
     tolmar::OutputFile file(path, tolmar::FileMode::Text);
     file.write("{");
     for (const Block& block : blocks_) {
-        file.write({block.bytes.get(), block.used});
+        file.writeLines({block.bytes.get(), block.used});
     }
     file.write("\n}");
     return file.isOpen() && file.close();

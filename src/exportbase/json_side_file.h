@@ -12,11 +12,17 @@
 
 class JsonSideFile {
 public:
+    // Its members stand at this depth: 1 in a file, more in what goes into one by addObject.
+    explicit JsonSideFile(std::size_t depth = 1) : depth_(depth) {}
     // A member that is an object; what follows goes into it until its endObject. Objects may be nested.
     void beginObject(std::string_view key);
     void endObject();
     // A member that is a text.
     void addText(std::string_view key, std::string_view value);
+    // A member that is an object, from the members that another side file composed one level deeper.
+    void addObject(std::string_view key, std::string_view members);
+    // What was composed, for addObject; every object must be closed.
+    std::string members() const;
     // Forgets everything.
     void clear();
     // Writes the file in text mode; every object must be closed. False when it could not be written whole, which the
@@ -34,12 +40,13 @@ private:
     char* room(std::size_t size);
     void keep(const char* end);
     char* startLine(char* at) const;
+    std::size_t lineRoom() const;
     char* putQuoted(char* at, std::string_view text);
     char* startMember(std::string_view key, std::size_t more);
 
     std::vector<Block> blocks_;
     std::string terminated_;
-    std::size_t depth_ = 1;
+    std::size_t depth_;
     bool hasMember_ = false;  // of the object in hand
 };
 

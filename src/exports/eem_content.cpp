@@ -9,6 +9,7 @@
 #include "scripts/script_presence.h"
 #include "tolmar/run_report.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace eem {
@@ -73,21 +74,42 @@ std::string_view Output::nameOf(const HxDbObject& object) {
 }
 
 void Output::addMember(const HxDbObject& object, std::string_view name) {
-    char key[24];
-    side_.beginObject({key, std::to_chars(key, key + sizeof key, object.objectId().toInt()).ptr});
-    side_.beginObject("attr");
+    char digits[24];
+    const std::string_view key(digits, std::to_chars(digits, digits + sizeof digits, object.objectId().toInt()).ptr);
+    if (!asksNames_ && !asksProperties_) {
+        side_.addObject(key, plainMembers(object));
+        return;
+    }
+    side_.beginObject(key);
+    writeMembers(side_, object, name);
+    side_.endObject();
+}
+
+// Without a script they depend on the class alone.
+const std::string& Output::plainMembers(const HxDbObject& object) {
+    const auto at = std::find_if(plain_.begin(), plain_.end(),
+                                 [&object](const PlainMembers& known) { return known.type == object.isA(); });
+    if (at != plain_.end()) {
+        return at->text;
+    }
+    JsonSideFile side(2);
+    writeMembers(side, object, namelessName);
+    return plain_.emplace_back(PlainMembers{object.isA(), side.members()}).text;
+}
+
+void Output::writeMembers(JsonSideFile& side, const HxDbObject& object, std::string_view name) {
+    side.beginObject("attr");
     if (asksProperties_) {
         getObjectProperties(object.objectId(), properties_);
     }
     for (const KVParams& property : properties_) {
         value_.clear();
         appendKvText(value_, property);
-        side_.addText(propertyKey(&object, property.key), value_);
+        side.addText(propertyKey(&object, property.key), value_);
     }
-    side_.endObject();
-    side_.addText("cls", object.isA()->name());
-    side_.addText("name", name);
-    side_.endObject();
+    side.endObject();
+    side.addText("cls", object.isA()->name());
+    side.addText("name", name);
 }
 
 // ------------------------------------------------------------------------------------------------------- the model
@@ -121,7 +143,7 @@ bool ModelContent::takeShape(const HxDbSmrtlnEntity& object) {
         reportLeftOut(object, "object", "host content has no place in an EEM file");
         return false;
     }
-    const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
+    const Hext::ErrorStatus status = viewPrimaries(&object, shape_, false, false);
     if (status != Hext::eOk) {
         reportLeftOut(object, "object",
                       status == eNotWanted ? "bolts have no place in an EEM file" : "it has no shape");
@@ -135,7 +157,6 @@ void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
     }
     const std::string_view name = output_.nameOf(object);
     writeBlock(object, colorOf(object, color), name);
-    freeHextPrimaryArray(shape_.list());
     output_.addMember(object, name);
 }
 
@@ -146,7 +167,7 @@ void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor&
     const std::uint64_t countPlace = file.offset();
     const auto size = static_cast<std::int32_t>(shape_.size());
     file.writeInt(size);
-    const std::int32_t count = encoder_.encodeList(shape_.list(), color);
+    const std::int32_t count = encoder_.encodeList(shape_, color);
     if (count != size) {
         file.patchInt(countPlace, count);
         reportPrimitives(object);

@@ -11,6 +11,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 namespace eem {
 
@@ -33,6 +34,14 @@ public:
     void addMember(const HxDbObject& object, std::string_view name);
 
 private:
+    // The members of an object of a class that no script was asked for.
+    struct PlainMembers {
+        const HxRxClass* type;
+        std::string text;
+    };
+    const std::string& plainMembers(const HxDbObject& object);
+    void writeMembers(JsonSideFile& side, const HxDbObject& object, std::string_view name);
+
     EemFile& file_;
     JsonSideFile& side_;
     bool asksNames_ = false;
@@ -40,6 +49,7 @@ private:
     std::string name_;
     ParamList properties_;
     std::string value_;
+    std::vector<PlainMembers> plain_;
 };
 
 class Content {
@@ -85,7 +95,7 @@ private:
 
     Output& output_;
     PrimitiveEncoder encoder_;
-    PrimaryList shape_;
+    HextPrimaryView shape_;  // of the object in hand
 };
 
 // Paper blocks. Smart objects are walked for the bars alone.

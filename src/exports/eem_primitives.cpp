@@ -339,7 +339,7 @@ std::int64_t materialCode(const HextPrimary3D& solid, const ObjectColor& color) 
 
 }  // namespace
 
-std::int32_t PrimitiveEncoder::encodeList(std::span<HextPrimary* const> list, const ObjectColor& color) {
+std::int32_t PrimitiveEncoder::encodeList(HextPrimaryView list, const ObjectColor& color) {
     leftOut_.clear();
     for (const HextPrimary* primitive : list) {
         if (const char* why = encode(*primitive, color)) {

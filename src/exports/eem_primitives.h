@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <limits>
-#include <span>
 #include <vector>
 
 namespace eem {
@@ -29,7 +28,7 @@ public:
 
     // Number of records written. Classes are told apart by identity, so a class derived from one that has a record has
     // none. A record that would hold a number that is not finite is not written.
-    std::int32_t encodeList(std::span<HextPrimary* const> list, const ObjectColor& color);
+    std::int32_t encodeList(HextPrimaryView list, const ObjectColor& color);
     // The items of the last list that got no record.
     const std::vector<LeftOut>& leftOut() const { return leftOut_; }
 

@@ -41,20 +41,35 @@ bool hasSubObjects(const HxDbObject* object) {
     return support != nullptr && !support->getSubs().empty();
 }
 
-}  // namespace
-
-Hext::ErrorStatus getPrimaries(const HxDbObject* object, HextPrimaryArray& list, bool withBolts, bool withWelds) {
+// Whether the platform is asked for the object's shape at all.
+Hext::ErrorStatus shapeStatus(const HxDbObject* object, bool withBolts, bool withWelds) {
     if (object == nullptr) {
         return eNoShape;
     }
     const bool unwanted = (!withBolts && object->isKindOf(HxDbBoltNutModel::desc())) ||
                           (!withWelds && object->isKindOf(HxDbTubeWeld::desc()));
-    if (unwanted) {
-        return eNotWanted;
+    return unwanted ? eNotWanted : Hext::eOk;
+}
+
+int drawFlags(bool withBolts, bool withWelds) {
+    return flagShape | (withBolts ? flagBolts : 0) | (withWelds ? flagWelds : 0);
+}
+
+}  // namespace
+
+Hext::ErrorStatus getPrimaries(const HxDbObject* object, HextPrimaryArray& list, bool withBolts, bool withWelds) {
+    const Hext::ErrorStatus status = shapeStatus(object, withBolts, withWelds);
+    if (status != Hext::eOk) {
+        return status;
     }
     freeHextPrimaryArray(list);
-    const int flags = flagShape | (withBolts ? flagBolts : 0) | (withWelds ? flagWelds : 0);
-    return CadGiDraw::getPrimarys(object, list, nullptr, flags);
+    return CadGiDraw::getPrimarys(object, list, nullptr, drawFlags(withBolts, withWelds));
+}
+
+Hext::ErrorStatus viewPrimaries(const HxDbObject* object, HextPrimaryView& view, bool withBolts, bool withWelds) {
+    view = {};
+    const Hext::ErrorStatus status = shapeStatus(object, withBolts, withWelds);
+    return status != Hext::eOk ? status : CadGiDraw::viewPrimarys(object, view, drawFlags(withBolts, withWelds));
 }
 
 Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray& list) {

@@ -14,6 +14,10 @@ inline constexpr Hext::ErrorStatus eNotWanted = 2;
 // otherwise the platform's status, 0 on success. The list is emptied first and belongs to the caller.
 Hext::ErrorStatus getPrimaries(const HxDbObject* object, HextPrimaryArray& list, bool withBolts, bool withWelds);
 
+// The same for exports that only read: nothing is copied, the primitives belong to the platform and live with the
+// model. The view is empty when the status is not 0.
+Hext::ErrorStatus viewPrimaries(const HxDbObject* object, HextPrimaryView& view, bool withBolts, bool withWelds);
+
 // The shape by class of object. 0 with a non-empty list, or for a support that has sub-objects; otherwise 18, reported
 // on the command line unless the object is a weld. The list is emptied first and belongs to the caller.
 Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray& list);

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -316,6 +317,8 @@ class HextPrimaryText : public HextPrimary {
 #undef HEXT_PRIMARY
 
 using HextPrimaryArray = std::vector<HextPrimary*>;
+// Primitives that belong to somebody else.
+using HextPrimaryView = std::span<const HextPrimary* const>;
 
 // Destroys every primitive of a list and empties it.
 void freeHextPrimaryArray(HextPrimaryArray& list);

@@ -89,4 +89,7 @@ void get_tube_insulcode(const HxDbTubeModel* model, std::string& code);
 // What an object draws. `flags` is a bit set: 1 the plain shape, 2 with bolts, 4 with welds.
 namespace CadGiDraw {
 Hext::ErrorStatus getPrimarys(const HxDbObject* object, HextPrimaryArray& list, void*, int flags);
-}
+// The same for reading alone: nothing is copied, the primitives belong to the platform and live with the model. Empty
+// when there is no shape.
+Hext::ErrorStatus viewPrimarys(const HxDbObject* object, HextPrimaryView& view, int flags);
+}  // namespace CadGiDraw

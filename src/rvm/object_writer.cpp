@@ -51,20 +51,20 @@ void ObjectWriter::writeObject(const HxDbSmrtlnEntity& object, bool isPipeline) 
     pair_.text().writeElementAttributes(object.objectId(), levelObject);
     pair_.text().writeElementEnd(indent);
     writeGroup(object, name);
-    freeHextPrimaryArray(shape_.list());
 }
 
 // Items that are no solids are dropped.
 bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
     obstructions_.clear();
     solids_.clear();
-    const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
+    HextPrimaryView shape;
+    const Hext::ErrorStatus status = viewPrimaries(&object, shape, false, false);
     if (status != Hext::eOk) {
         reportShapeless(object, status);
         return false;
     }
-    for (HextPrimary* primitive : shape_) {
-        if (HextPrimary3D* solid = HextPrimary3D::cast(primitive)) {
+    for (const HextPrimary* primitive : shape) {
+        if (const HextPrimary3D* solid = HextPrimary3D::cast(primitive)) {
             (isObstruction(*solid) ? obstructions_ : solids_).push_back(solid);
         }
     }

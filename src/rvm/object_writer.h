@@ -30,9 +30,8 @@ private:
     RvmPair& pair_;
     std::unordered_map<std::string, int> nameTable_;
     SiblingNames siblings_;
-    PrimaryList shape_;
-    std::vector<HextPrimary*> obstructions_;
-    std::vector<HextPrimary*> solids_;
+    std::vector<const HextPrimary*> obstructions_;
+    std::vector<const HextPrimary*> solids_;
 };
 
 }  // namespace rvm

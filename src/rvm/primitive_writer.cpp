@@ -122,8 +122,7 @@ void PrimitiveWriter::startObject(std::int64_t id, std::string_view name) {
     siblings_.clear();
 }
 
-std::size_t PrimitiveWriter::writePrimitiveList(std::span<HextPrimary* const> list, bool isObstruction,
-                                                std::uint32_t material) {
+std::size_t PrimitiveWriter::writePrimitiveList(HextPrimaryView list, bool isObstruction, std::uint32_t material) {
     const std::uint64_t start = file_.offset();
     uses_.clear();
     partCount_ = 0;

@@ -7,7 +7,6 @@
 #include "rvm/rvm_file.h"
 #include "rvm/sibling_names.h"
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +27,7 @@ public:
 
     // One list of primitives, all of them with or all without the obstruction material. Returns the number of bytes
     // written. A primitive that cannot be written leaves no bytes and a line in the run report.
-    std::size_t writePrimitiveList(std::span<HextPrimary* const> list, bool isObstruction, std::uint32_t material);
+    std::size_t writePrimitiveList(HextPrimaryView list, bool isObstruction, std::uint32_t material);
 
 private:
     // How often a class has been met in the list in hand.

@@ -17,18 +17,34 @@ Hext::ErrorStatus fail(Hext::ErrorStatus status, const char* why) {
     return status;
 }
 
-// Copies of the object's primitives, which belong to the caller.
-Hext::ErrorStatus copyShape(const HxDbObject* object, HextPrimaryArray& list) {
-    freeHextPrimaryArray(list);
+Hext::ErrorStatus viewShape(const HxDbObject* object, HextPrimaryView& view) {
+    view = {};
     if (object == nullptr || !object->data().hasShape) {
         return fail(noShape, "对象没有图形");
     }
-    const auto primitives = object->data().primitiveSpan();
+    view = object->data().primitiveSpan();
+    return Hext::eOk;
+}
+
+// Copies of the object's primitives, which belong to the caller.
+Hext::ErrorStatus copyShape(const HxDbObject* object, HextPrimaryArray& list) {
+    freeHextPrimaryArray(list);
+    HextPrimaryView primitives;
+    const Hext::ErrorStatus status = viewShape(object, primitives);
     list.reserve(primitives.size());
     for (const HextPrimary* primitive : primitives) {
         list.push_back(primitive->clone());
     }
-    return Hext::eOk;
+    return status;
+}
+
+bool isUnwanted(const HxDbObject* object, int flags) {
+    return (HxDbBoltNutModel::cast(object) != nullptr && (flags & withBolts) == 0) ||
+           (HxDbTubeWeld::cast(object) != nullptr && (flags & withWelds) == 0);
+}
+
+Hext::ErrorStatus failUnwanted() {
+    return fail(notWanted, "不需要的图形");
 }
 
 }  // namespace
@@ -68,11 +84,17 @@ Hext::ErrorStatus getSerialPrimaries(const HxDbAcadSerialObject* object, HextPri
 }  // namespace smrtln
 
 Hext::ErrorStatus CadGiDraw::getPrimarys(const HxDbObject* object, HextPrimaryArray& list, void*, int flags) {
-    const bool isUnwantedBolt = HxDbBoltNutModel::cast(object) != nullptr && (flags & withBolts) == 0;
-    const bool isUnwantedWeld = HxDbTubeWeld::cast(object) != nullptr && (flags & withWelds) == 0;
-    if (isUnwantedBolt || isUnwantedWeld) {
+    if (isUnwanted(object, flags)) {
         freeHextPrimaryArray(list);
-        return fail(notWanted, "不需要的图形");
+        return failUnwanted();
     }
     return copyShape(object, list);
+}
+
+Hext::ErrorStatus CadGiDraw::viewPrimarys(const HxDbObject* object, HextPrimaryView& view, int flags) {
+    if (isUnwanted(object, flags)) {
+        view = {};
+        return failUnwanted();
+    }
+    return viewShape(object, view);
 }

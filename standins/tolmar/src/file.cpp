@@ -5,6 +5,7 @@
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -17,6 +18,25 @@ namespace tolmar {
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t{1} << 20U;
+
+// Less room than this is not worth filling.
+constexpr std::size_t textStep = 256;
+
+// Copies a text with its line ends spelled out, to a place with room for twice its size.
+char* endLines(std::string_view text, char* to) {
+    while (!text.empty()) {
+        const void* found = std::memchr(text.data(), '\n', text.size());
+        const std::size_t length =
+            found == nullptr ? text.size() : static_cast<std::size_t>(static_cast<const char*>(found) - text.data());
+        to = std::copy_n(text.data(), length, to);
+        if (found == nullptr) {
+            return to;
+        }
+        to = std::copy_n(lineEnd.data(), lineEnd.size(), to);
+        text.remove_prefix(length + 1);
+    }
+    return to;
+}
 
 // Calls a system write until all is out; false on an error.
 template <typename Write>
@@ -168,15 +188,12 @@ struct OutputFile::State {
 
     void putText(std::string_view data) {
         while (!data.empty()) {
-            const void* found = std::memchr(data.data(), '\n', data.size());
-            if (found == nullptr) {
-                put(data.data(), data.size());
-                return;
+            if (bufferSize - used < textStep) {
+                flush();
             }
-            const auto length = static_cast<std::size_t>(static_cast<const char*>(found) - data.data());
-            put(data.data(), length);
-            put("\r\n", 2);
-            data.remove_prefix(length + 1);
+            const std::size_t now = std::min(data.size(), (bufferSize - used) / 2);
+            used = static_cast<std::size_t>(endLines(data.substr(0, now), buffer.get() + used) - buffer.get());
+            data.remove_prefix(now);
         }
     }
 
@@ -263,6 +280,12 @@ void OutputFile::write(std::string_view data) {
     if (state_->text) {
         state_->putText(data);
     } else {
+        state_->put(data.data(), data.size());
+    }
+}
+
+void OutputFile::writeLines(std::string_view data) {
+    if (isOpen() && !state_->bad && !data.empty()) {
         state_->put(data.data(), data.size());
     }
 }

@@ -15,6 +15,9 @@ namespace tolmar {
 
 enum class FileMode { Binary, Text, TextAppend };
 
+// How a line of a text file ends.
+inline constexpr std::string_view lineEnd = "\r\n";
+
 // Where bytes go. Tests put a failing or a memory sink here.
 class Sink {
 public:
@@ -45,6 +48,8 @@ public:
     bool isOpen() const;
     // Text modes turn every "\n" into CR LF. Nothing happens on a file that is not open.
     void write(std::string_view data);
+    // Text whose lines end in `lineEnd` already: it goes out as it is.
+    void writeLines(std::string_view data);
     // Bytes written so far, as they stand in the file.
     std::uint64_t size() const;
     // Binary files only: patches earlier bytes, or drops everything from `offset` on.
