@@ -22,9 +22,8 @@ void tellBrokenChain(const HxDbTreeNode* node, const HxDbTreeNode* repeated,
                                    "the chain of its sons meets node " + std::to_string(idOf(repeated)) + " twice");
 }
 
-}  // namespace
-
-ChildChain checkChildChain(const HxDbTreeNode* node) {
+// The chain of a node whose sons meet a node twice.
+ChildChain brokenChain(const HxDbTreeNode* node) {
     std::vector<const HxDbTreeNode*> chain;
     std::unordered_set<const HxDbTreeNode*> met;
     for (const HxDbTreeNode* son = node->getSon(); son != nullptr; son = son->getBrother()) {
@@ -35,4 +34,23 @@ ChildChain checkChildChain(const HxDbTreeNode* node) {
         chain.push_back(son);
     }
     return {true, chain.size()};
+}
+
+}  // namespace
+
+// A mark that is set anew after 1, 2, 4, 8... sons is met again when the chain runs in a circle.
+ChildChain checkChildChain(const HxDbTreeNode* node) {
+    std::size_t count = 0;
+    std::size_t nextMark = 1;
+    const HxDbTreeNode* mark = nullptr;
+    for (const HxDbTreeNode* son = node->getSon(); son != nullptr; son = son->getBrother()) {
+        if (son == mark) {
+            return brokenChain(node);
+        }
+        if (++count == nextMark) {
+            mark = son;
+            nextMark *= 2;
+        }
+    }
+    return {true, count};
 }

@@ -16,10 +16,10 @@ namespace eem {
 
 namespace {
 
-constexpr std::string_view objectTag = "NA:";
-constexpr std::string_view paperTag = "PNA:";
-constexpr std::string_view idTag = "OBJID:";
-constexpr std::string_view shapeTag = "GEO:";
+constexpr char objectTag[] = "NA:";
+constexpr char paperTag[] = "PNA:";
+constexpr char idTag[] = "OBJID:";
+constexpr char shapeTag[] = "GEO:";
 
 const TreeLevel worldLevel{HextWorld::desc(), 3, ""};
 const TreeLevel siteLevel{HextSite::desc(), 2, "ORNA_SITE"};
@@ -28,11 +28,12 @@ const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDire
 const TreeLevel paperLevels[] = {
     worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
 
-void writeBlockHead(EemFile& file, std::string_view tag, std::string_view name, const HxDbObject& object) {
+template <std::size_t size>
+void writeBlockHead(EemFile& file, const char (&tag)[size], std::string_view name, const HxDbObject& object) {
     file.beginBlock();
-    file.writeString(tag);
+    file.writeTag(tag);
     file.writeString(name);
-    file.writeString(idTag);
+    file.writeTag(idTag);
     file.writeInt64(object.objectId().toInt());
 }
 
@@ -163,7 +164,7 @@ void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
 void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {
     EemFile& file = output_.file();
     writeBlockHead(file, objectTag, name, object);
-    file.writeString(shapeTag);
+    file.writeTag(shapeTag);
     const std::uint64_t countPlace = file.offset();
     const auto size = static_cast<std::int32_t>(shape_.size());
     file.writeInt(size);

@@ -44,6 +44,13 @@ public:
         std::copy(text.begin(), text.end(), bytes);
     }
 
+    // The same of a literal.
+    template <std::size_t size>
+    void writeTag(const char (&tag)[size]) {
+        char* bytes = putInt(room(intSize + size - 1), static_cast<std::int32_t>(size - 1));
+        std::copy_n(tag, size - 1, bytes);
+    }
+
     void writePaperHeader();
     void writeTrailer();
 

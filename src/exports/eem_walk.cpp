@@ -28,10 +28,10 @@ int pipelineColor(const HxDbObject& manager) {
     if (!manager.isKindOf(HextPipeline::desc())) {
         return 0;
     }
+    const std::span<const std::string_view> keys = smrtln::bomKeys();
     for (const smrtln::BomRecord& record : smrtln::getObjectBomRecords(&manager)) {
-        const KVParams attribute = smrtln::toKVParams(record);
-        if (attribute.key == "color") {
-            return integerOf(kvText(attribute));
+        if (keys[record.key] == "color") {
+            return integerOf(kvText(smrtln::toKVParams(record)));
         }
     }
     return 0;

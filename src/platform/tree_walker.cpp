@@ -1,17 +1,55 @@
 #include "platform/tree_walker.h"
 
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr std::size_t fewestSlots = 64;
+
+}  // namespace
+
 bool NodeSet::insert(const HxDbTreeNode* node) {
     const auto address = reinterpret_cast<std::uintptr_t>(node);
-    if (lastPage_ == nullptr || address / pageSize != lastNumber_) {
-        lastNumber_ = address / pageSize;
-        lastPage_ = &pages_[lastNumber_];
-    }
     const std::uintptr_t cell = address % pageSize / cellSize;
-    std::uint64_t& word = (*lastPage_)[cell / 64];
+    std::uint64_t& word = pageOf(address / pageSize).bits[cell / 64];
     const std::uint64_t bit = std::uint64_t{1} << (cell % 64);
     const bool isNew = (word & bit) == 0;
     word |= bit;
     return isNew;
+}
+
+NodeSet::Page& NodeSet::pageOf(std::uintptr_t number) {
+    if (last_ < slots_.size() && slots_[last_].number == number) {
+        return slots_[last_];
+    }
+    if (used_ * 2 >= slots_.size()) {
+        grow();
+    }
+    last_ = slotOf(number);
+    Page& page = slots_[last_];
+    used_ += page.number == noPage ? 1 : 0;
+    page.number = number;
+    return page;
+}
+
+// Where a page is or would go. Neighbours follow each other, so a multiplication spreads them.
+std::size_t NodeSet::slotOf(std::uintptr_t number) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t slot = static_cast<std::size_t>(std::uint64_t{number} * 0x9E3779B97F4A7C15ULL >> 32U) & mask;
+    while (slots_[slot].number != noPage && slots_[slot].number != number) {
+        slot = (slot + 1) & mask;
+    }
+    return slot;
+}
+
+void NodeSet::grow() {
+    const std::vector<Page> old = std::exchange(slots_, std::vector<Page>(std::max(fewestSlots, slots_.size() * 2)));
+    for (const Page& page : old) {
+        if (page.number != noPage) {
+            slots_[slotOf(page.number)] = page;
+        }
+    }
 }
 
 TreeWalker::TreeWalker(HxDbTreeNode* root) : root_(root) {

@@ -5,7 +5,6 @@
 
 #include <array>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 // A set of nodes, kept as a bit for each 16 bytes of the memory pages that they lie in: nodes that follow each other in
@@ -23,11 +22,18 @@ private:
     static constexpr std::uintptr_t pageSize = 4096;
     static constexpr std::uintptr_t cellSize = 16;
     static_assert(sizeof(HxDbTreeNode) >= cellSize);
-    using Page = std::array<std::uint64_t, pageSize / cellSize / 64>;
+    static constexpr std::uintptr_t noPage = ~std::uintptr_t{0};
+    struct Page {
+        std::uintptr_t number = noPage;
+        std::array<std::uint64_t, pageSize / cellSize / 64> bits{};
+    };
+    Page& pageOf(std::uintptr_t number);
+    std::size_t slotOf(std::uintptr_t number) const;
+    void grow();
 
-    std::unordered_map<std::uintptr_t, Page> pages_;
-    std::uintptr_t lastNumber_ = 0;
-    Page* lastPage_ = nullptr;
+    std::vector<Page> slots_;  // a power of two, at most half of them in use
+    std::size_t used_ = 0;
+    std::size_t last_ = 0;
 };
 
 // A node already visited is not entered again, so a corrupt tree with a cycle ends the walk.

@@ -86,6 +86,33 @@ TEST(JsonSideFile, LooksLikeTheLibrarysFormattedPrint) {
     EXPECT_EQ(written(file, folder), printedByLibrary(cJSON_CreateObject()));
 }
 
+void addMembers(JsonSideFile& file) {
+    file.beginObject("attr");
+    file.addText("a\nb", "c");
+    file.endObject();
+    file.addText("cls", "X");
+}
+
+TEST(JsonSideFile, TakesMembersThatWereComposedBefore) {
+    JsonSideFile members(2);
+    addMembers(members);
+    JsonSideFile copied;
+    JsonSideFile composed;
+    // Enough for the text to fill several of its blocks.
+    for (int i = 0; i < 100'000; ++i) {
+        const std::string key = std::to_string(i) + (i % 1000 == 0 ? "\"\\" : "");
+        copied.addObject(key, members.members());
+        composed.beginObject(key);
+        addMembers(composed);
+        composed.endObject();
+    }
+    copied.addObject("empty", JsonSideFile(2).members());
+    composed.beginObject("empty");
+    composed.endObject();
+    const TestRoot folder;
+    EXPECT_TRUE(written(copied, folder) == written(composed, folder));
+}
+
 TEST(JsonSideFile, ThatCannotBeWrittenIsTold) {
     tolmar::runReport().clear();
     const TestRoot folder;

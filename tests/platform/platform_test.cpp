@@ -5,6 +5,7 @@
 #include "platform/tree_walker.h"
 #include "support/test_support.h"
 
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -155,6 +156,23 @@ TEST(Walker, SkipsChildrenForOneStepOnly) {
     EXPECT_TRUE(walker.done());
 }
 
+TEST(Walker, EntersEachOfManyNodesOnce) {
+    std::string objects = R"({"id":2,"class":"HextSite","in":1})";
+    for (int id = 3; id <= 20000; ++id) {
+        objects += R"(,{"id":)" + std::to_string(id) + R"(,"class":"HextZone","in":2})";
+    }
+    TestModel model(TestModel::withObjects(objects));
+    HxDbTreeNode* site = hxcom::getDataManTreeRoot()->getSon();
+    HxDbTreeNode* last = site->getSon();
+    while (last->getBrother() != nullptr) {
+        last = last->getBrother();
+    }
+    plant::relinkBrother(model.model(), *last, site->getSon());
+    const std::vector<std::int64_t> ids = walked(site);
+    ASSERT_EQ(ids.size(), 19999U);
+    EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
+}
+
 TEST(Walker, EndsOnACycle) {
     TestModel model(TestModel::withObjects(smallTree));
     HxDbTreeNode* root = hxcom::getDataManTreeRoot();
@@ -199,6 +217,28 @@ TEST(Primaries, SwitchesForBoltsAndWelds) {
     EXPECT_EQ(list.size(), 1U);
     EXPECT_NE(getPrimaries(smart(5), list.list(), false, false), 0);
     EXPECT_TRUE(list.empty());
+}
+
+TEST(Primaries, CanBeReadWithoutCopies) {
+    TestModel model(TestModel::withObjects(std::string(R"({"id":2,"class":"HxDbTubeWeld","primitives":)") + box +
+                                           R"(},{"id":3,"class":"HxDbBoltNutModel","primitives":)" + box +
+                                           R"(},{"id":4,"class":"HxDbStruct","primitives":)" + box +
+                                           R"(},{"id":5,"class":"HxDbStruct"})"));
+    PrimaryList list;
+    HextPrimaryView view;
+    for (const bool wanted : {false, true}) {
+        for (const int id : {2, 3, 4, 5, 6}) {
+            SCOPED_TRACE(id);
+            const Hext::ErrorStatus status = viewPrimaries(smart(id), view, wanted, wanted);
+            EXPECT_EQ(status, getPrimaries(smart(id), list.list(), wanted, wanted));
+            EXPECT_EQ(view.size(), status == Hext::eOk ? 1U : 0U);
+        }
+    }
+    ASSERT_EQ(viewPrimaries(smart(4), view, false, false), Hext::eOk);
+    const HextPrimary* first = view[0];
+    EXPECT_EQ(HextBox3D::cast(first)->xLength, 1);
+    ASSERT_EQ(viewPrimaries(smart(4), view, false, false), Hext::eOk);
+    EXPECT_EQ(view[0], first);
 }
 
 TEST(Primaries, ByClassReportsWhatHasNoShape) {

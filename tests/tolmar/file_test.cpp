@@ -59,6 +59,32 @@ TEST_F(FileTest, TextEndsLinesInCrLfAndAppendKeepsWhatWasThere) {
     EXPECT_EQ(runReport().files()[0].size, 19U);
 }
 
+TEST_F(FileTest, TextOfAnySizeEndsItsLines) {
+    std::string given;
+    std::string expected;
+    OutputFile file(folder.file("long.txt"), FileMode::Text);
+    const auto add = [&](std::size_t length, std::size_t lines) {
+        const std::string text(length, 'x');
+        given.clear();
+        for (std::size_t i = 0; i < lines; ++i) {
+            given += text + "\n";
+            expected += text + "\r\n";
+        }
+        file.write(given);
+    };
+    add(0, 1'100'000);
+    add(3'000'000, 1);
+    for (std::size_t length = 0; length < 3000; ++length) {
+        add(length, 1);
+    }
+    file.writeLines("one\r\ntwo");
+    expected += "one\r\ntwo";
+    add(1, 600'000);
+    EXPECT_EQ(file.size(), expected.size());
+    EXPECT_TRUE(file.close());
+    EXPECT_TRUE(folder.get("long.txt") == expected);
+}
+
 TEST_F(FileTest, BinaryPatchesAndTruncatesOnBothSidesOfTheBuffer) {
     std::string expected;
     OutputFile file(folder.file("b.bin"), FileMode::Binary);

@@ -116,21 +116,24 @@ void getAllSubObjects(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, c
         return;
     }
     CycleGuard guard(*node);
-    std::vector<const HxDbTreeNode*> waiting{node->getSon()};
-    while (!waiting.empty()) {
-        const HxDbTreeNode* next = waiting.back();
-        waiting.pop_back();
-        if (next == nullptr || !guard.enter(next)) {
-            continue;
+    std::vector<const ObjectData*> waiting;  // brothers of those that were gone down from
+    for (const ObjectData* next = node->data().son;; next = next->son) {
+        while (next == nullptr || !guard.enter(&next->node)) {
+            if (waiting.empty()) {
+                return;
+            }
+            next = waiting.back();
+            waiting.pop_back();
         }
-        if (next == stop) {
+        if (&next->node == stop) {
             return;
         }
-        if (HxDbObject* object = objectOf(*next, nullptr)) {
+        if (HxDbObject* object = plant::dataOf(next->node).opened()) {
             out.push_back(object);
         }
-        waiting.push_back(next->getBrother());
-        waiting.push_back(next->getSon());
+        if (next->brother != nullptr) {
+            waiting.push_back(next->brother);
+        }
     }
 }
 
