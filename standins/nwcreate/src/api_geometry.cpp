@@ -29,22 +29,31 @@ LiNwcStatus inSection(const char* call, LiNwcGeometryStream stream, Body&& body)
     });
 }
 
-// The checked and growing way of a vertex or index, kept apart from the short one.
-[[gnu::noinline]] LiNwcStatus addVertex(const char* call, LiNwcGeometryStream stream, NumberList<double> Section::*list,
-                                        const Vec3& point) noexcept {
+template <typename Number>
+void append(LiNwcGeometryStream stream, StreamRecord& record, NumberList<Number> Section::*list,
+            std::span<const Number> numbers) {
+    openSection(stream, record);
+    takeWritten();
+    (record.section.*list).append(numbers);
+    showRoom();
+}
+
+// The checked and growing way of a vertex or index.
+LiNwcStatus addVertex(const char* call, LiNwcGeometryStream stream, NumberList<double> Section::*list,
+                      const Vec3& point) noexcept {
     return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
         const Vec3 image = record.isMoved ? transformed(record.transform, point) : point;
-        (record.section.*list).append(image);
+        append(stream, record, list, std::span<const double>(image));
         return LI_NWC_OK;
     });
 }
 
-[[gnu::noinline]] LiNwcStatus addIndex(const char* call, LiNwcGeometryStream stream,
-                                       NumberList<std::uint32_t> Section::*list, int index) noexcept {
+LiNwcStatus addIndex(const char* call, LiNwcGeometryStream stream, NumberList<std::uint32_t> Section::*list,
+                     int index) noexcept {
     return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
         // A negative index becomes one that names no vertex.
         const auto number = static_cast<std::uint32_t>(index);
-        (record.section.*list).append({&number, 1});
+        append(stream, record, list, std::span<const std::uint32_t>(&number, 1));
         return LI_NWC_OK;
     });
 }
@@ -54,7 +63,14 @@ void combine(StreamRecord& record) {
     for (const Matrix& matrix : record.transforms) {
         record.transform = combined(record.transform, matrix);
     }
+    const bool isOpen = isOpenSection(record);
+    if (isOpen) {
+        takeWritten();
+    }
     record.isMoved = record.transform != unitMatrix;
+    if (isOpen) {
+        showRoom();
+    }
 }
 
 }  // namespace
@@ -86,7 +102,7 @@ LiNwcStatus LiNwcGeometryCloseStream(LiNwcGeometry geometry, LiNwcGeometryStream
             return badHandle(call);
         }
         const bool isWhole = !record.isInSection;
-        forgetOpenSection(record);
+        closeSection(record);
         node->record.stream = noSlot;
         StreamSlot& slot = *lib.streams.find(stream);
         lib.streams.release(slot);
@@ -107,7 +123,7 @@ LiNwcStatus LiNwcGeometryStreamBegin(LiNwcGeometryStream stream, int flags) {
         record.section.clear();
         record.isInSection = true;
         record.takesColor = (flags & LI_NWC_HAS_COLOR) != 0;
-        openSection = {stream, &record};
+        openSection(stream, record);
         return LI_NWC_OK;
     });
 }
@@ -119,7 +135,7 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
             return badOrder(call, "there is no section to end, or a text in it is not ended");
         }
         record.isInSection = false;
-        forgetOpenSection(record);
+        closeSection(record);
         if (const char* fault = faultOf(record.section)) {
             return badValue(call, fault);
         }
@@ -133,27 +149,11 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
 }
 
 LiNwcStatus LiNwcGeometryStreamIndexedVertex(LiNwcGeometryStream stream, double x, double y, double z) {
-    if (stream == openSection.stream && stream != nullptr && !openSection.record->isMoved) {
-        NumberList<double>& vertices = openSection.record->section.vertices;
-        if (vertices.room() >= 3) {
-            vertices.put(x);
-            vertices.put(y);
-            vertices.put(z);
-            return LI_NWC_OK;
-        }
-    }
-    return addVertex(__func__, stream, &Section::vertices, {x, y, z});
+    return liNwcPutVertex(stream, x, y, z) ? LI_NWC_OK : addVertex(__func__, stream, &Section::vertices, {x, y, z});
 }
 
 LiNwcStatus LiNwcGeometryStreamTriangleIndex(LiNwcGeometryStream stream, int index) {
-    if (stream == openSection.stream && stream != nullptr) {
-        NumberList<std::uint32_t>& triangles = openSection.record->section.triangles;
-        if (triangles.room() > 0) {
-            triangles.put(static_cast<std::uint32_t>(index));
-            return LI_NWC_OK;
-        }
-    }
-    return addIndex(__func__, stream, &Section::triangles, index);
+    return liNwcPutIndex(stream, index) ? LI_NWC_OK : addIndex(__func__, stream, &Section::triangles, index);
 }
 
 LiNwcStatus LiNwcGeometryStreamLineStripVertex(LiNwcGeometryStream stream, double x, double y, double z) {

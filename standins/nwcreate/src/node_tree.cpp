@@ -19,7 +19,7 @@ void cutStream(Library& lib, const NodeRecord& node) {
     if (node.stream != noSlot) {
         StreamRecord& record = lib.streams.at(node.stream).record;
         record.geometry = noSlot;
-        forgetOpenSection(record);
+        closeSection(record);
     }
 }
 

@@ -168,7 +168,7 @@ LI_NWC_API LiNwcStatus LiNwcGeometryStreamBegin(LiNwcGeometryStream stream, int 
  * adds nothing. */
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream);
 /* The two hot calls check the handle and the order only; what is wrong with a number is said by End. Indices count from
- * 0 within the section. */
+ * 0 within the section. In C++ they are inlined (hot_calls.h). */
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamIndexedVertex(LiNwcGeometryStream stream, double x, double y, double z);
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamTriangleIndex(LiNwcGeometryStream stream, int index);
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamLineStripVertex(LiNwcGeometryStream stream, double x, double y, double z);
@@ -210,4 +210,6 @@ LI_NWC_API LiNwcStatus LiNwcGridLevelDestroy(LiNwcGridLevel level);
 
 #ifdef __cplusplus
 }
+
+#include "nwcreate/hot_calls.h"
 #endif
