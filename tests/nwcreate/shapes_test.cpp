@@ -79,6 +79,48 @@ TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
     }
 }
 
+TEST_F(ShapesTest, SectionsOfSeveralStreamsGrowInTurnsAndTheTransformHoldsFromWhereItIsSet) {
+    constexpr int count = 900;
+    constexpr double matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 5000, 1};
+    // The functions themselves, as a caller without the header's short way has them.
+    LiNwcStatus (*const vertexCall)(LiNwcGeometryStream, double, double, double) = &LiNwcGeometryStreamIndexedVertex;
+    LiNwcStatus (*const indexCall)(LiNwcGeometryStream, int) = &LiNwcGeometryStreamTriangleIndex;
+    const LiNwcGeometry nodes[] = {LiNwcGeometryCreate(), LiNwcGeometryCreate()};
+    const LiNwcGeometryStream streams[] = {LiNwcGeometryOpenStream(nodes[0]), LiNwcGeometryOpenStream(nodes[1])};
+    std::vector<Point> points[2];
+    for (const LiNwcGeometryStream stream : streams) {
+        EXPECT_EQ(LiNwcGeometryStreamBegin(stream, 0), LI_NWC_OK);
+    }
+    for (int i = 0; i < count; ++i) {
+        const std::size_t which = i % 7 < 3 ? 0 : 1;
+        const LiNwcGeometryStream stream = streams[which];
+        if (i == count / 2) {
+            LiNwcGeometryStreamPushTransform(streams[0]);
+            LiNwcGeometryStreamSetTransform(streams[0], matrix);
+        }
+        points[which].push_back({static_cast<double>(i), static_cast<double>(i % 5), 0});
+        EXPECT_EQ(i % 2 == 0 ? vertexCall(stream, i, i % 5, 0) : LiNwcGeometryStreamIndexedVertex(stream, i, i % 5, 0),
+                  LI_NWC_OK);
+        points[which].back()[2] = which == 0 && i >= count / 2 ? 5000 : 0;
+        const int index = static_cast<int>(points[which].size()) - 1;
+        EXPECT_EQ(i % 3 == 0 ? indexCall(stream, index) : LiNwcGeometryStreamTriangleIndex(stream, index), LI_NWC_OK);
+    }
+    for (std::size_t which : {0, 1}) {
+        for (std::size_t i = points[which].size(); i % 3 != 0; ++i) {
+            LiNwcGeometryStreamTriangleIndex(streams[which], 0);
+        }
+        EXPECT_EQ(LiNwcGeometryStreamEnd(streams[which]), LI_NWC_OK);
+        EXPECT_EQ(LiNwcGeometryStreamIndexedVertex(streams[which], 0, 0, 0), LI_NWC_BAD_ORDER);
+        LiNwcGeometryCloseStream(nodes[which], streams[which]);
+        EXPECT_EQ(LiNwcGeometryStreamTriangleIndex(streams[which], 0), LI_NWC_BAD_HANDLE);
+    }
+    add(nodes[0], u"first");
+    add(nodes[1], u"second");
+    const gltfcheck::Scene found = writeAndRead();
+    expectPlaces(placesOf(found, nodeOf(found, "first")), points[0]);
+    expectPlaces(placesOf(found, nodeOf(found, "second")), points[1]);
+}
+
 TEST_F(ShapesTest, LinesCirclesAndTheirColour) {
     add(geometry([](LiNwcGeometryStream stream) {
             LiNwcGeometryStreamBegin(stream, LI_NWC_HAS_COLOR);

@@ -9,7 +9,6 @@ namespace nwcreate {
 namespace {
 
 constexpr char16_t replacement = 0xFFFD;
-constexpr std::size_t longestKey = 60;
 
 void appendAscii(std::string& out, char c) {
     constexpr const char* digits = "0123456789abcdef";
@@ -141,22 +140,6 @@ void JsonWriter::separate() {
         out_ += ',';
     }
     needsComma_ = true;
-}
-
-// One append for all, since half of a scene's text is keys.
-JsonWriter& JsonWriter::key(std::string_view name) {
-    char text[longestKey + 4];
-    char* end = text;
-    if (needsComma_) {
-        *end++ = ',';
-    }
-    *end++ = '"';
-    end += name.copy(end, longestKey);
-    *end++ = '"';
-    *end++ = ':';
-    out_.append(text, static_cast<std::size_t>(end - text));
-    needsComma_ = false;
-    return *this;
 }
 
 JsonWriter& JsonWriter::text(std::u16string_view text) {

@@ -2,7 +2,9 @@
 // every locale.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,7 +24,18 @@ public:
     JsonWriter& beginArray() { return open('['); }
     JsonWriter& endArray() { return close(']'); }
     // A name of the format: plain letters.
-    JsonWriter& key(std::string_view name);
+    template <std::size_t Size>
+    JsonWriter& key(const char (&name)[Size]) {
+        // One append for all, since half of a scene's text is keys.
+        char text[Size + 3] = {',', '"'};
+        std::memcpy(text + 2, name, Size - 1);
+        text[Size + 1] = '"';
+        text[Size + 2] = ':';
+        const std::size_t skipped = needsComma_ ? 0 : 1;
+        out_.append(text + skipped, sizeof text - skipped);
+        needsComma_ = false;
+        return *this;
+    }
     JsonWriter& text(std::u16string_view text);
     // A plain text of the format.
     JsonWriter& plain(std::string_view text);
