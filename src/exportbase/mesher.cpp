@@ -169,6 +169,15 @@ bool meshVertices(const TlDbEntity& solid, Mesh& mesh) {
     return true;
 }
 
+MeshView meshInPlace(const TlDbEntity& solid) {
+    workplace().tidy();
+    const tolmar::TriangleMesh* made = generate(solid);
+    if (made == nullptr) {
+        return {};
+    }
+    return {{made->nodes.data(), made->nodes.size()}, {made->triangles.data(), made->triangles.size()}};
+}
+
 bool meshSolidNormals(const TlDbEntity& solid, Mesh& mesh) {
     const tolmar::TriangleMesh* made = generate(solid);
     if (made == nullptr) {

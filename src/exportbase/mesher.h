@@ -57,12 +57,21 @@ struct Mesh {
     void clear();
 };
 
+// A mesh that stands somewhere else: three numbers a vertex, three indices a triangle.
+struct MeshView {
+    std::span<const double> positions;
+    std::span<const std::uint32_t> indices;
+};
+
 // Appends an array to each list: positions with the arithmetic mean of the normals of their triangles, not
 // renormalised. False, with nothing added, when the entity has no boundary or cannot be meshed.
 bool meshSolid(const TlDbEntity& solid, MeshIndices& indices, MeshPositions& positions, MeshNormals& normals);
 
 // Positions and indices only. Indices count from the first position of `mesh`, also when it held some before.
 bool meshVertices(const TlDbEntity& solid, Mesh& mesh);
+
+// The same in the mesher's own place, until its next call; empty after a failure.
+MeshView meshInPlace(const TlDbEntity& solid);
 
 // Positions, indices, and the normals of each position as their sum and number (the list of an element's normals is
 // only ever added up). Vertices are shared within the solid; indices count from the first position of `mesh`.

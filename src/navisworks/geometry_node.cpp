@@ -81,15 +81,17 @@ OwnedTextStyle styleOf(const TlDbText& text) {
 
 }  // namespace
 
-void streamMesh(const Mesh& mesh, const Paint& paint, LiNwcGroup group) {
+void streamMesh(const MeshView& mesh, const Paint& paint, LiNwcGroup group) {
     GeometryNode node;
     const LiNwcGeometryStream stream = node.stream();
     LiNwcGeometryStreamBegin(stream, plainSection);
     for (std::size_t i = 0; i + 2 < mesh.positions.size(); i += 3) {
         LiNwcGeometryStreamIndexedVertex(stream, mesh.positions[i], mesh.positions[i + 1], mesh.positions[i + 2]);
     }
-    for (const std::uint32_t index : mesh.indices) {
-        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(index));
+    for (std::size_t i = 0; i + 2 < mesh.indices.size(); i += 3) {
+        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i]));
+        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i + 1]));
+        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i + 2]));
     }
     LiNwcGeometryStreamEnd(stream);
     node.paintAndAddTo(group, paint);

@@ -17,7 +17,7 @@ struct Paint {
 };
 
 // Each adds one node to the group.
-void streamMesh(const Mesh& mesh, const Paint& paint, LiNwcGroup group);
+void streamMesh(const MeshView& mesh, const Paint& paint, LiNwcGroup group);
 void streamPolyline(const TlDbPolyline& polyline, LiNwcGroup group);
 void streamLine(const TlDbLine& line, LiNwcGroup group);
 void streamCircle(const TlDbCircle& circle, LiNwcGroup group);

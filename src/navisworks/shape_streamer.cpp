@@ -168,13 +168,12 @@ void ShapeStreamer::addWhole(const TlDbEntity& entity, const HextPrimary& primit
 }
 
 void ShapeStreamer::streamSolid(const TlDbEntity& solid, const HextPrimary& primitive, int objectColor) {
-    mesh_.clear();
-    meshVertices(solid, mesh_);
-    if (mesh_.vertexCount() == 0) {
+    const MeshView mesh = meshInPlace(solid);
+    if (mesh.positions.empty()) {
         report(className(primitive) + ": " + notMeshed);
         return;
     }
-    streamMesh(mesh_, {paintColor(objectColor, primitive.getColor()), opacityOf(primitive)}, group_);
+    streamMesh(mesh, {paintColor(objectColor, primitive.getColor()), opacityOf(primitive)}, group_);
 }
 
 void ShapeStreamer::streamBlock(const TlDbEntity& block, const HextPrimary&) {
@@ -195,13 +194,12 @@ void ShapeStreamer::streamBlock(const TlDbEntity& block, const HextPrimary&) {
 }
 
 void ShapeStreamer::streamPart(const TlDbEntity& part) {
-    mesh_.clear();
-    meshVertices(part, mesh_);
-    if (mesh_.vertexCount() == 0) {
+    const MeshView mesh = meshInPlace(part);
+    if (mesh.positions.empty()) {
         report(className(part) + " in a block: " + notMeshed);
         return;
     }
-    streamMesh(mesh_, {part.subentColor(faceType, firstFaceIndex).colorIndex(), opaque}, group_);
+    streamMesh(mesh, {part.subentColor(faceType, firstFaceIndex).colorIndex(), opaque}, group_);
 }
 
 // A failure has said so on the command line and ends the walk. A face that is a point has no triangles and no node.
@@ -222,7 +220,8 @@ void ShapeStreamer::streamFaces(const TlDbSurface& surface) {
             return;
         }
         if (mesh_.vertexCount() > 0) {
-            streamMesh(mesh_, {surface.subentColor(faceType, index).colorIndex(), opaque}, group_);
+            streamMesh({mesh_.positions, mesh_.indices}, {surface.subentColor(faceType, index).colorIndex(), opaque},
+                       group_);
         }
     }
 }

@@ -47,7 +47,7 @@ private:
     int color_ = 0;
     LiNwcGroup group_ = nullptr;
     PrimaryList shape_;
-    Mesh mesh_;
+    Mesh mesh_;  // of a face
 };
 
 // The colour index of an object: its own; a part of a pipe without one has that of the name node that owns it, a weld

@@ -132,9 +132,15 @@ TEST(Forms, VerticesAndNormalsAppendToOneMesh) {
         ASSERT_TRUE(meshVertices(*solid, plain));
         ASSERT_TRUE(meshSolidNormals(*solid, withNormals));
         EXPECT_EQ(*std::min_element(plain.indices.end() - 12, plain.indices.end()) >= points, true);
+        const MeshView view = meshInPlace(*solid);
+        EXPECT_TRUE(std::equal(view.positions.begin(), view.positions.end(),
+                               plain.positions.begin() + static_cast<std::ptrdiff_t>(3 * points),
+                               plain.positions.end()));
+        EXPECT_EQ(view.indices.back() + points, plain.indices.back());
         points = plain.vertexCount();
     }
     EXPECT_FALSE(meshVertices(TlDbHatch(), plain));
+    EXPECT_TRUE(meshInPlace(TlDbHatch()).positions.empty());
     EXPECT_FALSE(meshSolidNormals(TlDbHatch(), withNormals));
     EXPECT_EQ(plain.positions, withNormals.positions);
     EXPECT_EQ(plain.indices, withNormals.indices);
