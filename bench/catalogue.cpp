@@ -5,6 +5,7 @@
 // The goals: at least 200,000 components a second when all entries are known, attributes read for the first time; and a
 // cost per component, new or known, at most 1.25 times that at 10^3 objects for each power of ten up to OBJECTS. Exit
 // status 1 when one is missed. Processor time, so that other work on the machine does not count.
+#include "export_run.h"
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
 #include "plant/model.h"
@@ -12,15 +13,12 @@
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 #include "tolmar/run_report.h"
-#include "tolmar/system.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -28,34 +26,6 @@ namespace {
 constexpr double wantedPerSecond = 200000;
 constexpr double allowedGrowth = 1.25;
 constexpr std::size_t leastComponents = 200000;  // measured at each size, in as many rounds as that takes
-
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-// An installation root whose configuration maps every component.
-class Root {
-public:
-    Root() : path_(std::filesystem::temp_directory_path() / ("tessaro-bench-cata-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(path_ / "temp" / "hext");
-        std::ofstream(path_ / "temp" / "hext" / "config.json")
-            << R"({"skey":["##|##|##|##|##|##|X"],"type":{"X":"PCOM"}})";
-        tolmar::setInstallationRoot(path_.string());
-    }
-    ~Root() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Root(const Root&) = delete;
-    Root& operator=(const Root&) = delete;
-    std::string folder() const { return (path_ / "temp" / "hext").string(); }
-    std::string plant() const { return (path_ / "plant.json").string(); }
-
-private:
-    std::filesystem::path path_;
-};
 
 // The branches of all pipelines; leaves the attribute cache empty.
 std::vector<ComponentList> allBranches() {
@@ -94,7 +64,7 @@ void evictCaches() {
 constexpr std::int64_t firstStranger = 900000000;
 constexpr int strangerCount = 8192;
 
-bool addStrangers(const std::string& plant) {
+bool addStrangers(const std::filesystem::path& plant) {
     constexpr std::string_view end = "]}\n";
     std::error_code error;
     std::filesystem::resize_file(plant, std::filesystem::file_size(plant) - end.size(), error);
@@ -118,11 +88,11 @@ double secondsFor(CataBuilder& builder, NameManager& names, const std::vector<Co
     forgetObjects(names);
     clearBomCache();
     evictCaches();
-    const double start = now();
+    const double start = bench::processorSeconds();
     for (const ComponentList& branch : branches) {
         builder.writeBranch(branch, {});
     }
-    return now() - start;
+    return bench::processorSeconds() - start;
 }
 
 struct Cost {
@@ -131,7 +101,7 @@ struct Cost {
     double known = 0;
 };
 
-Cost measure(const Root& root, const std::vector<ComponentList>& branches) {
+Cost measure(const bench::ExportFolder& folder, const std::vector<ComponentList>& branches) {
     Cost cost;
     for (const ComponentList& branch : branches) {
         cost.components += branch.size();
@@ -141,7 +111,7 @@ Cost measure(const Root& root, const std::vector<ComponentList>& branches) {
         NameManager names;
         names.loadSkeyTable();
         names.loadTypeTable();
-        CataBuilder builder(root.folder(), names);
+        CataBuilder builder(folder.hext().string(), names);
         cost.first += secondsFor(builder, names, branches);
         cost.known += secondsFor(builder, names, branches);
         tolmar::runReport().clear();
@@ -154,19 +124,17 @@ Cost measure(const Root& root, const std::vector<ComponentList>& branches) {
 
 // No components when the plant could not be made.
 Cost costOf(const plant::GenerateOptions& options) {
-    const Root root;
-    std::string error;
-    if (!plant::generateModel(options, root.plant(), error) || !addStrangers(root.plant())) {
-        std::fprintf(stderr, "%s\n", error.c_str());
+    const bench::ExportFolder folder("cata");
+    folder.mapEveryComponent();
+    if (!bench::makePlant(options, folder.model()) || !addStrangers(folder.model())) {
         return {};
     }
-    const plant::LoadResult result = plant::loadModel(root.plant());
+    const plant::LoadResult result = bench::loadPlant(folder.model());
     if (!result) {
-        std::fprintf(stderr, "%s\n", result.error.c_str());
         return {};
     }
     plant::setCurrentModel(result.model.get());
-    const Cost cost = measure(root, allBranches());
+    const Cost cost = measure(folder, allBranches());
     clearBomCache();
     plant::setCurrentModel(nullptr);
     return cost;

@@ -7,6 +7,8 @@
 // beside that of the loaded model, the bytes that it wrote, and the ratio to writing as many bytes raw in blocks of
 // 1 MiB. A command whose documents would not fit into the memory of the machine is not run, and says so.
 
+#include "child_process.h"
+#include "export_run.h"
 #include "plant/model.h"
 #include "tolmar/module_api.h"
 #include "tolmar/module_loader.h"
@@ -14,19 +16,12 @@
 #include "tolmar/scripted_ui.h"
 #include "tolmar/system.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <ctime>
-#include <fcntl.h>
 #include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -57,40 +52,12 @@ struct Command {
 constexpr Command commands[] = {{"HEXTOUT", 1e9}, {"RVMOUT", 1e9},  {"NVOUT", 1e9},
                                 {"OBMOUT", 1e9},  {"ORNAOUT", 1e9}, {"MAXOUT", 3e5}};
 
-double processorSeconds() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-double peakBytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) * 1024;
-}
-
 // The scripts would be measured, not the exports.
 void removeScripts(const fs::path& root) {
     for (const char* script : {"nvoutplugins.lua"}) {
         fs::remove(root / "plugins" / script);
     }
     fs::remove_all(root / "bin");
-}
-
-double writeRaw(double bytes, const fs::path& file) {
-    const std::vector<char> block(std::size_t{1} << 20U, 'x');
-    const double start = processorSeconds();
-    const int out = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-    for (double left = bytes; left > 0; left -= static_cast<double>(block.size())) {
-        const auto size = static_cast<std::size_t>(std::min(left, static_cast<double>(block.size())));
-        if (::write(out, block.data(), size) != static_cast<ssize_t>(size)) {
-            throw std::runtime_error(std::string("raw write: ") + std::strerror(errno));
-        }
-    }
-    ::close(out);
-    const double seconds = processorSeconds() - start;
-    fs::remove(file);
-    return seconds;
 }
 
 Result runHere(const Setting& setting, const Command& command, const fs::path& file) {
@@ -102,7 +69,7 @@ Result runHere(const Setting& setting, const Command& command, const fs::path& f
     }
     plant::setCurrentModel(loaded.model.get());
     result.objects = static_cast<double>(plant::objectCount(*loaded.model));
-    result.loadedBytes = peakBytes();
+    result.loadedBytes = bench::peakBytes();
     if (result.objects > command.mostObjects) {
         return result;
     }
@@ -114,16 +81,17 @@ Result runHere(const Setting& setting, const Command& command, const fs::path& f
     tolmar::ScriptedUi ui({.target = setting.out, .inputs = {"P", "S"}}, [](auto, const std::string&) {});
     tolmar::setHostUi(&ui);
     const auto* stack = TlEdCommandStack::cast(tlrxSysRegistry()->at(TLAD_REGISTERED_COMMANDS));
-    const double start = processorSeconds();
+    const double start = bench::processorSeconds();
     stack->lookup(command.name)->handler();
-    result.seconds = processorSeconds() - start;
+    result.seconds = bench::processorSeconds() - start;
     result.isRun = true;
-    result.peakBytes = peakBytes();
+    result.peakBytes = bench::peakBytes();
     result.outcome = static_cast<int>(tolmar::runReport().outcome());
     for (const auto& written : tolmar::runReport().files()) {
         result.bytes += static_cast<double>(written.size);
     }
-    result.rawSeconds = writeRaw(result.bytes, setting.out / "raw");
+    result.rawSeconds = bench::writeRaw(static_cast<std::uint64_t>(result.bytes), setting.out / "raw");
+    fs::remove(setting.out / "raw");
     tolmar::setHostUi(nullptr);
     return result;
 }
@@ -135,29 +103,8 @@ void emptyFolder(const fs::path& folder) {
 
 Result runApart(const Setting& setting, const Command& command, const fs::path& file) {
     emptyFolder(setting.out);
-    int ends[2];
-    if (pipe(ends) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    const pid_t child = fork();
-    if (child == 0) {
-        try {
-            const Result result = runHere(setting, command, file);
-            _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
-        } catch (const std::exception& problem) {
-            std::fprintf(stderr, "%s: %s\n", command.name, problem.what());
-            _exit(1);
-        }
-    }
-    close(ends[1]);
-    Result result;
-    const bool arrived = read(ends[0], &result, sizeof result) == sizeof result;
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
+    const Result result = bench::inChildProcess(command.name, [&] { return runHere(setting, command, file); });
     emptyFolder(setting.out);
-    if (!arrived) {
-        throw std::runtime_error(std::string(command.name) + " failed");
-    }
     return result;
 }
 

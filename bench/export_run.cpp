@@ -4,12 +4,15 @@
 #include "tolmar/system.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <fstream>
 #include <iterator>
-#include <string_view>
+#include <stdexcept>
 #include <unistd.h>
 
 namespace bench {
@@ -26,18 +29,63 @@ double processorSeconds() {
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-long peakMemory() {
+namespace {
+
+long memoryFigure(std::string_view key) {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmHWM:")) {
-            return std::atol(line.c_str() + 6);
+        if (line.starts_with(key)) {
+            return std::atol(line.c_str() + key.size());
         }
     }
     return 0;
 }
 
+}  // namespace
+
+long peakMemory() {
+    return memoryFigure("VmHWM:");
+}
+
+long residentMemory() {
+    return memoryFigure("VmRSS:");
+}
+
 void resetPeakMemory() {
     std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+plant::GenerateOptions plantOptions(int argc, char** argv, std::uint64_t objects) {
+    plant::GenerateOptions options{.objects = objects, .seed = 1};
+    if (argc > 1) {
+        options.objects = std::strtoull(argv[1], nullptr, 10);
+    }
+    if (argc > 2) {
+        options.seed = std::strtoull(argv[2], nullptr, 10);
+    }
+    return options;
+}
+
+bool makePlant(const plant::GenerateOptions& options, const fs::path& file) {
+    std::string error;
+    const bool good = plant::generateModel(options, file, error);
+    if (!good) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+    }
+    return good;
+}
+
+plant::LoadResult loadPlant(const fs::path& file) {
+    plant::LoadResult result = plant::loadModel(file);
+    if (!result) {
+        std::fprintf(stderr, "%s\n", result.error.c_str());
+    }
+    return result;
+}
+
+std::string bytesOf(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 ExportUi::ExportUi(fs::path folder, std::string fileName) : folder_(std::move(folder)), fileName_(std::move(fileName)) {
@@ -70,6 +118,7 @@ void ExportUi::runForm(OrnLogicForm& form) {
 
 void ExportUi::progressChanged(const tolmar::ProgressState& state) {
     if (state.open && opened == Clock::time_point()) {
+        peakBeforeStart = peakMemory();
         resetPeakMemory();
         memoryAtStart = peakMemory();
         opened = Clock::now();
@@ -91,26 +140,68 @@ ExportFolder::~ExportFolder() {
 std::vector<std::string> ExportFolder::outputs() const {
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator(out())) {
-        std::ifstream in(entry.path(), std::ios::binary);
-        files.emplace_back(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        files.push_back(bytesOf(entry.path()));
     }
     return files;
 }
 
-double writeRaw(const std::vector<std::string>& files, const fs::path& target) {
-    constexpr std::size_t block = 1 << 20;
-    const auto start = Clock::now();
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const int file = ::open((target.string() + std::to_string(i)).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-        for (std::size_t at = 0; at < files[i].size(); at += block) {
-            const std::size_t size = std::min(block, files[i].size() - at);
-            if (::write(file, files[i].data() + at, size) != static_cast<ssize_t>(size)) {
-                std::abort();
-            }
-        }
-        ::close(file);
+void ExportFolder::takeInstallation(const std::vector<std::string>& parts) const {
+    const fs::path example = fs::path(TESSARO_SOURCE_DIR) / "examples" / "install";
+    for (const std::string& part : parts) {
+        fs::create_directories(path_ / part);
+        fs::copy(example / part, path_ / part, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     }
-    return seconds(start);
+}
+
+void ExportFolder::mapEveryComponent() const {
+    fs::create_directories(hext());
+    std::ofstream(hext() / "config.json") << R"({"skey":["##|##|##|##|##|##|X"],"type":{"X":"PCOM"}})";
+}
+
+namespace {
+
+constexpr std::size_t blockSize = 1 << 20;
+
+// A file that is written by the system's calls alone.
+class RawFile {
+public:
+    explicit RawFile(const fs::path& path) : file_(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666)) {}
+    ~RawFile() { ::close(file_); }
+    RawFile(const RawFile&) = delete;
+    RawFile& operator=(const RawFile&) = delete;
+    void write(const char* bytes, std::size_t size) const {
+        if (::write(file_, bytes, size) != static_cast<ssize_t>(size)) {
+            throw std::runtime_error(std::string("raw write: ") + std::strerror(errno));
+        }
+    }
+
+private:
+    int file_;
+};
+
+}  // namespace
+
+double writeRaw(const std::vector<std::string>& files, const fs::path& target) {
+    const double start = processorSeconds();
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const RawFile file(target.string() + std::to_string(i));
+        for (std::size_t at = 0; at < files[i].size(); at += blockSize) {
+            file.write(files[i].data() + at, std::min(blockSize, files[i].size() - at));
+        }
+    }
+    return processorSeconds() - start;
+}
+
+double writeRaw(std::uint64_t size, const fs::path& target) {
+    const std::string block(blockSize, 'x');
+    const double start = processorSeconds();
+    {
+        const RawFile file(target);
+        for (std::uint64_t left = size; left > 0; left -= std::min<std::uint64_t>(left, blockSize)) {
+            file.write(block.data(), std::min<std::uint64_t>(left, blockSize));
+        }
+    }
+    return processorSeconds() - start;
 }
 
 }  // namespace bench

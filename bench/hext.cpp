@@ -8,28 +8,21 @@
 // writing the same bytes raw in blocks of 1 MiB. The first two are judged at the largest plant, since a small one takes
 // less memory than the buffers of its files. Exit status 1 when one is missed. Times are processor time, the least of
 // some rounds. A generated plant holds pipelines, equipment, structures and supports in the usual mix.
-#include "line_replay.h"
-
-#include "forms/forms.h"
+#include "export_run.h"
 #include "hextinterface/hext_commands.h"
+#include "line_replay.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
 #include "scripts/script_host.h"
-#include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
-#include "tolmar/system.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <malloc.h>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -41,79 +34,6 @@ constexpr double rawGoal = 8;
 constexpr double growthGoal = 1.25;
 constexpr double memoryGoal = 1.5;
 constexpr double never = std::numeric_limits<double>::max();
-
-// Processor time of this process, which other work on the machine does not change.
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-// A memory figure of this process in KiB: "VmHWM:" the most that was resident since the last reset, "VmRSS:" now.
-long memory(std::string_view key) {
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with(key)) {
-            return std::atol(line.c_str() + key.size());
-        }
-    }
-    return 0;
-}
-void resetPeakMemory() {
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-// Checks everything.
-class BenchUi final : public tolmar::HostUi {
-public:
-    BenchUi() { tolmar::setHostUi(this); }
-    ~BenchUi() override { tolmar::setHostUi(nullptr); }
-    void print(const std::string&) override {}
-    void messageBox(const std::string& text, const std::string&) override { failure = text; }
-    std::optional<std::string> fileDialog(const tolmar::FileDialog&) override { return std::nullopt; }
-    std::optional<std::string> folderDialog(const std::string&) override { return std::nullopt; }
-    std::optional<std::string> inputBox(const std::string&) override { return std::nullopt; }
-    void runForm(OrnLogicForm& form) override {
-        for (OrnLogicControl* control : form.controls()) {
-            if (auto* tree = dynamic_cast<OrnLogicTree*>(control)) {
-                for (OrnLogicTree::Item item : tree->topItems()) {
-                    tree->setItemUnderMouse(item);
-                    form.onControlClicked(tree->id());
-                }
-            }
-        }
-        form.onControlClicked(OrnLogicForm::ResultOk);
-    }
-    void progressChanged(const tolmar::ProgressState&) override {}
-    bool cancelRequested() override { return false; }
-
-    std::string failure;
-};
-
-// An installation root of its own: the example's configuration and scripts, no packaging program.
-class Folder {
-public:
-    Folder() : path_(fs::temp_directory_path() / ("tessaro-bench-hext-" + std::to_string(::getpid()))) {
-        const fs::path example = fs::path(TESSARO_SOURCE_DIR) / "examples" / "install";
-        for (const char* part : {"plugins", "sys", "temp"}) {
-            fs::create_directories(path_ / part);
-            fs::copy(example / part, path_ / part, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-        }
-        tolmar::setInstallationRoot(path_.string());
-    }
-    ~Folder() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-    fs::path model() const { return path_ / "plant.json"; }
-    fs::path out() const { return path_ / "temp" / "hext"; }
-    fs::path raw() const { return path_ / "raw"; }
-
-private:
-    fs::path path_;
-};
 
 struct Times {
     std::size_t objects = 0;
@@ -133,71 +53,48 @@ struct Times {
 };
 
 // One load and export; false when it fails.
-bool runOnce(const Folder& folder, Times& times) {
+bool runOnce(const bench::ExportFolder& folder, Times& times) {
     malloc_trim(0);
-    const long before = memory("VmRSS:");
-    const double loadStart = now();
-    const plant::LoadResult result = plant::loadModel(folder.model());
+    const long before = bench::residentMemory();
+    const double loadStart = bench::processorSeconds();
+    const plant::LoadResult result = bench::loadPlant(folder.model());
     if (!result) {
-        std::fprintf(stderr, "%s\n", result.error.c_str());
         return false;
     }
-    times.load = std::min(times.load, now() - loadStart);
+    times.load = std::min(times.load, bench::processorSeconds() - loadStart);
     times.objects = plant::objectCount(*result.model);
     plant::setCurrentModel(result.model.get());
-    BenchUi ui;
+    bench::ExportUi ui(folder.out());
     tolmar::runReport().clear();
     malloc_trim(0);
-    resetPeakMemory();
-    times.loaded = memory("VmRSS:") - before;
-    const double start = now();
+    bench::resetPeakMemory();
+    times.loaded = bench::residentMemory() - before;
+    const double start = bench::processorSeconds();
     hextout();
-    times.whole = std::min(times.whole, now() - start);
-    times.peak = std::max(times.peak, memory("VmHWM:") - before);
+    times.whole = std::min(times.whole, bench::processorSeconds() - start);
+    times.peak = std::max(times.peak, std::max(ui.peakBeforeStart, bench::peakMemory()) - before);
     destroyScriptHost();
     clearBomCache();
     plant::setCurrentModel(nullptr);
-    if (!ui.failure.empty() || tolmar::runReport().outcome() != tolmar::RunOutcome::Done) {
+    if (ui.boxes != 0 || tolmar::runReport().outcome() != tolmar::RunOutcome::Done) {
         std::fprintf(stderr, "the export failed: %s\n", tolmar::runReport().reason().c_str());
         return false;
     }
     return true;
 }
 
-std::string bytesOf(const fs::path& file) {
-    std::string bytes(fs::file_size(file), '\0');
-    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    return bytes;
-}
-
-std::vector<std::string> outputs(const Folder& folder) {
+std::vector<std::string> outputs(const bench::ExportFolder& folder) {
     std::vector<std::string> files;
-    for (const auto& entry : fs::directory_iterator(folder.out())) {
+    for (const auto& entry : fs::directory_iterator(folder.hext())) {
         if (entry.path().filename() != "config.json") {
-            files.push_back(bytesOf(entry.path()));
+            files.push_back(bench::bytesOf(entry.path()));
         }
     }
     return files;
 }
 
-double writeRaw(const std::vector<std::string>& files, const fs::path& target) {
-    constexpr std::size_t block = 1 << 20;
-    const double start = now();
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        const int file = ::open((target.string() + std::to_string(i)).c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666);
-        for (std::size_t at = 0; at < files[i].size(); at += block) {
-            const std::size_t size = std::min(block, files[i].size() - at);
-            if (::write(file, files[i].data() + at, size) != static_cast<ssize_t>(size)) {
-                std::abort();
-            }
-        }
-        ::close(file);
-    }
-    return now() - start;
-}
-
 // Composes the beginnings of all files anew, beside writing their bytes raw. False when other bytes come out.
-bool replay(const Folder& folder, std::vector<std::string> files, Times& times) {
+bool replay(const bench::ExportFolder& folder, std::vector<std::string> files, Times& times) {
     constexpr std::size_t most = std::size_t{8} << 20;
     constexpr int rounds = 5;
     std::vector<LineReplay> lines;
@@ -210,28 +107,27 @@ bool replay(const Folder& folder, std::vector<std::string> files, Times& times) 
         times.numbers += lines.back().numbers();
     }
     for (int round = 0; round < rounds; ++round) {
-        const double start = now();
+        const double start = bench::processorSeconds();
         for (std::size_t i = 0; i < lines.size(); ++i) {
             if (lines[i].write(folder.raw().string() + std::to_string(i)) != files[i].size()) {
                 return false;
             }
         }
-        times.compose = std::min(times.compose, now() - start);
+        times.compose = std::min(times.compose, bench::processorSeconds() - start);
         for (std::size_t i = 0; round == 0 && i < files.size(); ++i) {
-            if (bytesOf(folder.raw().string() + std::to_string(i)) != files[i]) {
+            if (bench::bytesOf(folder.raw().string() + std::to_string(i)) != files[i]) {
                 return false;
             }
         }
-        times.raw = std::min(times.raw, writeRaw(files, folder.raw()));
+        times.raw = std::min(times.raw, bench::writeRaw(files, folder.raw()));
     }
     return true;
 }
 
 bool measure(std::uint64_t objects, Times& times) {
-    const Folder folder;
-    std::string error;
-    if (!plant::generateModel({.objects = objects, .seed = 1}, folder.model(), error)) {
-        std::fprintf(stderr, "%s\n", error.c_str());
+    const bench::ExportFolder folder("hext");
+    folder.takeInstallation({"plugins", "sys", "temp"});  // no packaging program
+    if (!bench::makePlant({.objects = objects, .seed = 1}, folder.model())) {
         return false;
     }
     const int rounds = objects <= 20000 ? 25 : objects <= 200000 ? 7 : 3;

@@ -6,6 +6,8 @@
 // Exit status 1 when a goal is missed: loading no slower than the walk into strings, at most 4 file sizes of memory, a
 // tree walk in a tenth of loading, and an object of the last file at most 1.25 times as dear as one of the first.
 
+#include "child_process.h"
+#include "export_run.h"
 #include "plant/model.h"
 #include "platform/hxcom.h"
 #include "platform/tree_walker.h"
@@ -13,12 +15,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <stdexcept>
 #include <string>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -119,12 +117,6 @@ constexpr std::size_t stringsJob = 1;
 constexpr std::size_t loadJob = 4;
 constexpr std::size_t walkJob = 5;
 
-double processorSeconds() {
-    timespec now{};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
 Measure measureHere(const Job& job, const std::filesystem::path& file) {
     constexpr double enough = 1.0;
     constexpr std::size_t fewestRuns = 3;
@@ -134,42 +126,18 @@ Measure measureHere(const Job& job, const std::filesystem::path& file) {
         job.prepare(file);
     }
     for (double total = 0; runs.size() < fewestRuns || total < enough; total += runs.back()) {
-        const double start = processorSeconds();
+        const double start = bench::processorSeconds();
         result.objects = static_cast<double>(job.run(file));
-        runs.push_back(processorSeconds() - start);
+        runs.push_back(bench::processorSeconds() - start);
     }
     std::nth_element(runs.begin(), runs.begin() + static_cast<std::ptrdiff_t>(runs.size() / 2), runs.end());
     result.seconds = runs[runs.size() / 2];
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    result.peakBytes = static_cast<double>(usage.ru_maxrss) * 1024;
+    result.peakBytes = bench::peakBytes();
     return result;
 }
 
 Measure measure(const Job& job, const std::filesystem::path& file) {
-    int ends[2];
-    if (pipe(ends) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    const pid_t child = fork();
-    if (child == 0) {
-        try {
-            const Measure result = measureHere(job, file);
-            _exit(write(ends[1], &result, sizeof result) == sizeof result ? 0 : 1);
-        } catch (const std::exception& problem) {
-            std::fprintf(stderr, "%s: %s\n", job.name, problem.what());
-            _exit(1);
-        }
-    }
-    close(ends[1]);
-    Measure result;
-    const bool arrived = read(ends[0], &result, sizeof result) == sizeof result;
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    if (!arrived) {
-        throw std::runtime_error(std::string(job.name) + " failed");
-    }
-    return result;
+    return bench::inChildProcess(job.name, [&] { return measureHere(job, file); });
 }
 
 // Counts goals that are missed, with a line for each.

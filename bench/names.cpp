@@ -4,21 +4,18 @@
 //
 // The goal: getComponentName, getScomName, getStype, getSpcoShortName and getSpcoName together take less than four
 // insert-and-lookups of a 36-byte key in a std::map of 10^6 entries. Exit status 1 when they take more.
+#include "export_run.h"
 #include "hextinterface/manager/manager.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
-#include "tolmar/system.h"
 
 #include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <map>
 #include <random>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -56,27 +53,6 @@ double mapYardstick() {
     }
     return microseconds(time, count);
 }
-
-// An installation root whose configuration maps every component.
-class Root {
-public:
-    Root() : path_(std::filesystem::temp_directory_path() / ("tessaro-bench-names-" + std::to_string(::getpid()))) {
-        std::filesystem::create_directories(path_ / "temp" / "hext");
-        std::ofstream(path_ / "temp" / "hext" / "config.json")
-            << R"({"skey":["##|##|##|##|##|##|X"],"type":{"X":"PCOM"}})";
-        tolmar::setInstallationRoot(path_.string());
-    }
-    ~Root() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    Root(const Root&) = delete;
-    Root& operator=(const Root&) = delete;
-    std::filesystem::path file(const char* name) const { return path_ / name; }
-
-private:
-    std::filesystem::path path_;
-};
 
 // Everything in pipes that has a type; leaves the attribute cache empty.
 std::vector<HxDbObject*> componentsOf(const HxDbTreeNode* root) {
@@ -117,15 +93,13 @@ double timeNames(const std::vector<HxDbObject*>& components) {
 }
 
 int run(const plant::GenerateOptions& options) {
-    const Root root;
-    std::string error;
-    if (!plant::generateModel(options, root.file("plant.json"), error)) {
-        std::fprintf(stderr, "%s\n", error.c_str());
+    const bench::ExportFolder folder("names");
+    folder.mapEveryComponent();
+    if (!bench::makePlant(options, folder.model())) {
         return 2;
     }
-    const plant::LoadResult result = plant::loadModel(root.file("plant.json"));
+    const plant::LoadResult result = bench::loadPlant(folder.model());
     if (!result) {
-        std::fprintf(stderr, "%s\n", result.error.c_str());
         return 2;
     }
     plant::setCurrentModel(result.model.get());
@@ -149,12 +123,6 @@ int run(const plant::GenerateOptions& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    plant::GenerateOptions options{.objects = 1000000, .seed = 1};
-    if (argc > 1) {
-        options.objects = std::strtoull(argv[1], nullptr, 10);
-    }
-    if (argc > 2) {
-        options.seed = std::strtoull(argv[2], nullptr, 10);
-    }
+    const plant::GenerateOptions options = bench::plantOptions(argc, argv, 1000000);
     return run(options);
 }
