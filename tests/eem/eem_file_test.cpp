@@ -7,17 +7,6 @@ namespace {
 
 using eem::EemFile;
 
-std::string hexOf(std::string_view bytes) {
-    std::string hex;
-    for (const char c : bytes) {
-        const auto value = static_cast<unsigned char>(c);
-        hex += "0123456789ABCDEF"[value / 16];
-        hex += "0123456789ABCDEF"[value % 16];
-        hex += ' ';
-    }
-    return hex;
-}
-
 // What `fill` writes, with the limit of the file.
 template <typename Fill>
 std::string written(Fill&& fill, std::uint64_t limit = eem::largestFile) {

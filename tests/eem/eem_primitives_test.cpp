@@ -219,7 +219,7 @@ TEST(EemPrimitives, APipeKeepsItsColourInItsCylindersAlone) {
 class EemPlant : public EemRunTest {
 protected:
     void compare(const std::string& json, std::size_t leastRecords) {
-        load(json);
+        loadText(json);
         eem::exportTo(*ui.answer);
         std::size_t records = 0;
         for (const eemcheck::Block& block : read().blocks) {

@@ -1,15 +1,11 @@
 // The example models against expected files: the EEM file as a listing of all its fields, the JSON file in UTF-8 with
 // bare line feeds. TESSARO_REBASE=1 writes them anew.
 #include "eem_support.h"
+#include "support/golden.h"
 
 #include <charconv>
-#include <cstdlib>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-const fs::path golden = fs::path(TESSARO_SOURCE_DIR) / "tests" / "eem" / "golden";
 
 // The shortest text that reads back as the same number.
 void append(std::string& text, double value) {
@@ -53,58 +49,18 @@ std::string listing(const eemcheck::EemContent& content) {
     return text;
 }
 
-std::string readable(const std::string& bytes) {
-    std::string text = tolmar::toUtf8(bytes);
-    std::erase(text, '\r');
-    return text;
-}
-
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
-
-// The first line that differs, with its number.
-std::string difference(const std::string& expected, const std::string& actual) {
-    std::istringstream a(expected);
-    std::istringstream b(actual);
-    std::string lineA;
-    std::string lineB;
-    for (int number = 1;; ++number) {
-        const bool moreA = static_cast<bool>(std::getline(a, lineA));
-        const bool moreB = static_cast<bool>(std::getline(b, lineB));
-        if (moreA != moreB || lineA != lineB) {
-            return "line " + std::to_string(number) + "\n  expected: " + (moreA ? lineA : "(end)") +
-                   "\n  written:  " + (moreB ? lineB : "(end)");
-        }
-        if (!moreA) {
-            return {};
-        }
-    }
-}
-
 class EemGolden : public EemRunTest {
 protected:
-    void compare(const std::string& name, const std::string& text) {
-        if (std::getenv("TESSARO_REBASE") != nullptr) {
-            fs::create_directories(golden);
-            std::ofstream(golden / name, std::ios::binary) << text;
-        }
-        EXPECT_EQ(::difference(readFile(golden / name), text), "") << name;
-    }
     void compareExample(const std::string& name) {
         // Names count in bytes of the code page, and so do the ends of blocks.
         if (std::string(TESSARO_CODE_PAGE) != "GBK") {
             GTEST_SKIP() << "expected files are those of the code page GBK";
         }
-        fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
-                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-        load(exampleText((name + ".json").c_str()));
+        root.takeInstallation();
+        loadText(exampleText(name + ".json"));
         ornaout();
-        compare(name + ".txt", listing(read()));
-        compare(name + ".json", readable(root.read("plant.v1.json")));
+        expectGolden("eem", name + ".txt", listing(read()));
+        expectGolden("eem", name + ".json", readable(root.read("plant.v1.json")));
         const std::string first = bytes();
         ornaout();
         EXPECT_EQ(bytes(), first) << "the same model gives the same bytes";

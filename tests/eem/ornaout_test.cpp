@@ -190,7 +190,7 @@ TEST_F(Ornaout, BrokenLinksEndNothingElse) {
 }
 
 TEST_F(Ornaout, AllTreesStandInOneFile) {
-    load(
+    loadText(
         R"({"format":"tessaro-plant","version":1,"databases":[{"name":"A","root":1},{"name":"B","root":101},{"name":"C"}],
          "objects":[{"id":1,"class":"HextWorld"},)" +
         joined({siteAndZone(), object(4, "HextEquipe", 3), shaped(5, "HxDbEquipment", 4, line),

@@ -1,23 +1,11 @@
 // The example plant's two files against expected ones, in a shorter form: triangles as sums, the rows of an object on a
 // line. TESSARO_REBASE=1 writes them anew.
 #include "max_support.h"
+#include "support/golden.h"
 
 #include <cmath>
-#include <cstdlib>
-#include <sstream>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-const fs::path source = TESSARO_SOURCE_DIR;
-
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 std::string startTag(const Element& element) {
     std::string text = element.name;
@@ -70,20 +58,14 @@ void describe(const Element& element, const std::string& indent, std::string& ou
 class MaxGolden : public MaxTest {};
 
 TEST_F(MaxGolden, TheExamplePlantGivesTheExpectedFiles) {
-    fs::copy(source / "examples" / "install", root.path(), fs::copy_options::recursive);
-    TestModel example(readFile(source / "examples" / "pump-station.json"));
+    root.takeInstallation();
+    loadText(exampleText("pump-station.json"));
     ui.inputs = {"GY-01", "S1"};
     maxout();
     for (const char* ending : {".orna", ".xml"}) {
         std::string text;
         describe(parseXml(root.read("out/PumpStation" + std::string(ending))), "", text);
-        const fs::path golden = source / "tests" / "exports_max" / "golden" / ("PumpStation" + std::string(ending));
-        if (std::getenv("TESSARO_REBASE") != nullptr) {
-            fs::create_directories(golden.parent_path());
-            std::ofstream(golden, std::ios::binary) << text;
-        }
-        EXPECT_TRUE(text == readFile(golden)) << golden << " differs; rebase and look at the difference";
-        EXPECT_FALSE(text.empty());
+        expectGolden("exports_max", "PumpStation" + std::string(ending), text);
     }
     EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
 }

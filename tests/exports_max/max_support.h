@@ -2,7 +2,7 @@
 #pragma once
 
 #include "exports/max_command.h"
-#include "support/test_support.h"
+#include "support/export_test.h"
 #include "tolmar/code_page.h"
 
 #include <libxml/parser.h>
@@ -109,17 +109,10 @@ public:
 
 inline const char* const boxPrimitive = R"({"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":2,"zLength":3.5})";
 
-class MaxTest : public testing::Test {
+class MaxTest : public ExportTest<MaxUi> {
 protected:
-    MaxTest() {
-        ui.answer = (root.path() / "out").string();
-        std::filesystem::create_directories(root.path() / "out");
-    }
+    MaxTest() { ui.answer = out().string(); }
 
-    void load(const std::string& objects, const std::string& project = R"({"name":"P"})") {
-        model.reset();
-        model = std::make_unique<TestModel>(tolmar::toUtf8(TestModel::withObjects(objects, project)));
-    }
     void script(const std::string& lua) { root.write("plugins/maxoutplugins.lua", lua); }
     // A script whose functions are these; the others give a mesh without properties.
     void scriptWith(const std::string& lua) {
@@ -133,19 +126,6 @@ protected:
         geometry = parseXml(root.read("out/P.orna"));
         properties = parseXml(root.read("out/P.xml"));
     }
-    // "id what: why" of everything passed over, one a line.
-    static std::string passedOver() {
-        std::string text;
-        for (const auto& entry : tolmar::runReport().passed()) {
-            text += std::to_string(entry.id) + " " + entry.what + ": " + entry.why + "\n";
-        }
-        return text;
-    }
-    static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
-
-    TestRoot root;
-    MaxUi ui;
-    std::unique_ptr<TestModel> model;
     Element geometry;
     Element properties;
 };

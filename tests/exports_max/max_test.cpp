@@ -75,7 +75,7 @@ TEST_F(MaxTest, BothFilesMirrorTheTreeUnderTheSameIds) {
                                  "  8 Y_8\n   9 E_9\n    10 Other\n");
     EXPECT_EQ(outline(properties), "1 W\n 2 S_2\n  3 Z_3\n   4 L_4\n    5 ST-Pipe_5\n    6 ST-TEE_6\n    7 ST-Weld_7\n"
                                    "  8 Y_8\n   9 E_9\n    10 ST-Other_10\n");
-    EXPECT_EQ(passedOver(), "6 primitive: it is no solid\n7 geometry: it has no shape\n");
+    EXPECT_EQ(passedOverRows(), "6 primitive: it is no solid\n7 geometry: it has no shape\n");
     EXPECT_EQ(outcome(), RunOutcome::Done);
     EXPECT_EQ(ui.prompts, (std::vector<std::string>{"设置项目编码", "设置站场编号"}));
     EXPECT_TRUE(ui.boxes.empty());
@@ -169,9 +169,9 @@ TEST_F(MaxTest, NodesThatDoNotOpenTakeTheirBranchAlong) {
     scriptWith("");
     run();
     EXPECT_EQ(outline(geometry), "1 W\n 2 S_2\n  7 Y_7\n   8 E_8\n    9 Other\n") << "the ids of 4 to 6 are used up";
-    EXPECT_EQ(passedOver(), "3 node: its object does not open\n4 node: its parent has no element\n"
-                            "5 object: its manager has no element\n6 object: its manager has no element\n"
-                            "7 object: its manager has no element\n");
+    EXPECT_EQ(passedOverRows(), "3 node: its object does not open\n4 node: its parent has no element\n"
+                                "5 object: its manager has no element\n6 object: its manager has no element\n"
+                                "7 object: its manager has no element\n");
 }
 
 TEST_F(MaxTest, EmptyNamesFallBack) {
@@ -238,7 +238,7 @@ TEST_F(MaxTest, AFailedCallReadsAsNil) {
     EXPECT_EQ(properties.find("Name", "ST-Pipe_5").children.at(0).children.size(), 2U);
     EXPECT_EQ(properties.find("Name", "ST-TEE_6").children.at(0).children.size(), 3U);
     for (const char* function : {"isObjChangeMesh", "getObjCenterPt", "changeObj4Spline", "getObjsize", "maxOutdata"}) {
-        EXPECT_NE(passedOver().find(std::string("5 script result: the script function ") + function + " failed"),
+        EXPECT_NE(passedOverRows().find(std::string("5 script result: the script function ") + function + " failed"),
                   std::string::npos)
             << function;
     }
@@ -261,9 +261,9 @@ TEST_F(MaxTest, ResultsOfTheWrongFormAreLeftOutAndReported) {
     EXPECT_FALSE(group.has("pointX", "7.000000"));
     EXPECT_EQ(geometry.find("Name", "Other").children.at(0).name, "meshGroup") << "0 is true in Lua";
     EXPECT_EQ(properties.find("Name", "ST-TEE_6").find("key", "k")["value"], "");
-    EXPECT_NE(passedOver().find("5 insertion point: "), std::string::npos);
-    EXPECT_NE(passedOver().find("5 entry: "), std::string::npos);
-    EXPECT_NE(passedOver().find("5 script result: maxOutdata gave no table"), std::string::npos);
+    EXPECT_NE(passedOverRows().find("5 insertion point: "), std::string::npos);
+    EXPECT_NE(passedOverRows().find("5 entry: "), std::string::npos);
+    EXPECT_NE(passedOverRows().find("5 script result: maxOutdata gave no table"), std::string::npos);
 }
 
 TEST_F(MaxTest, PartNumbersBelowOneCostTheSpline) {
@@ -277,7 +277,7 @@ TEST_F(MaxTest, PartNumbersBelowOneCostTheSpline) {
         EXPECT_FALSE(geometry.has("Name", "Pipe")) << number;
         EXPECT_TRUE(geometry.has("Name", "TEE")) << number;
         EXPECT_TRUE(properties.has("Name", "ST-Pipe_5")) << number;
-        EXPECT_NE(passedOver().find("5 geometry: getPartNum gives no number"), std::string::npos) << number;
+        EXPECT_NE(passedOverRows().find("5 geometry: getPartNum gives no number"), std::string::npos) << number;
     }
 }
 
@@ -286,11 +286,11 @@ TEST_F(MaxTest, MissingFunctionsAreReportedOnceEach) {
     script("function getPartNum() return 2.9 end");
     run();
     EXPECT_EQ(geometry.find("Name", "Pipe").children.at(0)["partNum"], "2");
-    EXPECT_EQ(passedOver(), "0 script function: maxoutplugins.lua does not define it\n"
-                            "0 script function: maxoutplugins.lua does not define it\n"
-                            "0 script function: maxoutplugins.lua does not define it\n"
-                            "0 script function: maxoutplugins.lua does not define it\n"
-                            "0 script function: maxoutplugins.lua does not define it\n");
+    EXPECT_EQ(passedOverRows(), "0 script function: maxoutplugins.lua does not define it\n"
+                                "0 script function: maxoutplugins.lua does not define it\n"
+                                "0 script function: maxoutplugins.lua does not define it\n"
+                                "0 script function: maxoutplugins.lua does not define it\n"
+                                "0 script function: maxoutplugins.lua does not define it\n");
     EXPECT_NE(ui.printed.find("attempt to call global `maxOutdata' (not a function)"), std::string::npos);
 }
 
@@ -356,8 +356,8 @@ TEST_F(MaxTest, FilesAreTextInTheFormOfRapidXml) {
     EXPECT_EQ(parseXml(bytes).children.at(0)["Name"], toUtf8("管 <\"&'> _2")) << "a control character is a blank";
     const Element row = parseXml(root.read("out/" + toUtf8("厂_1") + ".xml")).find("value", "it's");
     EXPECT_EQ(row["key"] + row["description"], "a\"b< >");
-    EXPECT_EQ(passedOver(), "2 node: its name holds characters that XML cannot hold\n"
-                            "3 text: it holds characters that XML cannot hold\n");
+    EXPECT_EQ(passedOverRows(), "2 node: its name holds characters that XML cannot hold\n"
+                                "3 text: it holds characters that XML cannot hold\n");
 
     // RapidXML's own printer gives the same bytes for the same tree.
     std::string text = bytes;
@@ -382,8 +382,8 @@ TEST_F(MaxTest, InTheCodePageUtf8TheFilesAreValidAsDeclared) {
     const Element& row = properties.find("value", "中");
     EXPECT_TRUE(tolmar::isValidUtf8(row["key"]));
     EXPECT_NE(row["key"], "");
-    EXPECT_EQ(passedOver(), "2 node: its name holds characters that XML cannot hold\n"
-                            "3 text: it holds characters that XML cannot hold\n");
+    EXPECT_EQ(passedOverRows(), "2 node: its name holds characters that XML cannot hold\n"
+                                "3 text: it holds characters that XML cannot hold\n");
 }
 
 }  // namespace

@@ -103,16 +103,13 @@ class ScopeDialog : public testing::Test {
 protected:
     int show(int mode = ExportDataDlg::HextOut) { return ExportDataDlg(mode, true).DoModal(); }
     static OrnLogicTree::Item find(OrnLogicForm& form, const std::u16string& label) {
-        std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
-        while (!open.empty()) {
-            const OrnLogicTree::Item item = open.back();
-            open.pop_back();
-            if (item->label == label) {
-                return item;
-            }
-            open.insert(open.end(), item->children.begin(), item->children.end());
+        OrnLogicTree::Item found = nullptr;
+        TestUi::eachItem(
+            form, [&](OrnLogicTree::Item item) { found = found == nullptr && item->label == label ? item : found; });
+        if (found == nullptr) {
+            throw std::runtime_error("no such item");
         }
-        throw std::runtime_error("no such item");
+        return found;
     }
     static bool selected(std::int64_t object) {
         const auto& nodes = ExportDataDlg::selectedNodes();

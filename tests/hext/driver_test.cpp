@@ -128,16 +128,12 @@ TEST_F(Driver, ExportingWeldsAddsThemToTheirBranches) {
 TEST_F(Driver, EquipmentAloneWritesNoPipesAndIsPackaged) {
     load(example());
     ui.onForm = [](OrnLogicForm& form) {
-        std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
-        while (!open.empty()) {
-            const OrnLogicTree::Item item = open.back();
-            open.pop_back();
+        TestUi::eachItem(form, [&](OrnLogicTree::Item item) {
             auto* node = static_cast<HxDbTreeNode*>(item->data);
             if (openAs<HextEquipe>(node->getTreeNodeValue()) != nullptr && !OrnLogicTree::checked(item)) {
                 TestUi::click(form, item);
             }
-            open.insert(open.end(), item->children.begin(), item->children.end());
-        }
+        });
         form.onControlClicked(OrnLogicForm::ResultOk);
     };
     hextout();

@@ -14,9 +14,7 @@ protected:
     using Files = std::map<std::string, std::string>;
 
     HextRunTest() {
-        namespace fs = std::filesystem;
-        fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
-                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        root.takeInstallation();
         usedColours().clear();
         keepPackagingErrors();
     }
@@ -27,12 +25,7 @@ protected:
         EXPECT_EQ(root.read(packagingErrors), "");
     }
 
-    static std::string example() {
-        std::ifstream file(std::filesystem::path(TESSARO_SOURCE_DIR) / "examples" / "pump-station.json");
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
+    static std::string example() { return exampleText("pump-station.json"); }
     // The macro files of the working folder with their bytes.
     Files files() const {
         Files result;

@@ -8,13 +8,11 @@ namespace fs = std::filesystem;
 class JudgedPlants : public NvTest {
 protected:
     JudgedPlants() {
-        fs::copy(fs::path(TESSARO_SOURCE_DIR) / "examples" / "install", root.path(),
-                 fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+        root.takeInstallation();
         fs::create_directories(TESSARO_JUDGED_DIR);
     }
     void write(const std::string& json, const std::string& name) {
-        model.reset();
-        model = std::make_unique<TestModel>(json);
+        loadText(json);
         ui.fileAnswer = (fs::path(TESSARO_JUDGED_DIR) / (name + ".nwc")).string();
         nvout();
         const SceneReading scene(*ui.fileAnswer);
@@ -23,12 +21,10 @@ protected:
 };
 
 TEST_F(JudgedPlants, AreWritten) {
-    std::ifstream example(fs::path(TESSARO_SOURCE_DIR) / "examples" / "pump-station.json");
-    std::ostringstream text;
-    text << example.rdbuf();
-    write(text.str(), "example");
+    const std::string example = exampleText("pump-station.json");
+    write(example, "example");
     options({"outWeld", "outWeldText", "nvExpandBranch", "orAxiss", "sortNode"});
-    write(text.str(), "example-options");
+    write(example, "example-options");
     write(plant::generateModelText({.objects = 2000, .seed = 3}), "generated-3");
     write(plant::generateModelText({.objects = 500, .seed = 8}), "generated-8");
 }

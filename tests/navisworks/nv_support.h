@@ -4,11 +4,9 @@
 #include "navisworks/nvout_command.h"
 #include "nwcreate/inspect.h"
 #include "scene_reading.h"
-#include "scripts/script_host.h"
-#include "support/test_support.h"
+#include "support/export_test.h"
 
 #include <map>
-#include <memory>
 
 // Answers both dialogs, remembers what was asked.
 class NvUi final : public TestUi {
@@ -68,11 +66,10 @@ inline std::string equipment(const std::string& objects) {
            (objects.empty() ? "" : ",") + objects;
 }
 
-class NvTest : public testing::Test {
+class NvTest : public ExportTest<NvUi> {
 protected:
     NvTest() { answer("P.nwc"); }
     ~NvTest() override {
-        destroyScriptHost();
         // Whatever happened, every reference was given back, once.
         const LiNwcBalance balance = LiNwcInspectBalance();
         EXPECT_EQ(balance.left, 0U);
@@ -80,16 +77,7 @@ protected:
         EXPECT_EQ(balance.misused, misused);
     }
 
-    void answer(const std::string& file) {
-        std::filesystem::create_directories(root.path() / "out");
-        ui.fileAnswer = (root.path() / "out" / file).string();
-    }
-    // Objects below the world, which is object 1.
-    void load(const std::string& objects, const std::string& project = R"({"name":"P"})") {
-        model.reset();
-        model = std::make_unique<TestModel>(TestModel::withObjects(objects, project));
-    }
-    void script(const std::string& lua) { root.write("plugins/nvoutplugins.lua", lua); }
+    void answer(const std::string& file) { ui.fileAnswer = (out() / file).string(); }
     void options(const std::vector<std::string>& keys) {
         std::string text = "[Control]\n";
         for (const std::string& key : keys) {
@@ -97,23 +85,6 @@ protected:
         }
         root.write("plugins/nvoutplugins.ini", text);
     }
-    // Unchecks items by label before OK.
-    void uncheck(std::vector<std::u16string> labels) {
-        ui.onForm = [labels](OrnLogicForm& form) {
-            TestUi::checkAll(form);
-            std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
-            while (!open.empty()) {
-                const OrnLogicTree::Item item = open.back();
-                open.pop_back();
-                if (std::find(labels.begin(), labels.end(), item->label) != labels.end()) {
-                    TestUi::click(form, item);
-                }
-                open.insert(open.end(), item->children.begin(), item->children.end());
-            }
-            form.onControlClicked(OrnLogicForm::ResultOk);
-        };
-    }
-
     SceneReading read(const std::string& file = "out/P.nwc") const { return SceneReading(root.path() / file); }
     // Runs the command and gives the scene's tree, without the line ends of the side file in the code page.
     std::string run() {
@@ -125,14 +96,6 @@ protected:
         std::erase(text, '\r');
         return text;
     }
-    std::vector<std::string> filesOut() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(root.path() / "out")) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
     static std::string passedOver() {
         std::string text;
         for (const auto& entry : tolmar::runReport().passed()) {
@@ -140,11 +103,7 @@ protected:
         }
         return text;
     }
-    static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
 
-    TestRoot root;
-    NvUi ui;
-    std::unique_ptr<TestModel> model;
     std::uint64_t misused = 0;
 };
 

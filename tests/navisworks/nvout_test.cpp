@@ -105,8 +105,8 @@ TEST_F(Nvout, EveryCancelLeavesNothing) {
     bool wasCancelled = true;
     int calls = 0;
     for (int at = 1; wasCancelled; ++at) {
-        std::filesystem::remove_all(root.path() / "out");
-        answer("P.nwc");
+        std::filesystem::remove_all(out());
+        std::filesystem::create_directories(out());
         tolmar::runReport().clear();
         ui.boxes.clear();
         ui.cancelAsked = 0;

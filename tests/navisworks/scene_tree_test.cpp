@@ -80,7 +80,7 @@ TEST_F(SceneTreeTest, WithoutAScriptNothingIsOrderedAndNothingAdded) {
 TEST_F(SceneTreeTest, UnselectedNodesStayOut) {
     load(twoZones);
     script(namesById);
-    uncheck({u"D", u"E4", u"Y"});
+    ui.uncheck({u"D", u"E4", u"Y"});
     EXPECT_EQ(groupsOf(run()), "grid G [Base 0]\nM\n  S\n    Z\n      N9\n");
     EXPECT_EQ(passedOver(), "");
 }
@@ -188,7 +188,7 @@ TEST_F(SceneTreeTest, ManagersBelowAManager) {
                node(8, type, 4, "off") + "," + item(9, "HxDbStruct", 8);
     };
     script(namesById);
-    uncheck({u"off"});
+    ui.uncheck({u"off"});
     load(plant("HextEquipe"));
     EXPECT_EQ(groupsOf(run()), "M\n  S\n    Z\n      N4\n        N5*\n        N7*\n");
     EXPECT_NE(json().find("\"W`S`Z`top`N5\""), std::string::npos) << json();

@@ -42,7 +42,7 @@ TEST_F(Obmout, AFileDialogWithoutAnAnswerEndsSilently) {
     run();
     EXPECT_TRUE(ui.boxes.empty());
     EXPECT_EQ(outcome(), RunOutcome::Cancelled);
-    EXPECT_TRUE(folder().empty());
+    EXPECT_TRUE(filesOut().empty());
 }
 
 TEST_F(Obmout, APackageThatCannotBeCreatedSaysSo) {
@@ -61,7 +61,7 @@ TEST_F(Obmout, ACancelledScopeDialogStillSavesAPackageWithoutAModel) {
     const ReadPackage read(target());
     EXPECT_EQ(read.package.entries, std::vector<std::string>{"package.json"});
     EXPECT_EQ(joined(read.findings), "the package holds no model\n");
-    EXPECT_EQ(folder(), std::vector<std::string>{"plant.pmodel"});
+    EXPECT_EQ(filesOut(), std::vector<std::string>{"plant.pmodel"});
 }
 
 TEST_F(Obmout, A3dPackageThatFailsIsLeftOut) {
@@ -78,7 +78,7 @@ TEST_F(Obmout, APackageThatCannotBeSavedLeavesNothingBehind) {
     ASSERT_EQ(tolmar::runReport().failedFiles().size(), 1U);
     EXPECT_TRUE(tolmar::runReport().files().empty());
     EXPECT_TRUE(fs::is_directory(target()));
-    EXPECT_EQ(folder(), std::vector<std::string>{"plant.pmodel"});
+    EXPECT_EQ(filesOut(), std::vector<std::string>{"plant.pmodel"});
 }
 
 TEST_F(Obmout, ADryRunTouchesNothing) {
@@ -86,7 +86,7 @@ TEST_F(Obmout, ADryRunTouchesNothing) {
     ui.onForm = [](OrnLogicForm& form) { form.onControlClicked(OrnLogicForm::ResultCancel); };
     run();
     tolmar::setDryRun(false);
-    EXPECT_TRUE(folder().empty());
+    EXPECT_TRUE(filesOut().empty());
     EXPECT_TRUE(tolmar::runReport().files().empty());
     EXPECT_TRUE(tolmar::runReport().failedFiles().empty());
 }
@@ -157,7 +157,7 @@ TEST_F(Obmout, ACancelAtAnyCallEndsWithNothingSaved) {
             break;
         }
         EXPECT_EQ(outcome(), RunOutcome::Cancelled) << at;
-        EXPECT_TRUE(folder().empty()) << at;
+        EXPECT_TRUE(filesOut().empty()) << at;
         EXPECT_FALSE(ui.progress.open) << at;
     }
     EXPECT_GT(at, 15) << "there are more calls than that";
@@ -187,7 +187,7 @@ TEST_F(Obmout, ASecondRunHasNewIdsAndTheMaterialsOfTheFirst) {
 
 TEST_F(Obmout, FreshProcessesGiveTheSameBytes) {
     const fs::path example = fs::path(TESSARO_SOURCE_DIR) / "examples";
-    fs::copy(example / "install", root.path(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+    root.takeInstallation();
     const auto export_ = [&](const char* zone) {
         const fs::path out = root.path() / "bytes";
         fs::remove_all(out);

@@ -1,21 +1,9 @@
 // The example plant's package against an expected summary: the tree with the materials and triangles of every record
 // and the number of its properties. TESSARO_REBASE=1 writes it anew.
 #include "obm_fixture.h"
-
-#include <cstdlib>
+#include "support/golden.h"
 
 namespace {
-
-namespace fs = std::filesystem;
-
-const fs::path golden = fs::path(TESSARO_SOURCE_DIR) / "tests" / "obm" / "golden" / "pump-station.txt";
-
-std::string textOf(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 // What hangs at each database id: " m3:28" for a mesh of 28 triangles, " +5" for five properties.
 std::map<std::string, std::string> contents(const packagecheck::Model& model) {
@@ -51,14 +39,9 @@ std::string summary(const ReadPackage& read) {
 class ObmGolden : public ObmRun {};
 
 TEST_F(ObmGolden, TheExamplePlantGivesTheExpectedPackage) {
-    const fs::path examples = fs::path(TESSARO_SOURCE_DIR) / "examples";
-    fs::copy(examples / "install", root.path(), fs::copy_options::recursive | fs::copy_options::overwrite_existing);
-    loadText(textOf(examples / "pump-station.json"));
-    const std::string written = summary(exported());
-    if (std::getenv("TESSARO_REBASE") != nullptr) {
-        std::ofstream(golden, std::ios::binary) << written;
-    }
-    EXPECT_EQ(textOf(golden), written);
+    root.takeInstallation();
+    loadText(exampleText("pump-station.json"));
+    expectGolden("obm", "pump-station.txt", summary(exported()));
 }
 
 }  // namespace

@@ -124,9 +124,9 @@ TEST_F(ObmLook, WhatHasNoMeshAddsNothing) {
          object(5, "HxDbEquipment", 4, shape(line + "," + flat + "," + content + "," + box(R"(,"color":5)"))) +
          object(6, "HxDbEquipment", 4));
     EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N4\n     N5 m0\n     N6\n");
-    EXPECT_EQ(passedOver(), "5 primitive: a size is zero or negative\n"
-                            "5 primitive: its host content is no parametric solid\n"
-                            "6 object: it has no shape\n");
+    EXPECT_EQ(passedOverRows(), "5 primitive: a size is zero or negative\n"
+                                "5 primitive: its host content is no parametric solid\n"
+                                "6 object: it has no shape\n");
 }
 
 // ------------------------------------------------------------------------------------------------------- properties

@@ -3,12 +3,10 @@
 
 #include "../../apps/tessaro/checkers/package_reader.h"
 #include "exports/obm_command.h"
-#include "scripts/script_host.h"
-#include "support/test_support.h"
+#include "support/export_test.h"
 
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <zip.h>
 
 inline std::string joined(const std::vector<std::string>& lines) {
@@ -106,32 +104,16 @@ inline std::string object(int id, const char* type, int parent, const std::strin
            std::to_string(parent) + R"(,"name":"N)" + std::to_string(id) + "\"" + members + "}";
 }
 
-class ObmRun : public testing::Test {
+class ObmRun : public ExportTest<TestUi> {
 protected:
     ObmRun() {
-        std::filesystem::create_directories(root.path() / "out");
         ui.answer = target().string();
         script("function getNodeName(t) return plant.displayName(t.objid) or '' end\n");
     }
-    ~ObmRun() override { destroyScriptHost(); }
 
-    std::filesystem::path target() const { return root.path() / "out" / "plant.pmodel"; }
-    // Names of everything beside the package.
-    std::vector<std::string> folder() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(root.path() / "out")) {
-            names.push_back(entry.path().filename().string());
-        }
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-    void script(const std::string& lua) const { root.write("plugins/nvoutplugins.lua", lua); }
+    std::filesystem::path target() const { return out() / "plant.pmodel"; }
     void load(const std::string& objects) {
-        loadText(tolmar::toUtf8(TestModel::withObjects(objects, R"({"name":"P","projectItems":{"name":"Item"}})")));
-    }
-    void loadText(const std::string& json) {
-        model.reset();
-        model = std::make_unique<TestModel>(json);
+        ExportTest::load(objects, R"({"name":"P","projectItems":{"name":"Item"}})");
     }
     void run() {
         ui.boxes.clear();
@@ -144,36 +126,19 @@ protected:
         EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出结束"});
         ReadPackage read(target());
         EXPECT_EQ(joined(read.findings), "");
-        EXPECT_EQ(folder(), std::vector<std::string>{"plant.pmodel"}) << "the working folder is gone";
+        EXPECT_EQ(filesOut(), std::vector<std::string>{"plant.pmodel"}) << "the working folder is gone";
         keepForTheJudge(target(), read.package.entries);
         return read;
     }
     std::string outline() { return exported().outline(); }
-    // "id what: why", a line each.
-    static std::string passedOver() {
-        std::string text;
-        for (const auto& entry : tolmar::runReport().passed()) {
-            text += std::to_string(entry.id) + " " + entry.what + ": " + entry.why + "\n";
-        }
-        return text;
-    }
-    static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
     // Checks exactly the items with these labels, whatever their parents are.
     void checkOnly(const std::vector<std::u16string>& labels) {
         ui.onForm = [labels](OrnLogicForm& form) {
-            std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
-            while (!open.empty()) {
-                const OrnLogicTree::Item item = open.back();
-                open.pop_back();
+            TestUi::eachItem(form, [&](OrnLogicTree::Item item) {
                 const bool wanted = std::find(labels.begin(), labels.end(), item->label) != labels.end();
                 OrnLogicTree::setChecked(item, wanted);
-                open.insert(open.end(), item->children.begin(), item->children.end());
-            }
+            });
             form.onControlClicked(OrnLogicForm::ResultOk);
         };
     }
-
-    TestRoot root;
-    TestUi ui;
-    std::unique_ptr<TestModel> model;
 };

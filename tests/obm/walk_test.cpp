@@ -31,7 +31,7 @@ TEST_F(ObmWalkTest, RecordsFollowTheTree) {
         EXPECT_EQ(node.type, 4);
     }
     EXPECT_EQ(read.scene().nodes.at(read.scene().roots.at(0)).name, "-2");
-    EXPECT_EQ(passedOver(), "");
+    EXPECT_EQ(passedOverRows(), "");
 }
 
 TEST_F(ObmWalkTest, EveryDatabaseHasAWorldOfItsOwn) {
@@ -89,7 +89,7 @@ TEST_F(ObmWalkTest, ABoltSetIsARecordWithoutShape) {
          object(5, "HxDbTubeModelSpec", 4, R"(,"attrs":{"item":"FLANGE"},"bolts":6)" + shape(cylinder())) +
          object(6, "HxDbBoltNutModel", 4, shape(cylinder())));
     EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N4\n     N5 m1000\n     N6\n     N6\n");
-    EXPECT_EQ(passedOver(), "6 object: bolts have no shape in a package\n");
+    EXPECT_EQ(passedOverRows(), "6 object: bolts have no shape in a package\n");
 }
 
 TEST_F(ObmWalkTest, AnObjectWithoutSonsStandsForItself) {
@@ -120,7 +120,7 @@ TEST_F(ObmWalkTest, AncestorsThatWereNotSelectedComeFromTheTree) {
     for (const Row& row : rows) {
         checkOnly(row.checked);
         EXPECT_EQ(outline(), row.outline);
-        EXPECT_EQ(passedOver(), "");
+        EXPECT_EQ(passedOverRows(), "");
     }
 }
 
@@ -128,7 +128,7 @@ TEST_F(ObmWalkTest, AManagerComesWithItsZoneOnly) {
     load(twoSites);
     checkOnly({u"W", u"N2", u"N4"});
     EXPECT_EQ(outline(), "P\n M\n  N2\n");
-    EXPECT_EQ(passedOver(), "4 node: no zone or directory above it is selected\n");
+    EXPECT_EQ(passedOverRows(), "4 node: no zone or directory above it is selected\n");
 }
 
 // ------------------------------------------------------------------------------------------------- broken trees
@@ -140,7 +140,7 @@ TEST_F(ObmWalkTest, ABrokenChainOfSonsLeavesOutTheZone) {
     plant::relinkBrother(model->model(), *second, site->getSon()->getSon());
     EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n   N6\n");
     EXPECT_NE(ui.printed.find("节点指向错误"), std::string::npos);
-    EXPECT_NE(passedOver(), "");
+    EXPECT_NE(passedOverRows(), "");
 }
 
 TEST_F(ObmWalkTest, ADirectoryInsideItselfEnds) {
@@ -148,7 +148,7 @@ TEST_F(ObmWalkTest, ADirectoryInsideItselfEnds) {
     HxDbTreeNode* outer = hxcom::getDataManTreeRoot()->getSon()->getSon()->getSon();
     plant::relinkSon(model->model(), *outer->getSon(), outer);
     EXPECT_NE(outline().find("N5"), std::string::npos);
-    EXPECT_NE(passedOver().find("4 node: it stands inside itself"), std::string::npos) << passedOver();
+    EXPECT_NE(passedOverRows().find("4 node: it stands inside itself"), std::string::npos) << passedOverRows();
 }
 
 TEST_F(ObmWalkTest, WhatDoesNotOpenIsPassedOver) {
@@ -162,11 +162,11 @@ TEST_F(ObmWalkTest, WhatDoesNotOpenIsPassedOver) {
         }
     };
     EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N5\n    N5\n");
-    EXPECT_EQ(passedOver(), "4 node: it cannot be opened\n"
-                            "4 node: it cannot be opened\n"
-                            "6 node: it cannot be opened\n"
-                            "6 node: it cannot be opened\n"
-                            "7 node: it cannot be opened\n");
+    EXPECT_EQ(passedOverRows(), "4 node: it cannot be opened\n"
+                                "4 node: it cannot be opened\n"
+                                "6 node: it cannot be opened\n"
+                                "6 node: it cannot be opened\n"
+                                "7 node: it cannot be opened\n");
 }
 
 }  // namespace

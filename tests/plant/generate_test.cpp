@@ -4,6 +4,7 @@
 #include "platform/hxcom.h"
 #include "platform/objects.h"
 #include "platform/smrtln.h"
+#include "support/files.h"
 
 #include <sys/resource.h>
 
@@ -18,11 +19,6 @@
 namespace {
 
 using plant::GenerateOptions;
-
-std::string bytesOf(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 std::string idText(const HxDbObject* object) {
     return std::to_string(object->objectId().toInt());
@@ -286,7 +282,7 @@ TEST(Generate, SameSeedGivesTheSameBytes) {
     const auto file = std::filesystem::temp_directory_path() / "tessaro_generate_test.json";
     std::string error;
     ASSERT_TRUE(plant::generateModel({2000, 5}, file, error)) << error;
-    EXPECT_EQ(bytesOf(file), text);
+    EXPECT_EQ(fileBytes(file), text);
     std::filesystem::remove(file);
 }
 

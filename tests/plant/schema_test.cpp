@@ -1,6 +1,7 @@
 // The schema beside the format's description says what the reader takes. After a change of the reader's tables, run
 // with TESSARO_REBASE=1 to write it anew.
 #include "schema_text.h"
+#include "support/files.h"
 
 #include <gtest/gtest.h>
 
@@ -12,22 +13,17 @@ namespace {
 
 const std::string schemaFile = TESSARO_SOURCE_DIR "/docs/model.schema.json";
 
-std::string bytesOf(const std::string& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
 TEST(Schema, SaysWhatTheReaderTakes) {
     const std::string text = SchemaText().text();
     if (std::getenv("TESSARO_REBASE") != nullptr) {
         std::ofstream(schemaFile, std::ios::binary) << text;
     }
-    EXPECT_EQ(bytesOf(schemaFile), text);
+    EXPECT_EQ(fileBytes(schemaFile), text);
 }
 
 // Every member and class name of the format is told on the page for those who write files by hand.
 TEST(Schema, ThePageNamesEveryMember) {
-    const std::string page = bytesOf(TESSARO_SOURCE_DIR "/docs/model-format.md");
+    const std::string page = fileBytes(TESSARO_SOURCE_DIR "/docs/model-format.md");
     const auto expectNames = [&](const plant::Shape& shape) {
         for (const plant::Shape::Name& name : shape.names()) {
             EXPECT_NE(page.find("`" + std::string(name.text) + "`"), std::string::npos)
@@ -50,7 +46,7 @@ TEST(Schema, ThePageNamesEveryMember) {
 }
 
 TEST(Schema, ThePagesExampleLoads) {
-    const std::string page = bytesOf(TESSARO_SOURCE_DIR "/docs/model-format.md");
+    const std::string page = fileBytes(TESSARO_SOURCE_DIR "/docs/model-format.md");
     const std::string fence = "```json\n";
     const std::size_t start = page.find(fence) + fence.size();
     const plant::LoadResult result = plant::loadModelText(page.substr(start, page.find("```", start) - start));

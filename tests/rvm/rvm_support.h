@@ -1,42 +1,15 @@
-// What the tests of the RVM export share: files in memory, bytes as text, and reading back through the program's
-// checker.
+// What the tests of the RVM export share: bytes as text, and reading back through the program's checker.
 #pragma once
 
 #include "../../apps/tessaro/checkers/rvm_reader.h"
 #include "rvm/rvm_file.h"
 #include "rvm/rvm_pair.h"
-#include "tolmar/file.h"
+#include "support/memory_file.h"
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
-
-// Keeps what is written; beyond `limit` bytes every write fails.
-class MemorySink final : public tolmar::Sink {
-public:
-    explicit MemorySink(std::string& bytes, std::size_t limit = std::string::npos) : bytes_(bytes), limit_(limit) {}
-    bool write(const char* data, std::size_t size) override {
-        if (size > limit_ - bytes_.size()) {
-            return false;
-        }
-        bytes_.append(data, size);
-        return true;
-    }
-    bool writeAt(std::uint64_t, const char*, std::size_t) override { return false; }
-    bool truncate(std::uint64_t) override { return false; }
-    bool close() override { return true; }
-
-private:
-    std::string& bytes_;
-    std::size_t limit_;
-};
-
-inline tolmar::OutputFile memoryFile(std::string& bytes, tolmar::FileMode mode = tolmar::FileMode::Binary,
-                                     std::size_t limit = std::string::npos) {
-    return {std::make_unique<MemorySink>(bytes, limit), mode};
-}
 
 // "48 65" as bytes.
 inline std::string bytesOf(std::string_view hex) {
@@ -49,25 +22,6 @@ inline std::string bytesOf(std::string_view hex) {
         }
     }
     return bytes;
-}
-
-inline std::string hexOf(std::string_view bytes) {
-    std::string hex;
-    for (const char c : bytes) {
-        const auto value = static_cast<unsigned char>(c);
-        hex += "0123456789ABCDEF"[value / 16];
-        hex += "0123456789ABCDEF"[value % 16];
-        hex += ' ';
-    }
-    return hex;
-}
-
-inline std::string allFindings(const rvmcheck::Findings& findings) {
-    std::string text;
-    for (const rvmcheck::Finding& finding : findings) {
-        text += finding.place + ": " + finding.text + "\n";
-    }
-    return text;
 }
 
 // A pair of files in memory, read back.

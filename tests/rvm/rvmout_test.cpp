@@ -4,8 +4,7 @@
 #include "rvm/object_material.h"
 #include "rvm/rvm_command.h"
 #include "scripts/node_name.h"
-#include "scripts/script_host.h"
-#include "support/test_support.h"
+#include "support/export_test.h"
 #include "tolmar/code_page.h"
 
 #include <map>
@@ -36,22 +35,13 @@ const std::string plantObjects =
     {"id":24,"class":"HextEquipe","in":21,"name":"E"},{"id":25,"class":"HxDbEquipment","in":24,"color":9,"primitives":[)" +
     cylinder() + "]}";
 
-class Rvmout : public testing::Test {
+class Rvmout : public ExportTest<TestUi> {
 protected:
-    Rvmout() { ui.answer = (root.path() / "out").string(); }
-    ~Rvmout() override { destroyScriptHost(); }
+    Rvmout() { ui.answer = out().string(); }
 
-    void load(const std::string& objects = plantObjects) { loadText(objects, R"({"name":"P"})"); }
-    // Literals stand in the code page, models are UTF-8.
-    void loadText(const std::string& objects, const std::string& project) {
-        loadModel(tolmar::toUtf8(TestModel::withObjects(objects, project)));
+    void load(const std::string& objects = plantObjects, const std::string& project = R"({"name":"P"})") {
+        ExportTest::load(objects, project);
     }
-    void loadModel(const std::string& json) {
-        std::filesystem::create_directories(root.path() / "out");
-        model.reset();
-        model = std::make_unique<TestModel>(json);
-    }
-    void script(const std::string& lua) { root.write("plugins/nvoutplugins.lua", lua); }
     void option(const char* key) { root.write("plugins/nvoutplugins.ini", std::string("[Control]\n") + key + "=1\n"); }
     ReadPair readPair(const std::string& base = "out/P_M") {
         return {root.read(base + ".rvm"), root.read(base + ".txt")};
@@ -70,26 +60,6 @@ protected:
         }
         return text;
     }
-    // Unchecks items by label before OK.
-    void uncheck(std::vector<std::u16string> labels) {
-        ui.onForm = [labels](OrnLogicForm& form) {
-            TestUi::checkAll(form);
-            std::vector<OrnLogicTree::Item> open = TestUi::treeOf(form).topItems();
-            while (!open.empty()) {
-                const OrnLogicTree::Item item = open.back();
-                open.pop_back();
-                if (std::find(labels.begin(), labels.end(), item->label) != labels.end()) {
-                    TestUi::click(form, item);
-                }
-                open.insert(open.end(), item->children.begin(), item->children.end());
-            }
-            form.onControlClicked(OrnLogicForm::ResultOk);
-        };
-    }
-
-    TestRoot root;
-    TestUi ui;
-    std::unique_ptr<TestModel> model;
 };
 
 // ------------------------------------------------------------------------------------------------------------ forms
@@ -134,7 +104,7 @@ const char* const twoDatabases =
     {"id":201,"class":"HextWorld"}]})";
 
 TEST_F(Rvmout, PlainFormGoesOnAfterARootThatFails) {
-    loadModel(twoDatabases);
+    loadText(twoDatabases);
     script(namesById);
     rvmout();
     EXPECT_EQ(readPair("out/P_1_M").groups(), "M[1]\nM/N2[1]\n");
@@ -147,7 +117,7 @@ TEST_F(Rvmout, PlainFormGoesOnAfterARootThatFails) {
 }
 
 TEST_F(Rvmout, CustomFormJoinsAllRoots) {
-    loadModel(twoDatabases);
+    loadText(twoDatabases);
     script(std::string(namesById) + "function checkExportCustom() return true end");
     rvmout();
     const ReadPair pair = readPair("out/P_1");
@@ -191,7 +161,7 @@ TEST_F(Rvmout, WithoutAScriptEverythingIsOther) {
 }
 
 TEST_F(Rvmout, NamesAndTextsAreUtf8InBothFiles) {
-    loadText(R"({"id":2,"class":"HextSite","in":1,"name":"厂"})", R"({"name":"工程"})");
+    load(R"({"id":2,"class":"HextSite","in":1,"name":"厂"})", R"({"name":"工程"})");
     script("function getNodeName(t) return plant.displayName(t.objid) end\n"
            "function getReferenceRvm(t) return {{'名', plant.displayName(t.objid)}} end");
     rvmout();
@@ -247,7 +217,7 @@ TEST_F(Rvmout, AnOptionThatIsNotOneIsOff) {
 TEST_F(Rvmout, UncheckedManagersStayOut) {
     load();
     script(namesById);
-    uncheck({u"L", u"E"});
+    ui.uncheck({u"L", u"E"});
     rvmout();
     EXPECT_EQ(readPair().groups(), "M[1]\nM/N20[1]\nM/N20/N21[1]\n") << "an only child takes its parents along";
 }
@@ -270,7 +240,7 @@ TEST_F(Rvmout, NothingCheckedIsNoSuccess) {
 }
 
 TEST_F(Rvmout, AModelWithoutDataSaysSo) {
-    loadModel(R"({"format":"tessaro-plant","version":1,"databases":[{"name":"D"}],"objects":[]})");
+    loadText(R"({"format":"tessaro-plant","version":1,"databases":[{"name":"D"}],"objects":[]})");
     rvmout();
     EXPECT_EQ(ui.boxes.size(), 1U);
     EXPECT_EQ(tolmar::runReport().outcome(), tolmar::RunOutcome::Refused);
@@ -377,7 +347,7 @@ TEST_F(Rvmout, AnObjectsColourIsItsOwnOrItsOwners) {
     };
     load(objects);
     EXPECT_EQ(materials(), "17 17 248 5 6 7 255 4 ");
-    loadText(objects, R"({"weldColor":8})");
+    load(objects, R"({"weldColor":8})");
     EXPECT_EQ(materials(), "17 17 248 5 6 18 255 4 ");
 }
 
@@ -443,7 +413,7 @@ TEST_F(Rvmout, NamesOfTwoLinesAreOneForStrictReadersAndReportedElse) {
 }
 
 TEST_F(Rvmout, StrictReadersGetUtf8Texts) {
-    loadText(R"({"id":2,"class":"HextSite","in":1})", R"({"name":"工程"})");
+    load(R"({"id":2,"class":"HextSite","in":1})", R"({"name":"工程"})");
     option("rvmCompat");
     rvmout();
     EXPECT_EQ(readPair(tolmar::toUtf8("out/工程_M")).rvm.project, tolmar::toUtf8("工程"));
@@ -454,7 +424,7 @@ TEST_F(Rvmout, StrictReadersGetUtf8Texts) {
 TEST_F(Rvmout, GeneratedPlantsComeOutWholeWithEveryOption) {
     plant::GenerateOptions size;
     size.objects = 3000;
-    loadModel(plant::generateModelText(size));
+    loadText(plant::generateModelText(size));
     const std::string project = HextSystem::getCurrentProjName();
     const std::string base = "out/" + project;
     std::size_t primitives = 0;

@@ -4,6 +4,7 @@
 #include "forms/forms.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
+#include "support/files.h"
 #include "tolmar/code_page.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
@@ -12,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -98,6 +100,30 @@ public:
         }
     }
 
+    // Every item of the tree; what hangs below one is looked up after its visit.
+    template <typename Visit>
+    static void eachItem(OrnLogicForm& form, const Visit& visit) {
+        std::vector<OrnLogicTree::Item> open = treeOf(form).topItems();
+        while (!open.empty()) {
+            const OrnLogicTree::Item item = open.back();
+            open.pop_back();
+            visit(item);
+            open.insert(open.end(), item->children.begin(), item->children.end());
+        }
+    }
+    // From now on checks everything, unchecks items by label, then OK.
+    void uncheck(std::vector<std::u16string> labels) {
+        onForm = [labels = std::move(labels)](OrnLogicForm& form) {
+            checkAll(form);
+            eachItem(form, [&](OrnLogicTree::Item item) {
+                if (std::find(labels.begin(), labels.end(), item->label) != labels.end()) {
+                    click(form, item);
+                }
+            });
+            form.onControlClicked(OrnLogicForm::ResultOk);
+        };
+    }
+
     std::string printed;
     std::vector<std::string> boxes;
     std::optional<std::string> answer;
@@ -136,15 +162,25 @@ public:
         std::filesystem::create_directories((path_ / relative).parent_path());
         std::ofstream(path_ / relative, std::ios::binary) << text;
     }
-    std::string read(const std::string& relative) const {
-        std::ifstream file(path_ / relative, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
+    // A copy of the example's installation.
+    void takeInstallation() const {
+        std::filesystem::copy(std::filesystem::path(TESSARO_SOURCE_DIR) / "examples" / "install", path_,
+                              std::filesystem::copy_options::recursive |
+                                  std::filesystem::copy_options::overwrite_existing);
     }
+    std::string read(const std::string& relative) const { return fileBytes(path_ / relative); }
     bool exists(const std::string& relative) const { return std::filesystem::exists(path_ / relative); }
 
 private:
     std::filesystem::path path_;
     std::string before_;
 };
+
+// "id what: why" of everything that the run passed over, a line each.
+inline std::string passedOverRows() {
+    std::string text;
+    for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
+        text += std::to_string(row.id) + " " + row.what + ": " + row.why + "\n";
+    }
+    return text;
+}

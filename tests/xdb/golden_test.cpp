@@ -1,24 +1,13 @@
 // What the example plant's world hands out, against expected texts: kinds and records as they are, geometry as sums.
 // TESSARO_REBASE=1 writes them anew.
 #include "exports/xdb_export.h"
+#include "support/golden.h"
 #include "support/test_support.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <numeric>
 
 namespace {
-
-namespace fs = std::filesystem;
-
-const fs::path source = TESSARO_SOURCE_DIR;
-
-std::string readFile(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 long long sumOf(const std::vector<double>& numbers) {
     return std::llround(std::accumulate(numbers.begin(), numbers.end(), 0.0));
@@ -27,7 +16,7 @@ long long sumOf(const std::vector<double>& numbers) {
 TEST(XdbGolden, TheWorldOfTheExamplePlantGivesTheExpectedArrays) {
     TestUi ui;
     TestRoot root;
-    TestModel example(readFile(source / "examples" / "pump-station.json"));
+    TestModel example(exampleText("pump-station.json"));
     // The first top item is the world of the main database.
     ui.onForm = [](OrnLogicForm& form) {
         TestUi::click(form, TestUi::treeOf(form).topItems().front());
@@ -57,13 +46,7 @@ TEST(XdbGolden, TheWorldOfTheExamplePlantGivesTheExpectedArrays) {
         EXPECT_EQ(normals[i].size(), positions[i].size());
         EXPECT_EQ(normalIndices[i], indices[i]);
     }
-    const fs::path golden = source / "tests" / "xdb" / "golden" / "PumpStation.txt";
-    if (std::getenv("TESSARO_REBASE") != nullptr) {
-        fs::create_directories(golden.parent_path());
-        std::ofstream(golden, std::ios::binary) << text;
-    }
-    EXPECT_FALSE(text.empty());
-    EXPECT_TRUE(text == readFile(golden)) << golden << " differs; rebase and look at the difference";
+    expectGolden("xdb", "PumpStation.txt", text);
 }
 
 }  // namespace
