@@ -10,6 +10,22 @@ protected:
         model.reset();
         model = std::make_unique<TestModel>(json);
     }
+    // The files of the example when nothing stops the run; its package is gone.
+    Files wholeExample() {
+        load(example());
+        hextout();
+        const Files whole = files();
+        wasPackaged();
+        std::filesystem::remove(root.path() / "temp" / "hext.tar");
+        return whole;
+    }
+    void runCancelledAt(int change) {
+        tolmar::runReport().clear();
+        ui.cancelAsked = 0;
+        ui.cancelAt = change;
+        hextout();
+        ui.cancelAt = 0;
+    }
     std::unique_ptr<TestModel> model;
 };
 
@@ -201,18 +217,10 @@ TEST_F(Driver, AComponentInTwoBranchesEndsTheRun) {
 
 // A cancel at every progress call: no box, the dialog closed, nothing packaged, and the next run whole.
 TEST_F(Driver, ACancelAtAnyProgressCallEndsTheRunQuietly) {
-    load(example());
-    hextout();
-    const Files whole = files();
-    wasPackaged();
-    std::filesystem::remove(root.path() / "temp" / "hext.tar");
+    const Files whole = wholeExample();
     int cancelled = 0;
     for (int at = 1;; at += 7) {
-        tolmar::runReport().clear();
-        ui.cancelAsked = 0;
-        ui.cancelAt = at;
-        hextout();
-        ui.cancelAt = 0;
+        runCancelledAt(at);
         if (outcome() != tolmar::RunOutcome::Cancelled) {
             break;
         }
@@ -228,19 +236,11 @@ TEST_F(Driver, ACancelAtAnyProgressCallEndsTheRunQuietly) {
 
 // Among the branches of pipe.txt: what stands is whole as far as it goes, and the files before it are whole.
 TEST_F(Driver, ACancelAmongThePipesKeepsWholeLines) {
-    load(example());
-    hextout();
-    const Files whole = files();
-    wasPackaged();
-    std::filesystem::remove(root.path() / "temp" / "hext.tar");
+    const Files whole = wholeExample();
     std::size_t longest = 0;
+    ui.cancelStatus = "创建管线模型......";
     for (int at = 2;; at += 3) {
-        tolmar::runReport().clear();
-        ui.cancelStatus = "创建管线模型......";
-        ui.cancelAsked = 0;
-        ui.cancelAt = at;
-        hextout();
-        ui.cancelAt = 0;
+        runCancelledAt(at);
         if (outcome() != tolmar::RunOutcome::Cancelled) {
             break;
         }
