@@ -1,7 +1,5 @@
 #include "exports/eem_file.h"
 
-#include <cstring>
-
 // All numbers are little-endian:
 //
 //   int      32 bits, signed
@@ -32,29 +30,12 @@ constexpr std::size_t trailerSize = 4 + trailer.size();
 
 }  // namespace
 
-EemFile::EemFile(tolmar::OutputFile& file, std::uint64_t limit)
-    : file_(file), limit_(limit), buffer_(std::make_unique_for_overwrite<char[]>(blockSize + blockSize / 4)),
-      capacity_(blockSize + blockSize / 4) {}
+EemFile::EemFile(tolmar::OutputFile& file, std::uint64_t limit) : file_(file), limit_(limit), buffer_(file) {}
 
 void EemFile::checkLimit(std::size_t more) const {
     if (offset() + more + trailerSize > limit_) {
         throw FileTooLarge();
     }
-}
-
-void EemFile::grow(std::size_t size) {
-    checkLimit(size);
-    const std::size_t capacity = std::max(used_ + size, capacity_ * 2);
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity);
-    std::memcpy(larger.get(), buffer_.get(), used_);
-    buffer_ = std::move(larger);
-    capacity_ = capacity;
-}
-
-void EemFile::flush() {
-    file_.write({buffer_.get(), used_});
-    flushed_ += used_;
-    used_ = 0;
 }
 
 void EemFile::writePaperHeader() {
@@ -80,8 +61,8 @@ void EemFile::endBlock() {
 }
 
 void EemFile::patchInt(std::uint64_t place, std::int32_t value) {
-    if (place >= flushed_) {
-        putInt(buffer_.get() + (place - flushed_), value);
+    if (char* written = buffer_.written(place)) {
+        putInt(written, value);
         return;
     }
     char bytes[intSize];

@@ -1,13 +1,13 @@
 // The byte layer of an EEM file: numbers, texts and blocks, written front to back. It knows nothing of the plant model.
 #pragma once
 
+#include "exportbase/block_buffer.h"
 #include "exports/eem_little_endian.h"
 #include "tolmar/file.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <memory>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -34,7 +34,7 @@ public:
     EemFile& operator=(const EemFile&) = delete;
 
     // Absolute offset of the next byte.
-    std::uint64_t offset() const { return flushed_ + used_; }
+    std::uint64_t offset() const { return buffer_.offset(); }
 
     void writeInt(std::int32_t value) { putInt(room(intSize), value); }
     void writeInt64(std::int64_t value) { putInt64(room(int64Size), value); }
@@ -62,29 +62,23 @@ public:
 
     // `size` bytes to be filled in at once, counted as written; the place holds until the next operation.
     char* room(std::size_t size) {
-        if (capacity_ - used_ < size) {
-            grow(size);
+        if (!buffer_.holds(size)) {
+            checkLimit(size);
         }
-        char* place = buffer_.get() + used_;
-        used_ += size;
-        return place;
+        return buffer_.room(size);
     }
     // Goes back to an offset that is not before the last settle.
-    void takeBack(std::uint64_t place) { used_ = static_cast<std::size_t>(place - flushed_); }
+    void takeBack(std::uint64_t place) { buffer_.takeBack(place); }
     // Hands large blocks on; what was written before can no longer be taken back.
     void settle() {
-        if (used_ > blockSize) {
+        if (buffer_.isFull()) {
             checkLimit(0);
             flush();
         }
     }
-    void flush();
+    void flush() { buffer_.flush(); }
 
 private:
-    // More than OutputFile's own buffer, so that a block goes to the system without another copy.
-    static constexpr std::size_t blockSize = std::size_t{1} << 20U;
-
-    void grow(std::size_t size);
     static constexpr std::size_t intSize = 4;
     static constexpr std::size_t int64Size = 8;
 
@@ -93,10 +87,7 @@ private:
 
     tolmar::OutputFile& file_;
     std::uint64_t limit_;
-    std::unique_ptr<char[]> buffer_;
-    std::size_t capacity_;
-    std::size_t used_ = 0;
-    std::uint64_t flushed_ = 0;
+    BlockBuffer buffer_;
     std::vector<std::uint64_t> openBlocks_;
 };
 

@@ -107,23 +107,7 @@ char* putFloats(char* at, const std::array<float, N>& values) {
 
 }  // namespace
 
-RvmFile::RvmFile(tolmar::OutputFile& file)
-    : file_(file), buffer_(std::make_unique_for_overwrite<char[]>(blockSize + blockSize / 4)),
-      capacity_(blockSize + blockSize / 4) {}
-
-void RvmFile::grow(std::size_t size) {
-    const std::size_t capacity = std::max(used_ + size, capacity_ * 2);
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity);
-    std::memcpy(larger.get(), buffer_.get(), used_);
-    buffer_ = std::move(larger);
-    capacity_ = capacity;
-}
-
-void RvmFile::flush() {
-    file_.write({buffer_.get(), used_});
-    flushed_ += used_;
-    used_ = 0;
-}
+RvmFile::RvmFile(tolmar::OutputFile& file) : buffer_(file) {}
 
 std::size_t RvmFile::writeWord(std::uint32_t value) {
     putWord(room(wordSize), value);

@@ -1,11 +1,10 @@
 // The byte layer of an RVM file: a chain of tagged chunks, written front to back. It knows nothing of the plant model.
 #pragma once
 
-#include "tolmar/file.h"
+#include "exportbase/block_buffer.h"
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <stdexcept>
 #include <string_view>
 
@@ -50,7 +49,7 @@ public:
     RvmFile& operator=(const RvmFile&) = delete;
 
     // Absolute offset of the next byte.
-    std::uint64_t offset() const { return flushed_ + used_; }
+    std::uint64_t offset() const { return buffer_.offset(); }
 
     std::size_t writeWord(std::uint32_t value);
     std::size_t writeFloat(float value);
@@ -69,36 +68,20 @@ public:
     std::size_t writePrimitiveHead(const PrimitiveHead& head);
     // A place to go back to. It holds until the next writeGroupEnd or settle.
     std::uint64_t mark() const { return offset(); }
-    void takeBack(std::uint64_t mark) { used_ = static_cast<std::size_t>(mark - flushed_); }
+    void takeBack(std::uint64_t mark) { buffer_.takeBack(mark); }
 
     // `size` bytes to be filled in at once, counted as written; the place holds until the next operation.
-    char* room(std::size_t size) {
-        if (capacity_ - used_ < size) {
-            grow(size);
-        }
-        char* place = buffer_.get() + used_;
-        used_ += size;
-        return place;
-    }
+    char* room(std::size_t size) { return buffer_.room(size); }
     // Hands large blocks on; what was written before can no longer be taken back.
     void settle() {
-        if (used_ > blockSize) {
+        if (buffer_.isFull()) {
             flush();
         }
     }
-    void flush();
+    void flush() { buffer_.flush(); }
 
 private:
-    // More than OutputFile's own buffer, so that a block goes to the system without another copy.
-    static constexpr std::size_t blockSize = std::size_t{1} << 20U;
-
-    void grow(std::size_t size);
-
-    tolmar::OutputFile& file_;
-    std::unique_ptr<char[]> buffer_;
-    std::size_t capacity_;
-    std::size_t used_ = 0;
-    std::uint64_t flushed_ = 0;
+    BlockBuffer buffer_;
 };
 
 }  // namespace rvm
