@@ -19,10 +19,6 @@ namespace bench {
 
 namespace fs = std::filesystem;
 
-double seconds(Clock::time_point from) {
-    return std::chrono::duration<double>(Clock::now() - from).count();
-}
-
 double processorSeconds() {
     timespec now{};
     ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);

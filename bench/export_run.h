@@ -15,7 +15,6 @@ namespace bench {
 
 using Clock = std::chrono::steady_clock;
 
-double seconds(Clock::time_point from);
 // Processor time of this process, user and system, in seconds: a loaded machine leaves it alone.
 double processorSeconds();
 
