@@ -88,7 +88,7 @@ TEST_F(Driver, EveryConfigurationGivesAFolderThatHoldsTogether) {
         const std::size_t at = changed.find(key);
         ASSERT_NE(at, std::string::npos) << key;
         changed.replace(at, changed.find_first_of(",\n}", at) - at, change);
-        root.write("temp/hext/config.json", changed);
+        configure(changed);
         hextout();
         EXPECT_EQ(outcome(), tolmar::RunOutcome::Done) << change << tolmar::runReport().reason();
         for (const std::string& finding : HextFolder::check(root.path() / "temp" / "hext")) {
@@ -179,7 +179,7 @@ TEST_F(Driver, CancellingTheDialogLeavesOldFilesDeletedAndStartsNothing) {
 TEST_F(Driver, ABrokenConfigurationEndsTheRunBeforeAnyFile) {
     load(example());
     for (const char* config : {"", "{", "[1,2", "not json"}) {
-        root.write("temp/hext/config.json", config);
+        configure(config);
         ui.boxes.clear();
         tolmar::runReport().clear();
         hextout();
@@ -194,7 +194,7 @@ TEST_F(Driver, ABrokenConfigurationEndsTheRunBeforeAnyFile) {
 
 TEST_F(Driver, ComponentsWithoutTypeEndTheRunWithAList) {
     load(example());
-    root.write("temp/hext/config.json", R"({"skey":[],"type":{},"color":[]})");
+    configure(R"({"skey":[],"type":{},"color":[]})");
     hextout();
     EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
     EXPECT_NE(ui.printed.find("不存在GType\n"), std::string::npos);

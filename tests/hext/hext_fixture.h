@@ -37,13 +37,18 @@ protected:
         }
         return result;
     }
+    // Once the last run, whose folder holds the configuration, is packaged.
+    void configure(const std::string& config) const {
+        tolmar::waitForStartedPrograms();
+        root.write("temp/hext/config.json", config);
+    }
     // Turns on a switch of the configuration that is off.
     void switchOn(const std::string& key) const {
         std::string config = root.read("temp/hext/config.json");
         const std::string off = '"' + key + "\": 0";
         const std::size_t at = config.find(off);
         ASSERT_NE(at, std::string::npos) << key;
-        root.write("temp/hext/config.json", config.replace(at, off.size(), '"' + key + "\": 1"));
+        configure(config.replace(at, off.size(), '"' + key + "\": 1"));
     }
     static tolmar::RunOutcome outcome() { return tolmar::runReport().outcome(); }
     bool wasPackaged() {
