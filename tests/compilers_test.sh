@@ -3,16 +3,13 @@
 #   GCC and clang in UTF-8, all outputs of all commands (reports included, logs not);
 #   GCC in GBK and in UTF-8, the same but for the reports, which tell sizes in bytes, for plants whose texts are ASCII.
 #   Files that hold Chinese words of the program itself are compared as texts.
-#   tests/compilers_test.sh       needs the builds of ./test.sh and ./test.sh utf8; makes what it needs of build/clang
+#   tests/compilers_test.sh       needs the builds of ./test.sh, ./test.sh sanitize and fuzz/run.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."
-gbk=$PWD/${TESSARO_GBK_BUILD:-build/test} utf8=$PWD/${TESSARO_UTF8_BUILD:-build/utf8} clang=$PWD/build/clang
-for build in "$gbk" "$utf8"; do
-    [ -x "$build/bin/tessaro" ] || { echo "$build: not built; ./test.sh and ./test.sh utf8 build it" >&2; exit 1; }
+gbk=$PWD/build/test utf8=$PWD/build/sanitize clang=$PWD/build/fuzz
+for build in "$gbk/bin/tessaro" "$utf8/bin/tessaro" "$clang/build.ninja"; do
+    [ -e "$build" ] || { echo "$build is missing; ./test.sh, ./test.sh sanitize and fuzz/run.sh build it" >&2; exit 1; }
 done
-mkdir -p build
-cmake -S . -B "$clang" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DTESSARO_WERROR=ON -DTESSARO_BENCH=OFF -DTESSARO_TESTS=OFF \
-    -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O1 >"$clang.configure.log" 2>&1 || { cat "$clang.configure.log"; exit 1; }
 cmake --build "$clang" --target tessaro_program tessaro_module
 
 work=$(mktemp -d)

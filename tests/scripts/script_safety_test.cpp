@@ -60,8 +60,7 @@ TEST_F(ScriptTest, CancelStopsAScriptThatLoops) {
         "while true do pcall(function() while true do end end) end",
         "while true do xpcall(function() while true do end end, function() while true do end end) end",
         "while true do coroutine.resume(coroutine.create(function() while true do end end)) end",
-        "local t = setmetatable({}, {__index = function() while true do end end}) while true do pcall(rawequal, t.x) "
-        "end",
+        "local t = setmetatable({}, {__index = function() while true do end end}) while true do pcall(next, t.x) end",
         "local f f = function() local ok = pcall(f) while true do end end f()",
         "table.sort({3, 2, 1}, function() while true do end end)",
     };
