@@ -74,16 +74,14 @@ Hext::ErrorStatus viewPrimaries(const HxDbObject* object, HextPrimaryView& view,
 
 Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray& list) {
     freeHextPrimaryArray(list);
+    if (object == nullptr) {
+        return eNoShape;
+    }
     Hext::ErrorStatus status = eNoShape;
-    bool known = false;
     for (const ShapeSource& shape : shapeSources) {
-        known = shape.run(object, list, status);
-        if (known) {
+        if (shape.run(object, list, status)) {
             break;
         }
-    }
-    if (!known) {
-        return eNoShape;
     }
     if ((status == Hext::eOk && !list.empty()) || hasSubObjects(object)) {
         return Hext::eOk;

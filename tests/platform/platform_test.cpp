@@ -245,17 +245,21 @@ TEST(Primaries, ByClassReportsWhatHasNoShape) {
     TestUi ui;
     TestModel model(TestModel::withObjects(
         std::string(R"({"id":2,"class":"HxDbEquipment","primitives":)") + box +
-        R"(},{"id":3,"class":"HxDbSupportModel","subs":[2]},{"id":4,"class":"HxDbXGModel","primitives":[]},{"id":5,"class":"HxDbNonTube"})"));
+        R"(},{"id":3,"class":"HxDbSupportModel","subs":[2]},{"id":4,"class":"HxDbXGModel","primitives":[]},{"id":5,"class":"HxDbNonTube"},{"id":6,"class":"HxDbTubeWeld"})"));
     PrimaryList list;
     EXPECT_EQ(getObjectPrimaries(smart(2), list.list()), 0);
     EXPECT_EQ(getObjectPrimaries(smart(3), list.list()), 0);
     EXPECT_TRUE(list.empty());
     EXPECT_EQ(ui.printed, "");
-    EXPECT_EQ(getObjectPrimaries(smart(4), list.list()), 18);
-    EXPECT_EQ(ui.printed.rfind("对象ID'4'取图形库失败，原因：", 0), 0U) << ui.printed;
+    for (const int id : {4, 5}) {
+        ui.printed.clear();
+        EXPECT_EQ(getObjectPrimaries(smart(id), list.list()), 18);
+        EXPECT_EQ(ui.printed.rfind("对象ID'" + std::to_string(id) + "'取图形库失败，原因：", 0), 0U) << ui.printed;
+    }
     ui.printed.clear();
-    EXPECT_EQ(getObjectPrimaries(smart(5), list.list()), 18);
-    EXPECT_EQ(ui.printed, "");
+    EXPECT_EQ(getObjectPrimaries(smart(6), list.list()), 18);
+    EXPECT_EQ(getObjectPrimaries(nullptr, list.list()), 18);
+    EXPECT_EQ(ui.printed, "") << "nothing is expected of a weld";
 }
 
 }  // namespace
