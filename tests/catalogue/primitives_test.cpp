@@ -20,6 +20,11 @@ using PrimitivePtr = std::unique_ptr<HextPrimary>;
 // Makes the primitive in the plant and tells what it is in the component's frame.
 using MakeCase = std::function<Shapes(Random&, const Placement&, PrimitivePtr&)>;
 
+// Directions may have any length.
+Vector along(const Placement& p, const Vector& direction) {
+    return p.along(direction) * 3;
+}
+
 template <typename Primitive>
 Primitive& make(PrimitivePtr& out) {
     auto primitive = std::make_unique<Primitive>();
@@ -107,7 +112,7 @@ Shapes squareTorus(Random& random, const Placement& p, PrimitivePtr& out) {
     const double sweep = random.number(0.5, 6);
     place(bend, course, p, sweep > tlGePi ? 1 : 0, sweep);
     bend.form = form;
-    bend.normal = p.along(course.axis);
+    bend.normal = along(p, course.axis);
     bend.angle = sweep * 180 / tlGePi;
     bend.startWidth = 50;
     bend.endWidth = 40;
@@ -149,7 +154,7 @@ Shapes sloped(Random& random, const Placement& p, PrimitivePtr& out) {
     const Point b = random.point();
     c.startPoint = p.at(a);
     c.endPoint = p.at(b);
-    c.vect = p.along(random.direction());
+    c.vect = along(p, random.direction());
     c.diameter = 70;
     return {{"sloped", {70}, {a, b}}};
 }
@@ -171,7 +176,7 @@ Shapes dish(Random& random, const Placement& p, PrimitivePtr& out) {
     const Point base = atOrigin ? Point() : random.point();
     const Vector axis = atOrigin ? Vector(0, 0.6, -0.8) : random.direction();
     d.point = p.at(base);
-    d.vect = p.along(axis);
+    d.vect = along(p, axis);
     d.axialRadius = 40;
     d.radialRadius = 100;
     d.baseRadius = random.number(50, 100);
@@ -203,7 +208,7 @@ Shapes eccentricCone(Random& random, const Placement& p, PrimitivePtr& out) {
     c.endPoint = p.at(reversed ? a : b);
     c.startDiameter = reversed ? 40 : 90;
     c.endDiameter = reversed ? 90 : 40;
-    c.vect = p.along(offset);
+    c.vect = along(p, offset);
     return {coneShape(a, 90, b, 40)};
 }
 
@@ -221,9 +226,9 @@ Shapes frustum(Random& random, const Placement& p, PrimitivePtr& out) {
     const Vector y = z.crossProduct(x);
     const Vector offset = x * 0.6 + y * 0.8;
     f.point = p.at(base);
-    f.zAxis = p.along(z);
-    f.xAxis = p.along(x);
-    f.offsetDirection = p.along(offset);
+    f.zAxis = along(p, z);
+    f.xAxis = along(p, x);
+    f.offsetDirection = along(p, offset);
     f.offsetLength = 20;
     f.height = random.number(50, 150);
     f.bottomX = 100;
@@ -245,8 +250,8 @@ Shapes box(Random& random, const Placement& p, PrimitivePtr& out) {
     const Vector z = x.crossProduct(y);
     b.pointKind = pointKind;
     b.point = p.at(pointKind == 1 ? centre : centre - x * 50 - y * 30 - z * 20);
-    b.xAxis = p.along(x);
-    b.yAxis = p.along(y);
+    b.xAxis = along(p, x);
+    b.yAxis = along(p, y);
     b.xLength = 100;
     b.yLength = 60;
     b.zLength = 40;
@@ -299,8 +304,8 @@ Shapes saddle(Random& random, const Placement& p, PrimitivePtr& out) {
     const Vector y = random.across(x);
     const Vector z = x.crossProduct(y);
     s.point = p.at(base);
-    s.axis = p.along(x);
-    s.sectionAxis = p.along(y);
+    s.axis = along(p, x);
+    s.sectionAxis = along(p, y);
     s.length = 150;
     s.sectionLength = 80;
     s.sectionHeight = 70;
@@ -324,8 +329,8 @@ Shapes transition(Random& random, const Placement& p, PrimitivePtr& out) {
     const Point top = base + normal * 100;
     s.basePoint = p.at(base);
     s.topCenter = p.at(top);
-    s.xAxis = p.along(x);
-    s.baseNormal = p.along(normal);
+    s.xAxis = along(p, x);
+    s.baseNormal = along(p, normal);
     s.xLength = 120;
     s.yLength = 90;
     s.topRadius = 30;

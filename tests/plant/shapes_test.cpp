@@ -66,7 +66,7 @@ TEST(Primitives, FieldsGoToTheirPlaces) {
     const auto& b = *box;
     EXPECT_EQ(b.getColor(), 3);
     EXPECT_STREQ(b.getMaterial(), obstructionMaterial);
-    EXPECT_TRUE(b.center().isEqualTo({5, 4, 3})) << "left-handed: the third axis runs against the cross product";
+    EXPECT_TRUE(b.center().isEqualTo({2.5, 2, 3})) << "left-handed: the third axis runs against the cross product";
     const Read<HextTorus3D> torus(
         R"({"type":"HextTorus3D","center":[1,0,0],"startPoint":[2,0,0],"thirdField":[3,0,0],"startDiameter":4,)"
         R"("endDiameter":5,"arcKind":3,"form":1,"angle":6})");

@@ -41,19 +41,6 @@ void repairAxes(HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
 
 namespace {
 
-// The platform's own formulas want unit directions.
-HxGePoint3D centerOf(HextBox3D box) {
-    box.xAxis.normalize();
-    box.yAxis.normalize();
-    return box.center();
-}
-
-HxGePoint3D topCenterOf(HextSqucone3D cone) {
-    cone.zAxis.normalize();
-    cone.offsetDirection.normalize();
-    return cone.topCenter();
-}
-
 PrimGroup convertBox(const HextBox3D& box) {
     HxGeVector3D x = box.xAxis.normal();
     HxGeVector3D y = box.yAxis.normal();
@@ -64,7 +51,7 @@ PrimGroup convertBox(const HextBox3D& box) {
         return {};
     }
     _PBox solid;
-    solid.frame = CoordFrame(centerOf(box), x, y, z);
+    solid.frame = CoordFrame(box.center(), x, y, z);
     solid.xlen = box.xLength;
     solid.ylen = box.yLength;
     solid.zlen = box.zLength;
@@ -129,7 +116,7 @@ PrimGroup convertEcone(const HextEcone3D& cone) {
 }
 
 PrimGroup convertSqucone(const HextSqucone3D& cone) {
-    const HxGePoint3D top = topCenterOf(cone);
+    const HxGePoint3D top = cone.topCenter();
     _PPyra solid;
     solid.frame = frameXZ(midpoint(cone.point, top), cone.xAxis, cone.zAxis);
     solid.xbottom = cone.bottomX;

@@ -64,11 +64,11 @@ HxGePoint3D HextBox3D::center() const {
         return point;
     }
     const HxGeVector3D third = xAxis.crossProduct(yAxis).normal() * (handedness == 0 ? -1.0 : 1.0);
-    return point + xAxis * (xLength / 2) + yAxis * (yLength / 2) + third * (zLength / 2);
+    return point + xAxis.normal() * (xLength / 2) + yAxis.normal() * (yLength / 2) + third * (zLength / 2);
 }
 
 HxGePoint3D HextSqucone3D::topCenter() const {
-    return point + zAxis * height + offsetDirection * offsetLength;
+    return point + zAxis.normal() * height + offsetDirection.normal() * offsetLength;
 }
 
 double HextOval3D::getHeadHeight(double r) const {
