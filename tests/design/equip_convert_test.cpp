@@ -163,6 +163,7 @@ TEST(EquipConvert, AnExtrusionTakesItsNormalInEitherFrame) {
         plate.outline = HextVertexList{{1, {0, 0, 0}}, {1, {9, 0, 0}}, {4, {9, 9, 0}}};
         const macro::Solid solid = solidsOf(plate).at(0);
         EXPECT_EQ(directionText(solid.frame.zAxis), "S");
+        EXPECT_EQ(directionText(solid.frame.xAxis), "E") << "world Y of the outline's plane x its normal";
         EXPECT_NEAR(rebuild(solid).volume, 405, 1e-3);
     }
 }

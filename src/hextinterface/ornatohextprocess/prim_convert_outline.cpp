@@ -132,6 +132,11 @@ HxGeVector3D localNormal(const HextSpolygon& polygon, const HxGeVector3D& planeN
     return TlGeVector3d::kZAxis * (polygon.direction.dotProduct(planeNormal) < 0 ? -1.0 : 1.0);
 }
 
+// Other solids have the perpendicular of their axis along Y.
+CoordFrame extrusionFrame(const HxGePoint3D& origin, const HxGeVector3D& normal) {
+    return frameXZ(origin, normal.normal().perpVector(), normal);
+}
+
 // Maps outline coordinates into the frame of the extrusion.
 class OutlinePlane {
 public:
@@ -174,7 +179,7 @@ PrimGroup convertSpolygon(const HextSpolygon& polygon) {
     const HxGeVector3D x = polygon.xAxis.normal();
     const HxGeVector3D y = polygon.yAxis.normal();
     const HxGeVector3D z = x.crossProduct(y).normal();
-    const CoordFrame frame = frameAlong(outline.front().point, localNormal(polygon, z));
+    const CoordFrame frame = extrusionFrame(outline.front().point, localNormal(polygon, z));
     const OutlinePlane plane(frame);
     OutlineLoop loop = plane.loop(outline);
     if (loop.vertices.size() < leastVertices) {
