@@ -2,6 +2,8 @@
 #include "hextinterface/model_extraction.h"
 
 #include "frame/progress_slot.h"
+#include "hextinterface/manager/name_manager.h"
+#include "hextinterface/ornatohextprocess/site_zone.h"
 #include "platform/hxcom.h"
 #include "support/test_support.h"
 
@@ -70,6 +72,18 @@ TEST_F(Extraction, SortsManagersByClass) {
     EXPECT_EQ(idsOf(specialSet()), Ids({11}));
     EXPECT_EQ(usedColours(), (std::set<std::uint16_t>{0x105, 0x205, 0x206, 0x307, 0x408}));
     EXPECT_EQ(ui.progress.title, "提取所有数据中:");
+}
+
+TEST_F(Extraction, AGridOutsideOfZonesStandsWhereStructuresDo) {
+    TestModel model(TestModel::withObjects(
+        R"({"id":2,"class":"HextAxiss","in":1,"name":"g"},{"id":3,"class":"HextZone","in":1,"name":"z"},
+           {"id":4,"class":"HextAxiss","in":3,"name":"h"})"));
+    ASSERT_TRUE(classifyModel(scope, specialSet()));
+    NameManager names;
+    writeGridFile((root.path() / "grids.txt").string(), scope.grids, names);
+    const std::string text = root.read("grids.txt");
+    EXPECT_EQ(text.rfind("OLD /ZONE_EQUIP_STRUCTURE\r\n\r\n\r\nNEW STRU /ORGridSys0\r\n", 0), 0U) << text;
+    EXPECT_NE(text.find("OLD /ORNA_ZONE_z\r\n\r\n\r\nNEW STRU /ORGridSys1\r\n"), std::string::npos) << text;
 }
 
 TEST_F(Extraction, AComponentAloneSelectsItsWholePipeline) {

@@ -3,6 +3,7 @@
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "hextinterface/manager/name_manager.h"
+#include "hextinterface/ornatohextprocess/gather_shapes.h"
 #include "platform/hxcom.h"
 #include "platform/tree_walker.h"
 #include "tolmar/file.h"
@@ -131,13 +132,6 @@ void appendAxisLines(std::string& out, const ObjectList& objects, const std::str
     }
 }
 
-std::string zoneNameOf(const HxDbObject* manager, NameManager& names) {
-    HextSite* site = nullptr;
-    HextZone* zone = nullptr;
-    hxcom::getSizeZone(manager, site, zone);
-    return zone != nullptr ? std::string(names.getZoneName(zone)) : std::string();
-}
-
 }  // namespace
 
 void collectSites(HxDbTreeNode* treeRoot, SiteZoneMap& out) {
@@ -176,7 +170,7 @@ void writeGridFile(std::string_view path, const ObjectMap& grids, NameManager& n
     for (const auto& [container, objects] : grids) {
         text.clear();
         const std::string number = std::to_string(gridNo++);
-        appendGridHead(text, zoneNameOf(container, names), number);
+        appendGridHead(text, design::zoneOf(container, names, names.getDbZoneName(ExportDb::EquipStru)), number);
         appendAxisLines(text, objects, number);
         text += "\n\n\n";
         file.write(text);
