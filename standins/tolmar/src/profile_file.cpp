@@ -45,11 +45,11 @@ FileStamp stampOf(const std::string& path) {
     return {status.st_dev, status.st_ino, status.st_size, nanoseconds(status.st_mtim)};
 }
 
-// Once a run: a file that stays unreadable is tried again for every value.
-void tellUnreadable(const std::string& path, int error) {
+// Once a run: a file that stays out of reach is tried again for every value.
+void tellFailed(const std::string& path, const char* what, int error) {
     const std::vector<WrittenFile>& told = runReport().failedFiles();
     if (std::none_of(told.begin(), told.end(), [&](const WrittenFile& file) { return file.path == path; })) {
-        runReport().fileFailed(path, std::string("cannot be read: ") + std::strerror(error));
+        runReport().fileFailed(path, std::string(what) + std::strerror(error));
     }
 }
 
@@ -94,7 +94,7 @@ private:
         ini_.Reset();
         const bool isRead = readFile(codePagePath, bytes);
         if (!isRead && now.size >= 0) {
-            tellUnreadable(path, errno);
+            tellFailed(path, "cannot be read: ", errno);
         }
         bytes = plainProfile(bytes);
         if (!isRead || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
@@ -154,7 +154,9 @@ bool replaceFile(const std::filesystem::path& path, std::string_view bytes) {
     if (written && closed && std::rename(scratch.c_str(), (error ? path : target).c_str()) == 0) {
         return true;
     }
+    const int reason = errno;
     ::unlink(scratch.c_str());
+    errno = reason;
     return false;
 }
 
@@ -185,15 +187,18 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
         return true;
     }
     const std::filesystem::path path = resolvePath(codePagePath);
-    std::string before;
-    std::error_code error;
-    if (!readFile(codePagePath, before) && std::filesystem::exists(path, error)) {
+    const auto fail = [&path](const char* what) {
+        tellFailed(path.string(), what, errno);
         return false;
+    };
+    std::string before;
+    if (!readFile(codePagePath, before) && errno != ENOENT) {
+        return fail("cannot be read: ");
     }
     const std::string after = withProfileValue(
         before, section, key, value == nullptr ? std::nullopt : std::optional<std::string_view>(value));
     lastProfile().forget();
-    return after == before || replaceFile(path, after);
+    return after == before || replaceFile(path, after) || fail("cannot be written: ");
 }
 
 }  // namespace tolmar
