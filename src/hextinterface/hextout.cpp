@@ -7,6 +7,7 @@
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
 #include "hextinterface/model_extraction.h"
+#include "hextinterface/ornatohextprocess/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/ornatohextprocess.h"
 #include "platform/hxcom.h"
 #include "scripts/project_config.h"
@@ -79,6 +80,9 @@ public:
     RunEnd run() {
         if (!classifyModel(scope_, specialSet())) {
             return RunEnd::NothingSelected;
+        }
+        for (const HxDbObject* stray : scope_.strays) {
+            design::passOver(stray, "object", "stands under no manager");
         }
         makeBranches();
         startNaming();

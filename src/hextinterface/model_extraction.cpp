@@ -28,6 +28,13 @@ void leaveOut(const HxDbObject* object, const char* what, const char* why) {
 // objects before their own stage.
 class SpecialModules {
 public:
+    // True when a pipeline has members and all of them are such objects.
+    bool containAll(const HxDbObject* pipeline) const {
+        std::vector<HxDbObject*> members;
+        transIdArray2PointerArray(pipeline->getMemberIds(), members);
+        return !members.empty() &&
+               std::all_of(members.begin(), members.end(), [this](const HxDbObject* m) { return contains(m); });
+    }
     bool contains(const HxDbObject* object) const {
         for (const smrtln::BomRecord& record : smrtln::getObjectBomRecords(object)) {
             if (record.key == key_) {
@@ -61,16 +68,17 @@ public:
                 continue;
             }
             HxDbObject* object = nullptr;
-            if (hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk) {
-                sort(node, object);
+            if (hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk && !sort(node, object)) {
+                noteStray(node, object);
             }
         }
     }
 
 private:
-    void sort(const HxDbTreeNode* node, HxDbObject* object) {
+    // False for what belongs in no list.
+    bool sort(const HxDbTreeNode* node, HxDbObject* object) {
         if (!object->isKindOf(HextManager::desc())) {
-            return;
+            return false;
         }
         const int colour = static_cast<HextNameNode*>(object)->getColorIdx();
         if (object->isKindOf(HextPipeline::desc())) {
@@ -86,7 +94,31 @@ private:
             useColour(ColourClass::Support, colour);
         } else if (object->isKindOf(HextAxiss::desc())) {
             addAllBelow(node, scope_.grids[object]);
+        } else {
+            return false;
         }
+        return true;
+    }
+
+    // Objects that no manager holds. Brothers come one after the other.
+    void noteStray(const HxDbTreeNode* node, HxDbObject* object) {
+        if (!object->isKindOf(HxDbSmrtlnEntity::desc())) {
+            return;
+        }
+        if (node->getParent() != lastParent_) {
+            lastParent_ = node->getParent();
+            lastHolds_ = holdsObjects(lastParent_);
+        }
+        if (!lastHolds_) {
+            scope_.strays.push_back(object);
+        }
+    }
+
+    // An object that hangs on another one goes with that.
+    static bool holdsObjects(const HxDbTreeNode* node) {
+        HxDbObject* object = nullptr;
+        const bool opens = node != nullptr && hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk;
+        return opens && (object->isKindOf(HextManager::desc()) || object->isKindOf(HxDbSmrtlnEntity::desc()));
     }
 
     void takePipeline(const HxDbTreeNode* node, HxDbObject* pipeline, int colour) {
@@ -111,6 +143,8 @@ private:
     ObjectSet& special_;
     SpecialModules modules_;
     ObjectList below_;
+    const HxDbTreeNode* lastParent_ = nullptr;
+    bool lastHolds_ = false;
 };
 
 std::vector<HxDbTreeNode*> selectedRoots() {
@@ -215,7 +249,10 @@ void getPipelineBranches(HxDbObject* pipeline, PipelineBranches& out) {
     const HxDbObjectId id = pipeline->objectId();
     const HxDbTubeModel* start = smrtln::getPipelineStart(id);
     if (start == nullptr) {
-        return leaveOut(pipeline, "pipeline", "has no branches: nothing is in it");
+        if (!SpecialModules().containAll(pipeline)) {
+            leaveOut(pipeline, "pipeline", "has no branches: nothing is in it");
+        }
+        return;
     }
     if (startsAtCrowdedNozzle(start)) {
         return leaveOut(pipeline, "pipeline", "has no branches: its first nozzle has other than one connection");

@@ -29,6 +29,7 @@ struct ModelScope {
     ObjectList equipment;
     ObjectList supports;
     ObjectMap grids;
+    ObjectList strays;  // objects under no manager, which are in no list
 };
 
 // "Hvac" and "Cable" objects: exported with the structures and left out of pipes. Module-wide.

@@ -204,6 +204,20 @@ TEST_F(Driver, ComponentsWithoutTypeEndTheRunWithAList) {
     EXPECT_FALSE(wasPackaged());
 }
 
+// What only Hvac and Cable objects make up goes out whole with the structures.
+TEST_F(Driver, TellsWhatStandsInNoneOfItsFiles) {
+    load(TestModel::withObjects(
+        R"({"id":3,"class":"HextZone","in":1,"name":"z"},{"id":10,"class":"HextPipeline","in":3,"name":"tray"},
+           {"id":11,"class":"HxDbTubeModelSpec","in":10,"attrs":{"module":"Cable"},"primitives":[
+              {"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":1,"zLength":1}]},
+           {"id":12,"class":"HxDbNonTube","in":3},{"id":13,"class":"HxDbNonTube","in":12},
+           {"id":20,"class":"HextPIDPaperManager","in":3,"name":"paper"},{"id":21,"class":"HxDbNonTube","in":20},
+           {"id":30,"class":"HextPipeline","in":3,"name":"empty"})"));
+    hextout();
+    EXPECT_EQ(passedOverRows(), "12 object: stands under no manager\n30 pipeline: has no branches: nothing is in it\n");
+    EXPECT_NE(root.read("temp/hext/struct.txt").find("'CH_tray_1_strcut'"), std::string::npos);
+}
+
 TEST_F(Driver, AComponentInTwoBranchesEndsTheRun) {
     load(TestModel::withObjects(
         R"({"id":10,"class":"HextPipeline","in":1,"branches":[[11,12,13],[14,12,15]]},
