@@ -250,8 +250,9 @@ private:
         try {
             eqnoName() = configEqnoName();
             customNames().clear();
-        } catch (const std::exception&) {
+        } catch (const std::exception& failure) {
             // The flag keeps its value: the file has changed since the mapping tables were read from it.
+            runReport().ended(RunOutcome::Failed, projectConfigPath() + ": " + failure.what());
         }
         PipeWriter pipes(*context_, fullPath("\\temp\\hext\\pipe.txt"), componentIds_);
         pipes.run(branches_, specialSet());

@@ -1,6 +1,7 @@
 #include "scripts/project_config.h"
 
 #include "platform/hxcom.h"
+#include "tolmar/run_report.h"
 
 #include <exception>
 
@@ -10,10 +11,16 @@ bool switchOn(const char* key) {
     return loadProjectConfig()[key].intValue() == 1;
 }
 
+// The export goes on, but not as the project wants it.
+void tellUnreadable(const std::exception& fault) {
+    tolmar::runReport().ended(tolmar::RunOutcome::Failed, projectConfigPath() + ": " + fault.what());
+}
+
 bool switchOnOr(const char* key, bool unreadable) {
     try {
         return switchOn(key);
-    } catch (const std::exception&) {
+    } catch (const std::exception& fault) {
+        tellUnreadable(fault);
         return unreadable;
     }
 }
@@ -30,7 +37,8 @@ std::string upperCase(std::string_view text) {
 JsonValue configOrNothing() {
     try {
         return loadProjectConfig();
-    } catch (const std::exception&) {
+    } catch (const std::exception& fault) {
+        tellUnreadable(fault);
         return {};
     }
 }

@@ -1,5 +1,5 @@
 // The project configuration of the macro export, "temp/hext/config.json" under the installation root. Every function
-// reads the file anew.
+// reads the file anew. One that goes on without a readable file tells the run report that the run failed.
 #pragma once
 
 #include "scripts/json_value.h"

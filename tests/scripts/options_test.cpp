@@ -83,11 +83,15 @@ TEST(ProjectConfig, AnUnreadableFileHasARuleForEachReader) {
         }
         testing::internal::CaptureStdout();
         EXPECT_THROW(configEqnoName(), std::runtime_error);
+        tolmar::runReport().clear();
         EXPECT_TRUE(configEquipPostName());
+        EXPECT_NE(tolmar::runReport().reason().find("config.json: parse fail"), std::string::npos);
         EXPECT_FALSE(configSupportSpec());
         EXPECT_FALSE(configBoltSpec());
+        tolmar::runReport().clear();
         EXPECT_TRUE(ConfigTexts::detailTexts().empty());
         EXPECT_TRUE(ConfigTexts::boltTexts().empty());
+        EXPECT_EQ(tolmar::runReport().outcome(), tolmar::RunOutcome::Failed);
         testing::internal::GetCapturedStdout();
     }
 }
