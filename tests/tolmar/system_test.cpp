@@ -105,11 +105,11 @@ TEST_F(Profile, WritingIsAllOrNothing) {
     runReport().clear();
     EXPECT_TRUE(writePrivateProfileString("New", "k", "v", folder.file("fresh.ini")));
     EXPECT_EQ(folder.get("fresh.ini"), "[New]\r\nk=v\r\n");
-    EXPECT_FALSE(writePrivateProfileString("New", "k", "v", folder.file("none/fresh.ini")));
+    EXPECT_FALSE(writePrivateProfileString("New", "k", "v", folder.file("没有/fresh.ini")));
     EXPECT_FALSE(writePrivateProfileString("New", "k", "a\nb=c", path));
     EXPECT_FALSE(writePrivateProfileString("New", "k", "v", folder.path().string()));
     ASSERT_EQ(runReport().failedFiles().size(), 2U) << "told, so that nobody takes the old value for the new one";
-    EXPECT_NE(runReport().reason().find("none/fresh.ini: cannot be written: No such file"), std::string::npos);
+    EXPECT_NE(runReport().reason().find("没有/fresh.ini: cannot be written: No such file"), std::string::npos);
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_TRUE(writePrivateProfileString("Other", "n", "3", path));
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);

@@ -46,8 +46,9 @@ FileStamp stampOf(const std::string& path) {
 }
 
 // Once a run: a file that stays out of reach is tried again for every value.
-void tellFailed(const std::string& path, const char* what, int error) {
+void tellFailed(std::string_view codePagePath, const char* what, int error) {
     const std::vector<WrittenFile>& told = runReport().failedFiles();
+    const std::string path = reportedPath(codePagePath);
     if (std::none_of(told.begin(), told.end(), [&](const WrittenFile& file) { return file.path == path; })) {
         runReport().fileFailed(path, std::string(what) + std::strerror(error));
     }
@@ -94,7 +95,7 @@ private:
         ini_.Reset();
         const bool isRead = readFile(codePagePath, bytes);
         if (!isRead && now.size >= 0) {
-            tellFailed(path, "cannot be read: ", errno);
+            tellFailed(codePagePath, "cannot be read: ", errno);
         }
         bytes = plainProfile(bytes);
         if (!isRead || ini_.LoadData(bytes.data(), bytes.size()) < 0) {
@@ -187,8 +188,8 @@ bool writePrivateProfileString(const char* section, const char* key, const char*
         return true;
     }
     const std::filesystem::path path = resolvePath(codePagePath);
-    const auto fail = [&path](const char* what) {
-        tellFailed(path.string(), what, errno);
+    const auto fail = [codePagePath](const char* what) {
+        tellFailed(codePagePath, what, errno);
         return false;
     };
     std::string before;
