@@ -1,5 +1,6 @@
 #include "exports/max_shape.h"
 
+#include "exportbase/shared_vertices.h"
 #include "exports/max_names.h"
 #include "platform/entities.h"
 #include "platform/primaries.h"
@@ -60,6 +61,7 @@ bool meshObject(const HxDbSmrtlnEntity& object, Mesh& mesh) {
                                            "primitive", why);
         }
     }
+    shareVertices(mesh);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "exports/xdb_shape.h"
 
 #include "exportbase/color_table.h"
+#include "exportbase/shared_vertices.h"
 #include "exports/xdb_records.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
@@ -125,6 +126,7 @@ const char* ShapeWriter::writeSubDMesh(const TlDbSubDMesh& entity) {
 
 // Of the triangles' vertices only those that have a position count.
 void ShapeWriter::writeSolids() {
+    shareVertices(mesh_);
     arrays_.colors.push_back(color_);
     arrays_.positions.push_back(mesh_.positions);
     arrays_.normals.push_back(meanNormals(mesh_));

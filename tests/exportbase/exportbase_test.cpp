@@ -1,10 +1,13 @@
 #include "exportbase/color_table.h"
 #include "exportbase/json_side_file.h"
 #include "exportbase/object_properties.h"
+#include "exportbase/shared_vertices.h"
 #include "support/test_support.h"
 #include "tolmar/file.h"
 
+#include <algorithm>
 #include <cjson/cJSON.h>
+#include <random>
 
 namespace {
 
@@ -24,6 +27,71 @@ TEST(ColorTable, FollowsThePalette) {
     }
     EXPECT_EQ(rgb(-1), (std::vector<float>{1, 2, 3}));
     EXPECT_EQ(rgb(256), (std::vector<float>{1, 2, 3}));
+}
+
+// Points in a small space, many of them at or just beside the place of an earlier one, and around round numbers.
+Mesh crowdedMesh() {
+    std::mt19937 random(7);
+    const auto below = [&random](unsigned limit) { return static_cast<double>(random() % limit); };
+    Mesh mesh;
+    for (std::uint32_t i = 0; i < 3000; ++i) {
+        for (int k = 0; k < 3; ++k) {
+            // Every third coordinate stands at the rim of a cell of the search.
+            const double rim = random() % 3 == 0 ? 0.63 / (1 << 20) : 0;
+            mesh.positions.push_back(below(3) - 1 + rim + below(5) * 4e-11);
+            mesh.normalSums.push_back(below(9));
+        }
+        mesh.normalCounts.push_back(1 + i % 4);
+        mesh.indices.insert(mesh.indices.end(), {i, i / 2, i / 3});
+    }
+    return mesh;
+}
+
+HxGePoint3D vertex(const Mesh& mesh, std::size_t i) {
+    return {mesh.positions[3 * i], mesh.positions[3 * i + 1], mesh.positions[3 * i + 2]};
+}
+
+TEST(SharedVertices, AreThoseThatASearchFromTheFirstOnFinds) {
+    const Mesh apart = crowdedMesh();
+    Mesh shared = apart;
+    shareVertices(shared);
+    Mesh slow;
+    std::vector<std::size_t> numbers;
+    for (std::size_t i = 0; i < apart.vertexCount(); ++i) {
+        std::size_t at = 0;
+        while (at < slow.vertexCount() && !vertex(slow, at).isEqualTo(vertex(apart, i))) {
+            ++at;
+        }
+        slow.positions.resize(3 * std::max(at + 1, slow.vertexCount()));
+        slow.normalSums.resize(slow.positions.size());
+        const bool isNew = at == slow.normalCounts.size();
+        slow.normalCounts.resize(slow.vertexCount());
+        for (std::size_t k = 0; k < 3; ++k) {
+            slow.positions[3 * at + k] = isNew ? apart.positions[3 * i + k] : slow.positions[3 * at + k];
+            slow.normalSums[3 * at + k] += apart.normalSums[3 * i + k];
+        }
+        slow.normalCounts[at] += apart.normalCounts[i];
+        numbers.push_back(at);
+    }
+    ASSERT_LT(slow.vertexCount(), apart.vertexCount() / 2);
+    EXPECT_EQ(shared.positions, slow.positions);
+    EXPECT_EQ(shared.normalSums, slow.normalSums);
+    EXPECT_EQ(shared.normalCounts, slow.normalCounts);
+    ASSERT_EQ(shared.indices.size(), apart.indices.size());
+    for (std::size_t i = 0; i < shared.indices.size(); ++i) {
+        ASSERT_EQ(shared.indices[i], numbers[apart.indices[i]]);
+    }
+}
+
+TEST(SharedVertices, NeedNoNormals) {
+    Mesh mesh;
+    shareVertices(mesh);
+    mesh.positions = {1, 2, -0.0, 1e300, 0, 0, 1, 2, 0, 1e300, 0, 0};
+    mesh.indices = {0, 1, 2, 3, 2, 1};
+    shareVertices(mesh);
+    EXPECT_EQ(mesh.positions, (std::vector<double>{1, 2, -0.0, 1e300, 0, 0}));
+    EXPECT_EQ(mesh.indices, (std::vector<std::uint32_t>{0, 1, 0, 1, 0, 1}));
+    EXPECT_TRUE(mesh.normalSums.empty());
 }
 
 TEST(ObjectProperties, OnlyAPipeRenamesItsPipelineNumber) {
