@@ -1,6 +1,7 @@
 #include "exports/eem_content.h"
 
 #include "exportbase/object_properties.h"
+#include "exportbase/smart_object.h"
 #include "exports/eem_color.h"
 #include "platform/kvparams.h"
 #include "platform/smrtln.h"
@@ -159,6 +160,11 @@ void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
     const std::string_view name = output_.nameOf(object);
     writeBlock(object, colorOf(object, color), name);
     output_.addMember(object, name);
+}
+
+// Welds and stops are no losses.
+void ModelContent::passOver(const HxDbObject& object) const {
+    smartObject(&object);
 }
 
 void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {

@@ -64,6 +64,8 @@ public:
     virtual bool startManager(const HxDbObject& manager) = 0;
     // A smart object of the walk; `color` is that of its pipeline or of the equipment before it.
     virtual void writeObject(const HxDbSmrtlnEntity& object, int color) = 0;
+    // An object of the walk that has no shape of its own.
+    virtual void passOver(const HxDbObject& object) const = 0;
     // Whether an object goes out when it stands in the right place, and whether below `parent`, which may be null, is
     // such a place.
     virtual bool isWanted(const HxDbObject& object) const = 0;
@@ -83,6 +85,7 @@ public:
     void writeHeader() override {}
     bool startManager(const HxDbObject& manager) override;
     void writeObject(const HxDbSmrtlnEntity& object, int color) override;
+    void passOver(const HxDbObject& object) const override;
     bool isWanted(const HxDbObject& object) const override;
     bool isPlace(const HxDbObject& object, const HxDbObject* parent) const override;
     const char* title() const override { return "导出REVIT"; }
@@ -105,6 +108,7 @@ public:
     void writeHeader() override { output_.file().writePaperHeader(); }
     bool startManager(const HxDbObject& manager) override;
     void writeObject(const HxDbSmrtlnEntity&, int) override {}
+    void passOver(const HxDbObject&) const override {}
     bool isWanted(const HxDbObject& object) const override;
     bool isPlace(const HxDbObject& object, const HxDbObject* parent) const override;
     const char* title() const override { return "导出数据"; }

@@ -157,6 +157,7 @@ void TreeWalk::enterManager(HxDbTreeNode* node, const HxDbObject& manager, int c
 
 void TreeWalk::takeObject(const HxDbObject& object, int& color) {
     if (!isShapeObject(object)) {
+        content_.passOver(object);
         return;
     }
     const auto& smart = static_cast<const HxDbSmrtlnEntity&>(object);

@@ -1,6 +1,7 @@
 #include "exports/obm_objects.h"
 
 #include "exportbase/object_properties.h"
+#include "exportbase/smart_object.h"
 #include "obmsdk/obmsdk.h"
 #include "platform/attribute_cache.h"
 #include "platform/entities.h"
@@ -126,7 +127,7 @@ void ObmObjects::writeObjects(HxDbTreeNode* node, ObmNode& record, int color) {
     gather(node, objects_);
     for (std::size_t i = 0; i < objects_.size(); ++i) {
         progress_.setBar(i + 1, objects_.size(), progress_.barCount());
-        const HxDbSmrtlnEntity* object = HxDbSmrtlnEntity::cast(objects_[i]);
+        const HxDbSmrtlnEntity* object = smartObject(objects_[i]);
         if (!isWanted(object)) {
             continue;
         }

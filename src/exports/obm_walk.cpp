@@ -129,7 +129,9 @@ void ObmWalk::visitDirectory(HxDbTreeNode* node, HxDbObject& object) {
 
 // Zones and directories bring the managers below them; what stands elsewhere has no place.
 void ObmWalk::visitOther(HxDbTreeNode* node, HxDbObject& object) {
-    if (object.isKindOf(HextNameNode::desc()) && !isBelowSelected(node)) {
+    if (object.isKindOf(HextAxiss::desc())) {
+        report(node, "grids have no place in a package");
+    } else if (object.isKindOf(HextNameNode::desc()) && !isBelowSelected(node)) {
         report(node, "no zone or directory above it is selected");
     }
 }

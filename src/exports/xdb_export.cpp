@@ -1,5 +1,6 @@
 #include "exports/xdb_export.h"
 
+#include "exportbase/smart_object.h"
 #include "exports/xdb_records.h"
 #include "exports/xdb_shape.h"
 #include "frame/progress_slot.h"
@@ -80,7 +81,7 @@ public:
         progressSlot()->openProgress(progressRange, "提取模型数据:", 0);
         for (std::size_t i = 0; i < objects.size(); ++i) {
             progressSlot()->setBar(static_cast<int>(i * 100 / objects.size()), 0);
-            const HxDbSmrtlnEntity* object = HxDbSmrtlnEntity::cast(objects[i]);
+            const HxDbSmrtlnEntity* object = smartObject(objects[i]);
             if (object != nullptr && !writeObject(*object)) {
                 runReport().ended(RunOutcome::Failed, "an object's data has an error: see the message");
                 return false;

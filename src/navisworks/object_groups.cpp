@@ -1,6 +1,7 @@
 #include "navisworks/object_groups.h"
 
 #include "exportbase/object_properties.h"
+#include "exportbase/smart_object.h"
 #include "navisworks/library_session.h"
 #include "navisworks/object_path.h"
 #include "navisworks/property_attribute.h"
@@ -14,7 +15,7 @@ void ObjectGroups::addObjects(const HxDbTreeNode* treeNode, LiNwcGroup group, co
     const std::string path = objectPath(treeNode);
     for (const HxDbObject* object : objects) {
         steps_.takeAhead();
-        const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(object);
+        const HxDbSmrtlnEntity* smart = smartObject(object);
         if (smart != nullptr && isWanted(*smart)) {
             addObject(*smart, group, path);
         }

@@ -1,5 +1,6 @@
 #include "rvm/object_writer.h"
 
+#include "exportbase/smart_object.h"
 #include "rvm/object_material.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
@@ -33,7 +34,7 @@ void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObj
     nameTable_.clear();
     siblings_.clear();
     for (const HxDbObject* object : objects) {
-        const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(object);
+        const HxDbSmrtlnEntity* smart = smartObject(object);
         if (smart != nullptr && !smart->isKindOf(HxDbTubeWeld::desc())) {
             writeObject(*smart, isPipeline);
         }

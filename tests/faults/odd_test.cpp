@@ -66,6 +66,23 @@ TEST_P(OddPlants, EveryCommandEndsWithATruthfulStatus) {
     }
 }
 
+// Neither of the two has a shape by its class, wherever it hangs.
+TEST(ObjectsThatAreNotSmart, AreToldByEveryExport) {
+    ModuleSession session(R"({"format":"tessaro-plant","version":1,"project":{"name":"P","currentManager":4},
+        "databases":[{"name":"M","root":1}],"objects":[{"id":1,"class":"HextWorld"},
+        {"id":2,"class":"HextSite","in":1},{"id":3,"class":"HextZone","in":2},{"id":4,"class":"HextEquipe","in":3},
+        {"id":5,"class":"HxDbOther","in":4},{"id":6,"class":"HxDbEquipment","in":4,"primitives":[]},
+        {"id":7,"class":"HextBolt","in":6}]})");
+    for (const char* command : {"RVMOUT", "NVOUT", "ORNAOUT", "OBMOUT", "MAXOUT", "XDBOUT"}) {
+        session.run(command);
+        std::string ids;
+        for (const tolmar::PassedOver& passed : runReport().passed()) {
+            ids += passed.why == "it is no smart object" ? std::to_string(passed.id) : "";
+        }
+        EXPECT_EQ(ids, command == std::string("MAXOUT") ? "577" : "57") << command;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Seeds, OddPlants, testing::Values(1, 3, 6));
 
 }  // namespace

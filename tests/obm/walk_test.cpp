@@ -55,6 +55,8 @@ TEST_F(ObmWalkTest, GridsWeldsAndStopsStayOut) {
         EXPECT_EQ(text.find(name), std::string::npos) << name << "\n" << text;
     }
     EXPECT_NE(text.find("N14"), std::string::npos);
+    EXPECT_EQ(passedOverRows(),
+              "4 node: grids have no place in a package\n20 node: grids have no place in a package\n");
 }
 
 // It is a son of its zone like any manager, and a zone of the site beside that.
