@@ -21,7 +21,7 @@ namespace {
 
 constexpr int highestColor = 255;
 constexpr float weldTolerance = 1e-6F;
-constexpr std::string_view colorKey = "color";
+constexpr const char* colorKey = "color";
 
 void report(const HxDbObject& object, const char* what, const char* why) {
     const char* name = object.getDisplayName();
@@ -101,16 +101,13 @@ void fill(OBMTriangleMesh& out, const Mesh& mesh) {
 
 int ObmObjects::addBomData(const HxDbObject& object, ObmNode& record) {
     smrtln::getObjectBomData(&object, bomData_);
-    int color = 0;
     for (const KVParams& attribute : bomData_) {
         value_.clear();
         appendKvText(value_, attribute);
         tree_.setProperty(record, attribute.description, value_);
-        if (attribute.key == colorKey && object.isKindOf(HextPipeline::desc())) {
-            color = integerOf(value_);
-        }
     }
-    return color;
+    const KVParams* color = hxcom::findKVParamArray(bomData_, colorKey);
+    return color != nullptr && object.isKindOf(HextPipeline::desc()) ? integerOf(kvText(*color)) : 0;
 }
 
 bool ObmObjects::addScriptProperties(const HxDbObject& object, ObmNode& record) {

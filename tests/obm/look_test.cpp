@@ -41,6 +41,8 @@ TEST_F(ObmLook, APipelinesColourServesComponentsWithoutOne) {
     EXPECT_EQ(codes(), "     N5 m0\n") << "a pipeline without the attribute";
     loadPipeline(pipe, R"({"Color":"3","color":"12x"})");
     EXPECT_EQ(codes(), "     N5 m12\n");
+    loadPipeline(pipe, R"([{"key":"color","value":"5"},{"key":"color","value":"9"}])");
+    EXPECT_EQ(codes(), "     N5 m5\n") << "the first of several";
     loadPipeline(pipe, R"({"color":"507"})");
     EXPECT_EQ(codes(), "     N5 m0\n") << "no colour of the table, and none that reads as a flag";
     loadPipeline(pipe, R"({"color":"2147483647"})");
