@@ -50,14 +50,12 @@ void passOver(const HxDbObject& object, const char* why) {
 void MaxTreeWriter::writeTree(HxDbTreeNode* root) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode& node = *walker.current();
-        if (!hasObjectsBelow(node)) {
-            continue;
-        }
-        if (const HxDbObject* object = objectOf(node)) {
+        const HxDbObject* object = objectOf(node);
+        if (object == nullptr) {
+            passOver(node, "its object does not open");
+        } else if (hasObjectsBelow(node)) {
             writeNode(node, *object);
             ++id_;
-        } else {
-            passOver(node, "its object does not open");
         }
     }
 }

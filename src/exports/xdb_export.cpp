@@ -8,6 +8,7 @@
 #include "platform/model_tests.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
+#include "platform/tree_walker.h"
 #include "tolmar/run_report.h"
 
 #include <algorithm>
@@ -60,6 +61,18 @@ bool hasNoPlace(const HxDbSmrtlnEntity& object) {
                                smrtln::isFlan(&object) || object.isKindOf(HxDbAxissLine::desc()));
 }
 
+// Nothing hands them out, and no scope dialog has told of them.
+void reportUnopened(HxDbTreeNode& manager) {
+    for (TreeWalker walker(&manager); !walker.done(); walker.next()) {
+        const HxDbTreeNode& node = *walker.current();
+        if (openAs<HxDbObject>(node.getTreeNodeValue()) == nullptr) {
+            const char* name = node.getName();
+            runReport().passedOver(node.getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
+                                   "it cannot be opened");
+        }
+    }
+}
+
 // Welds and stops are nothing but places in a pipe.
 bool isMarkOnly(const HxDbSmrtlnEntity& object) {
     return object.isKindOf(HxDbTubeWeld::desc()) || object.isKindOf(HxDbTubeStop::desc());
@@ -75,7 +88,8 @@ class XdbWalk {
 public:
     XdbWalk(const XdbArrays& arrays, int strict) : arrays_(arrays), records_(arrays.data, strict), shapes_(arrays) {}
 
-    bool run(const HxDbTreeNode& manager) {
+    bool run(HxDbTreeNode& manager) {
+        reportUnopened(manager);
         std::vector<HxDbObject*> objects;
         getAllSubObjects(&manager, objects);
         progressSlot()->openProgress(progressRange, "提取模型数据:", 0);
@@ -151,7 +165,7 @@ HxDbTreeNode* currentManager() {
 }  // namespace
 
 bool exportXdb(const XdbArrays& arrays, int strict) {
-    const HxDbTreeNode* manager = currentManager();
+    HxDbTreeNode* manager = currentManager();
     if (manager == nullptr) {
         runReport().ended(RunOutcome::Refused, "no manager is the current one");
         return false;

@@ -161,12 +161,13 @@ TEST_F(XdbTest, AnObjectWithoutSolidsHasAnEmptyGeometry) {
     load(R"({"id":10,"class":"HxDbEquipment","in":4,"primitives":[)" + line + R"(]},
         {"id":11,"class":"HxDbEquipment","in":4,"primitives":[{"type":"HextCylinder3D","startPoint":[0,0,0],
         "endPoint":[0,0,0],"diameter":1}]},{"id":12,"class":"HxDbEquipment","in":4},
-        {"id":13,"class":"HxDbTubeWeld","in":4})");
+        {"id":13,"class":"HxDbTubeWeld","in":4},{"id":14,"class":"HxDbEquipment","in":4,"available":false})");
     ASSERT_TRUE(run());
     ASSERT_EQ(positions.size(), 2U);
     EXPECT_TRUE(positions[0].empty() && indices[0].empty() && normals[0].empty() && normalIndices[0].empty());
-    EXPECT_EQ(tolmar::runReport().passed().size(), 3U) << passedOverRows();
+    EXPECT_EQ(tolmar::runReport().passed().size(), 4U) << passedOverRows();
     EXPECT_NE(passedOverRows().find("12 object: it has no shape"), std::string::npos);
+    EXPECT_EQ(passedOverRows().find("14 object: it cannot be opened"), 0U);
     EXPECT_NE(ui.printed.find("对象ID'12'取图形库失败"), std::string::npos);
 }
 
