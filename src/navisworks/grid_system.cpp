@@ -60,6 +60,8 @@ void addGrid(const HxDbObject& axissObject, const HxDbTreeNode* treeNode, const 
         if (const HxDbAxissLine* axis = HxDbAxissLine::cast(object)) {
             LibrarySession::setCurrentObject(axis);
             addLine(*axis, system.get());
+        } else if (!object->isKindOf(HextNameNode::desc())) {
+            reportPassedOver(object, "object", "a grid system holds nothing but lines");
         }
     }
     LibrarySession::setCurrentObject(&axissObject);

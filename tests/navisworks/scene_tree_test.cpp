@@ -212,7 +212,7 @@ TEST_F(SceneTreeTest, AGridIsAGridSystem) {
     load(grid);
     script(namesById);
     EXPECT_EQ(run(), "grid grid [Base 0]\n  A (1,2,3)-(1,9,3)\nM\n  S\n    Z\n");
-    EXPECT_EQ(passedOver(), "6 grid line\n");
+    EXPECT_EQ(passedOver(), "6 grid line\n7 object\n");
     EXPECT_EQ(json(), "{\n}");
 }
 
