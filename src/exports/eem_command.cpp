@@ -64,6 +64,8 @@ void writeModule(EemFile& file, JsonSideFile& side) {
     } else if (module == paperModule) {
         PaperContent content(output);
         writeTrees(content);
+    } else {
+        runReport().passedOver(module, "application module", "model", "an EEM file holds those of modules 65 and 73");
     }
 }
 

@@ -247,6 +247,7 @@ TEST_F(Ornaout, OtherModulesAndNoScopeGiveTheTrailerAlone) {
     EXPECT_EQ(bytes(), trailer);
     EXPECT_EQ(root.read("plant.v1.json"), "{\r\n}");
     EXPECT_EQ(outcome(), tolmar::RunOutcome::Done);
+    EXPECT_EQ(passedOver(), "48 model; ");
     for (const int module : {65, 73}) {
         tolmar::runReport().clear();
         ui.boxes.clear();
