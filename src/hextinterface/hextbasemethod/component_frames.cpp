@@ -1,11 +1,10 @@
 // Local frames and axial words of the component families for the catalogue.
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/component_classes.h"
+#include "hextinterface/hextbasemethod/macro_text.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
-
-#include <cstdio>
 
 using component::at;
 using component::checkFrame;
@@ -66,9 +65,9 @@ std::string angleWord(const HxGeVector3D& w, const HxGeVector3D& x, const HxGeVe
     if (sign && w.dotProduct(y) < 0) {
         angle = -angle;
     }
-    char text[64];
-    std::snprintf(text, sizeof text, "X%lfY", angle);
-    return text;
+    std::string text = "X";
+    appendFixed(text, angle);
+    return text += 'Y';
 }
 
 // A frame about one axis: `first` is normalised in place, `second` a seed that is nudged until the cross product has a
