@@ -80,6 +80,23 @@ TEST_F(PipesTest, BoresComeFromTheFirstItemWithAPlainSize) {
     EXPECT_EQ(text.find(banner), text.rfind(banner));
     EXPECT_EQ(reasons(), "120 branch: an end has no plain size\n");
     EXPECT_EQ(ui.printed, "");
+    load({{.branches = {{lead, gate, behind}, {weld(120, at(0, 9)), weld(121, at(9, 9))}}}});
+    write();
+    EXPECT_EQ(reasons(), "120 branch: holds nothing but welds, stops and nozzles\n");
+}
+
+// Plain tubes, welds that nobody asked for and what goes out elsewhere lack nothing.
+TEST_F(PipesTest, AComponentWithoutAPlainSizeIsToldToTheReport) {
+    const auto skewed = [](Part part) {
+        part.attrs.replace(part.attrs.find("\"100\""), 5, R"("100*80")");
+        return part;
+    };
+    Part flanged = tube(104, at(1300), at(1500), R"(,"end1":"FLRF")");
+    flanged.attrs.erase(flanged.attrs.find(R"("end1":"BW",)"), 12);
+    load({{.branches = {{lead, skewed(gate), skewed(weld(102, at(1100))), skewed(tube(103, at(1100), at(1300))),
+                         skewed(flanged), skewed(valve(105, at(1500), at(1700))), valve(106, at(1700), at(1900))}}}});
+    EXPECT_EQ(components(write({openAs<HxDbObject>(HxDbObjectId(105))})).size(), 1U);
+    EXPECT_EQ(reasons(), "101 component: its size is no plain number\n104 component: its size is no plain number\n");
 }
 
 TEST_F(PipesTest, ElbowsWriteTheirAngleAndBendsTheirOwnPorts) {

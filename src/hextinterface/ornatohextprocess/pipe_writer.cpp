@@ -32,8 +32,21 @@ bool hasPlainSize(const HxDbObject* object) {
     return getBomValue(object, "size1").find('*') == std::string_view::npos;
 }
 
-std::string reasonOf(const ExportException& failure) {
-    return *failure.what() != '\0' ? failure.what() : "an end has no plain size";
+// Plain pipes, stops and nozzles have no line of their own.
+bool hasLineOfItsOwn(const HxDbSmrtlnEntity* item) {
+    return smrtln::isPipe(item) ? isFlangedPipe(item) : !isStop(item) && !smrtln::isNozzle(item);
+}
+
+bool holdsNoComponent(const ComponentList& items) {
+    return std::all_of(items.begin(), items.end(), [](const HxDbSmrtlnEntity* item) {
+        return isWeld(item) || isStop(item) || smrtln::isNozzle(item);
+    });
+}
+
+std::string reasonOf(const ExportException& failure, const ComponentList& items) {
+    return *failure.what() != '\0'   ? failure.what()
+           : holdsNoComponent(items) ? "holds nothing but welds, stops and nozzles"
+                                     : "an end has no plain size";
 }
 
 void leaveOut(const HxDbObject* object, std::string_view name, const char* what, std::string_view why) {
@@ -159,13 +172,7 @@ std::string boreAt(const HxDbSmrtlnEntity* item, int port) {
 }  // namespace
 
 bool isExportable(const HxDbSmrtlnEntity* item) {
-    if (!hasPlainSize(item)) {
-        return false;
-    }
-    if (smrtln::isPipe(item)) {
-        return isFlangedPipe(item);
-    }
-    return !isStop(item) && !smrtln::isNozzle(item);
+    return hasPlainSize(item) && hasLineOfItsOwn(item);
 }
 
 const HxDbSmrtlnEntity* nextExportable(const ComponentList& items, std::size_t& index) {
@@ -216,7 +223,7 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
         writePipe(owner, item);
     } catch (const ExportException& failure) {
         flush();
-        return leaveOut(owner, shownName, "pipe", reasonOf(failure));
+        return leaveOut(owner, shownName, "pipe", failure.what());
     }
     text_.append("OLD /").append(shownName).append("\n");
     flush();
@@ -251,7 +258,7 @@ void PipeWriter::tryBranch(const ComponentList& items, const ObjectSet& skipSet)
         writePipeBranch(items, skipSet);
     } catch (const ExportException& failure) {
         const HxDbObject* first = items.empty() ? nullptr : items.front();
-        leaveOut(first, "", "branch", reasonOf(failure));
+        leaveOut(first, "", "branch", reasonOf(failure, items));
     }
     flush();
 }
@@ -274,6 +281,17 @@ void PipeWriter::writePipeBranch(ComponentList items, const ObjectSet& skipSet) 
         writeEntry(entry);
     }
     text_ += "END\n";
+    reportSizes(items, skipSet);
+}
+
+// The lines that a branch lacks, because the size of their component is no plain number.
+void PipeWriter::reportSizes(const ComponentList& items, const ObjectSet& skipSet) const {
+    for (HxDbSmrtlnEntity* item : items) {
+        const bool isAsked = (withWelds_ || !isWeld(item)) && skipSet.count(item) == 0;
+        if (!hasPlainSize(item) && hasLineOfItsOwn(item) && isAsked) {
+            leaveOut(item, "", "component", "its size is no plain number");
+        }
+    }
 }
 
 std::unique_ptr<_HextBranchDesc> PipeWriter::makeBranch(ComponentList& items) {

@@ -51,6 +51,7 @@ private:
     void writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem);
     void tryBranch(const ComponentList& items, const ObjectSet& skipSet);
     void writePipeBranch(ComponentList items, const ObjectSet& skipSet);
+    void reportSizes(const ComponentList& items, const ObjectSet& skipSet) const;
     // Trims the list; null when it yields no branch.
     std::unique_ptr<_HextBranchDesc> makeBranch(ComponentList& items);
     std::string chooseName(const ComponentList& items, _HextBranchDesc& ends);
