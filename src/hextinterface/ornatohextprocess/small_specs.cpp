@@ -158,15 +158,18 @@ void SupportSpecWriter::write(const std::vector<HxDbSupportModel*>& supports) {
 }
 
 void SupportSpecWriter::writeRow(const HxDbSupportModel* support) {
+    std::vector<HxDbObject*> connected;
+    support->getAllConnObject(connected);
+    if (connected.empty()) {
+        tolmar::runReport().passedOver(idNumber(support), "", "support row", "is connected to nothing");
+        return;
+    }
     if (!markIfNew(names_, names_.getSpcoName(support))) {
         return;
     }
     const std::string shortName = names_.getSpcoShortName(support);
     markIfNew(names_, shortName);
-    std::vector<HxDbObject*> connected;
-    support->getAllConnObject(connected);
-    const HxDbObject* first = connected.empty() ? nullptr : connected.front();
-    out_.line("PCLA  */", shortName, "  ", getBomValue(first, "size1"), "  TEXT 'SUPPORT'  /",
+    out_.line("PCLA  */", shortName, "  ", getBomValue(connected.front(), "size1"), "  TEXT 'SUPPORT'  /",
               names_.getScomName(support), "  /", names_.getDtsetName(support), noReference, noReference, noReference);
 }
 
