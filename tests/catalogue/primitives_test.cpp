@@ -677,12 +677,21 @@ TEST(Primitives, ThatCannotBeTranslatedSayWhy) {
     EXPECT_EQ(failureOf(prism), "不能转换为HEXT拉伸体！");
     prism.sides = 100;
     EXPECT_EQ(failureOf(prism), "none");
+    prism.vertexPoint = {0, 0, -5};
+    EXPECT_EQ(failureOf(prism), "不能转换为HEXT拉伸体！");
     HextSaddle3D saddle;  // half a circle has no tangent corner
     saddle.length = 10;
     saddle.sectionLength = 60;
     saddle.sectionHeight = 40;
     saddle.circleRadius = 20;
     EXPECT_EQ(failureOf(saddle), "不能转换为HEXT拉伸体！");
+    saddle.circleRadius = 50;
+    EXPECT_EQ(failureOf(saddle), "none");
+    saddle.sectionAxis = saddle.axis;
+    EXPECT_EQ(failureOf(saddle), "不能转换为HEXT拉伸体！");
+    HextSqucone3D frustum;
+    frustum.xAxis = frustum.zAxis;
+    EXPECT_EQ(failureOf(frustum), "不能转换为HEXT的矩形断面台");
     HextOval3D dish;
     dish.axialRadius = 10;
     dish.radialRadius = 20;

@@ -97,6 +97,9 @@ HEXT_CATA_SEXTTrans::HEXT_CATA_SEXTTrans(const HextPrism3D& primitive, const Gem
     const HxGeVector3D r = (p2 - p0).normal();
     const HxGeVector3D a = (p1 - p0).normal();
     const HxGeVector3D c = r.crossProduct(a).normal();
+    if (c.isZeroLength()) {
+        return;
+    }
     object_.height = p1.distanceTo(p0);
     object_.axisA = addPoint(p0, {}, c);
     object_.axisB = addPoint(p0, {}, r);
@@ -119,6 +122,9 @@ HEXT_CATA_SEXTTrans::HEXT_CATA_SEXTTrans(const HextSaddle3D& primitive, const Ge
     const HxGeVector3D x = primitive.axis.normal();
     const HxGeVector3D y = primitive.sectionAxis.normal();
     const HxGeVector3D z = x.crossProduct(y);
+    if (z.isZeroLength()) {
+        return;
+    }
     const double lx = primitive.sectionLength;
     const double r = primitive.circleRadius;
     const HxGePoint3D f1 = p + z * primitive.sectionHeight;
@@ -167,6 +173,9 @@ HEXT_CATA_LPYRTrans::HEXT_CATA_LPYRTrans(const HextSqucone3D& primitive, const G
     const HxGeVector3D z = toLocalVector(primitive.zAxis).normal();
     const HxGeVector3D x = toLocalVector(primitive.xAxis).normal();
     const HxGeVector3D y = z.crossProduct(x).normal();
+    if (y.isZeroLength()) {
+        return;
+    }
     object_.axisA = addPoint(base, {}, z);
     object_.axisB = addPoint(base, {}, x);
     object_.axisC = addPoint(base, {}, y);
