@@ -242,7 +242,9 @@ TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {
         awayFromOrigin);
     add(12, "HxDbTubeModelSpec", std::string(R"("item":"TEE","smrtln":"Tee",)") + fourEnds, families[0].points,
         R"("keyPoints":[{"no":3,"at":[100.005,0,0]}],"primitives":[{"type":"HextTorus3D","center":[0,0,0],)"
-        R"("startPoint":[100,0,0],"thirdField":[0,100,0],"startDiameter":9,"endDiameter":9}])");
+        R"("startPoint":[100,0,0],"thirdField":[0,100,0],"startDiameter":9,"endDiameter":9},)"
+        R"({"type":"HextSphere3D","center":[0,0,0],"radius":70,"material":"hext_temp_material"},)"
+        R"({"type":"HextPrimaryAcadEntity","entity":{"type":"line","startPoint":[0,0,0],"endPoint":[9,0,0]}}])");
     add(13, "HxDbTubeModelSpec", std::string(R"("item":"HOSE","smrtln":"Hose",)") + fourEnds,
         {{1, {0, 0, 0}}, {2, {0, 300, 0}}, {3, {0, 10, 0}}, {4, {0, 290, 0}}}, R"("kind":"hose")");
     const std::string cylinder = R"({"type":"HextCylinder3D","startPoint":[0,0,0],"endPoint":)";
@@ -259,6 +261,8 @@ TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {
     const std::vector<std::string> tee = pointList(CataText(branchText({12})));
     EXPECT_EQ(tee.at(4), "5 FL 30.0 100.0 0.0 0.0 X-90.000000Y");
     EXPECT_EQ(tee.at(5), "6 0 0.0 0.0 100.0 0.0 X180.000000Y");
+    EXPECT_EQ(tolmar::runReport().passed().size(), 1U);
+    EXPECT_TRUE(wasPassedOver(12, "has no counterpart in the catalogue"));
     EXPECT_EQ(CataText(branchText({13})).calls("SCYL").at(0)->arguments,
               (std::vector<std::string>{"0.000000", "300.000000", "P3", "60.000000"}));
     const std::string pipe = branchText({14});

@@ -388,13 +388,14 @@ struct Translation {
     std::string text;
     CataPoints points;
     int next = firstAddedNumber;
+    std::string_view lost;
 };
 
 Translation translate(const HextPrimary& primitive, const Placement& p, const std::string& refText = {}) {
     TextStream out;
     Translation result;
-    EXPECT_TRUE(
-        translatePrimitive(out.stream(), primitive, {p.origin, p.x, p.y, p.z, refText}, result.points, result.next));
+    result.lost =
+        translatePrimitive(out.stream(), primitive, {p.origin, p.x, p.y, p.z, refText}, result.points, result.next);
     for (const CataPoint& point : result.points) {
         writePoint(out.stream(), "SET", point);
     }
@@ -641,6 +642,11 @@ TEST(Primitives, PointsOfBendsKnowTheirPlaceInThePlant) {
     const Translation thin = translate(flat, {});
     EXPECT_EQ(thin.points.size(), 2U);
     EXPECT_EQ(CataText(thin.text).calls("SRTO").size(), 0U);
+    EXPECT_EQ(thin.lost, "is too thin for the catalogue");
+    flat.startHeight = flat.endHeight = 5;
+    EXPECT_EQ(translate(flat, {}).lost, "");
+    EXPECT_EQ(translate(HextPrimaryText(), {}).lost, "");
+    EXPECT_EQ(translate(HextRevolve(), {}).lost, "has no counterpart in the catalogue");
 }
 
 std::string failureOf(const HextPrimary& primitive) {
@@ -704,10 +710,6 @@ TEST(Primitives, ThatCannotBeTranslatedSayWhy) {
     bend.normal = {1, 0, 0};
     bend.angle = 90;
     EXPECT_EQ(failureOf(bend), "");
-    TextStream out;
-    CataPoints points;
-    int next = firstAddedNumber;
-    EXPECT_FALSE(translatePrimitive(out.stream(), HextRevolve(), {}, points, next));
 }
 
 }  // namespace

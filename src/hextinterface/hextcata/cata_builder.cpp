@@ -29,15 +29,12 @@ void leaveOut(const HxDbObject* object, const char* what, std::string_view why) 
     tolmar::runReport().passedOver(idNumber(object), name != nullptr ? name : "", what, why);
 }
 
-// What has a shape that the catalogue can hold: solids of the object itself, not its obstruction volume.
-bool isCatalogueSolid(const HextPrimary* primitive) {
+// Solids of the object itself, not its obstruction volume. Content of the host CAD is among them, for the report: it
+// has no translator.
+bool isOwnSolid(const HextPrimary* primitive) {
     const HextPrimary3D* solid = HextPrimary3D::cast(primitive);
-    if (solid == nullptr || solid->isKindOf(HextPrimaryAcad::desc()) ||
-        solid->isKindOf(HextAcadBlockReference::desc())) {
-        return false;
-    }
-    const char* material = solid->getMaterial();
-    return material == nullptr || std::string_view(material) != obstructionMaterial;
+    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
+    return solid != nullptr && (material == nullptr || std::string_view(material) != obstructionMaterial);
 }
 
 // The class that computes an object's frame; a nozzle's goes by its family.
@@ -329,7 +326,7 @@ CataPoints CataBuilder::writeShape(const CataItem& item, std::string refText) {
     geometry.className = frameClass(item, item.object);
     geometry.refText = std::move(refText);
     for (const HextPrimary* primitive : primitives) {
-        if (isCatalogueSolid(primitive)) {
+        if (isOwnSolid(primitive)) {
             geometry.primitives.push_back(primitive);
         }
     }

@@ -146,8 +146,9 @@ void writePrimitives(CataCompGeometry& geometry, CataStream& out) {
     int nextNumber = firstAddedNumber;
     for (const HextPrimary* primitive : geometry.primitives) {
         try {
-            if (!translatePrimitive(out, *primitive, frame, geometry.points, nextNumber)) {
-                leaveOut(geometry, *primitive, "has no counterpart in the catalogue");
+            const std::string_view lost = translatePrimitive(out, *primitive, frame, geometry.points, nextNumber);
+            if (!lost.empty()) {
+                leaveOut(geometry, *primitive, lost);
             }
         } catch (const ExportException& failure) {
             reportPrimitive(geometry, *primitive, failure.what());

@@ -29,6 +29,8 @@ public:
     void openCataFile(std::string_view folder);
     bool isOpen() const { return file_.isOpen(); }
     bool close() { return file_.close(); }
+    // How many lines have been put.
+    std::size_t lineCount() const { return lineCount_; }
 
     // One line of texts, doubles (six decimals), integers, Ref and Limited pieces. Nothing happens on a closed stream.
     template <typename... Pieces>
@@ -37,6 +39,7 @@ public:
         (append(pieces), ...);
         text_ += '\n';
         file_.write(text_);
+        ++lineCount_;
     }
 
 private:
@@ -48,4 +51,5 @@ private:
 
     tolmar::OutputFile file_;
     std::string text_;
+    std::size_t lineCount_ = 0;
 };

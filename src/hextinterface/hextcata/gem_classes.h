@@ -7,6 +7,7 @@ namespace gem {
 
 inline constexpr int writeMode = 2;
 inline constexpr TlGeTol looseTol(0.001, 0.001);
+inline constexpr const char* noCounterpart = "has no counterpart in the catalogue";
 
 }  // namespace gem
 

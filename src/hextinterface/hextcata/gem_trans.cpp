@@ -144,8 +144,9 @@ const char* failureText(const DispatchRow& row, const HextPrimary& primitive) {
 
 }  // namespace
 
-bool translatePrimitive(CataStream& out, const HextPrimary& primitive, const GemFrame& frame, CataPoints& points,
-                        int& nextNumber) {
+std::string_view translatePrimitive(CataStream& out, const HextPrimary& primitive, const GemFrame& frame,
+                                    CataPoints& points, int& nextNumber) {
+    const std::size_t linesBefore = out.lineCount();
     for (const DispatchRow& row : dispatch) {
         if (!primitive.isKindOf(row.primitive)) {
             continue;
@@ -157,7 +158,7 @@ bool translatePrimitive(CataStream& out, const HextPrimary& primitive, const Gem
             points.insert(points.end(), added.begin(), added.end());
             nextNumber += static_cast<int>(added.size());
         }
-        return true;
+        return out.lineCount() != linesBefore ? "" : "is too thin for the catalogue";
     }
-    return primitive.isKindOf(HextPrimaryText::desc());
+    return primitive.isKindOf(HextPrimaryText::desc()) ? "" : gem::noCounterpart;
 }

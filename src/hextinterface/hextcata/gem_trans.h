@@ -73,7 +73,8 @@ HxGePoint3D toFrame(const HxGePoint3D& point, const HxGePoint3D& origin, const H
                     const HxGeVector3D& z);
 
 // Picks the translator of the primitive's class and runs it. Added points go to the end of `points`, and `nextNumber`
-// follows them. A class without a translator writes nothing and gives false. ExportException with the failure text of
-// the family; lines written by then stay in the file, points are not handed back.
-bool translatePrimitive(CataStream& out, const HextPrimary& primitive, const GemFrame& frame, CataPoints& points,
-                        int& nextNumber);
+// follows them. Gives why no line was written: no translator for the class, or a solid too thin for one; empty
+// otherwise, and for texts. ExportException with the failure text of the family; lines written by then stay in the
+// file, points are not handed back.
+std::string_view translatePrimitive(CataStream& out, const HextPrimary& primitive, const GemFrame& frame,
+                                    CataPoints& points, int& nextNumber);
