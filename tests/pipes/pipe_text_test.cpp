@@ -47,15 +47,25 @@ TEST_F(PipesTest, APipelineThatFailsIsLeftOutWithItsBranches) {
 }
 
 TEST_F(PipesTest, APipelineWithoutAnItemOfItsOwnIsPassedOver) {
-    load({{.branches = {{nozzle(98, at(0)), weld(99, at(0))}}},
-          {.id = 11, .name = "L-2", .branches = {{shortTube, gate, longTube}}}});
+    load({{.branches = {{weld(98, at(0)), weld(99, at(0))}}},
+          {.id = 11, .name = "L-2", .branches = {{shortTube, gate, longTube}}},
+          {.id = 12, .name = "L-3", .branches = {{tube(200, at(0, 9), at(9, 9))}, {tube(201, at(0, 8), at(9, 8))}}}});
     ObjectSet skip;
-    for (const int id : {100, 101, 102}) {
+    for (const int id : {100, 101, 102, 200}) {
         skip.insert(openAs<HxDbObject>(HxDbObjectId(id)));
     }
     EXPECT_EQ(write(skip), "");
+    // What goes out with the structures is no loss.
     EXPECT_EQ(reasons(), "98 pipe: its first branch has no item of its own\n"
-                         "100 pipe: its first branch has no item of its own\n");
+                         "200 pipe: its first branch has no item of its own\n");
+    // Nor is a branch of it in a pipe that has others.
+    Part duct = valve(201, at(0, 8), at(9, 8));
+    duct.attrs.replace(duct.attrs.find("\"100\""), 5, R"("600*400")");
+    load({{.branches = {{shortTube, gate, longTube}, {duct}}}});
+    EXPECT_NE(write({openAs<HxDbObject>(HxDbObjectId(201))}), "");
+    EXPECT_EQ(reasons(), "");
+    write();
+    EXPECT_EQ(reasons(), "201 branch: an end has no plain size\n");
 }
 
 TEST_F(PipesTest, BranchTextFollowsTheStateOfTheName) {

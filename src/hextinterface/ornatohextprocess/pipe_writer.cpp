@@ -15,6 +15,7 @@
 #include "tolmar/run_report.h"
 
 #include <algorithm>
+#include <span>
 
 namespace {
 
@@ -77,6 +78,21 @@ const HxDbSmrtlnEntity* firstItemOf(const PipelineBranches& pipeline, const Obje
         }
     }
     return nullptr;
+}
+
+// Ventilation and cable work, which goes out with the structures, and nothing beside it that would have a line.
+bool standsElsewhere(std::span<const ComponentList> branches, const ObjectSet& skipSet) {
+    bool found = false;
+    for (const ComponentList& branch : branches) {
+        for (HxDbSmrtlnEntity* item : branch) {
+            const bool skipped = skipSet.count(item) != 0;
+            if (!skipped && !isWeld(item) && !isStop(item)) {
+                return false;
+            }
+            found = found || skipped;
+        }
+    }
+    return found;
 }
 
 // Cuts a nozzle off one end of a list that runs towards that end; false when nothing of a branch is left.
@@ -209,6 +225,9 @@ void PipeWriter::run(const BranchTree& branches, const ObjectSet& skipSet) {
 
 void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet& skipSet) {
     const HxDbSmrtlnEntity* item = firstItemOf(pipeline, skipSet);
+    if (item == nullptr && standsElsewhere(pipeline, skipSet)) {
+        return;
+    }
     if (item == nullptr) {
         const HxDbObject* first = pipeline.front().empty() ? nullptr : pipeline.front().front();
         return leaveOut(first, "", "pipe", "its first branch has no item of its own");
@@ -257,8 +276,9 @@ void PipeWriter::tryBranch(const ComponentList& items, const ObjectSet& skipSet)
     try {
         writePipeBranch(items, skipSet);
     } catch (const ExportException& failure) {
-        const HxDbObject* first = items.empty() ? nullptr : items.front();
-        leaveOut(first, "", "branch", reasonOf(failure, items));
+        if (!standsElsewhere({&items, 1}, skipSet)) {
+            leaveOut(items.front(), "", "branch", reasonOf(failure, items));
+        }
     }
     flush();
 }
