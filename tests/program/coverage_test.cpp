@@ -1,6 +1,7 @@
 // What docs/coverage.md says of each primitive class, held against what the exports write of it.
 #include "real_module.h"
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <map>
@@ -21,13 +22,17 @@ std::map<std::string, std::string> samples() {
     return found;
 }
 
-// An equipment of one object of one primitive.
+// An equipment of one object of one primitive, and a tee of the same.
 std::string plantOf(const std::string& primitive) {
     return R"({"format": "tessaro-plant", "version": 1, "project": {"name": "C", "currentManager": 4},
         "databases": [{"name": "P", "root": 1}], "objects": [{"id": 1, "class": "HextWorld", "name": "W"},
         {"id": 2, "class": "HextSite", "in": 1, "name": "S"}, {"id": 3, "class": "HextZone", "in": 2, "name": "Z"},
         {"id": 4, "class": "HextEquipe", "in": 3, "name": "E"}, {"id": 5, "class": "HxDbEquipment", "in": 4,
         "name": "B", "points": [{"no": 1, "at": [0, 0, 0]}], "primitives": [)" +
+           primitive + R"(]}, {"id": 6, "class": "HextPipeline", "in": 3, "name": "L", "branches": [[7]]},
+        {"id": 7, "class": "HxDbTubeModelSpec", "in": 6, "attrs": {"item": "TEE", "smrtln": "Tee", "size1": "50",
+        "specname": "S", "lineno": "6", "minsul": "0"}, "points": [{"no": 0, "at": [0, 0, 0]}, {"no": 1,
+        "at": [-50, 0, 0]}, {"no": 2, "at": [50, 0, 0]}, {"no": 3, "at": [0, 50, 0]}], "primitives": [)" +
            primitive + "]}]}";
 }
 
@@ -37,6 +42,13 @@ bool holds(const std::string& text, std::string_view part) {
 
 std::string wordOfMacros(const std::string& equipment) {
     return equipment.empty() ? none : "written";
+}
+
+// Solids stand between the line that enters their set and the first point.
+std::string wordOfCatalogue(const std::string& cata) {
+    const std::size_t entered = cata.rfind("OLD /");
+    const std::size_t next = entered != std::string::npos ? cata.find('\n', entered) + 1 : cata.size();
+    return cata.substr(std::min(next, cata.size())).rfind("call !!ORNACataPtaxi", 0) == 0 ? none : "written";
 }
 
 // The kind of a primitive stands 28 bytes behind the start of its chunk, big-endian; 11 is a list of facets.
@@ -76,6 +88,7 @@ struct Column {
 };
 const Column columns[] = {
     {"`HEXTOUT` design", "install/temp/hext/equip.txt", wordOfMacros},
+    {"`HEXTOUT` catalogue", "install/temp/hext/cata.txt", wordOfCatalogue},
     {"`RVMOUT`", "out/C.rvm", wordOfRvm},
     {"`NVOUT`", "out/C.nwc", wordOfScene},
     {"`OBMOUT`", "out/C.pmodel", [](const std::string& bytes) { return meshedIf(holds(bytes, "POSITION")); }},
