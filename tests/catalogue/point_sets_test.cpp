@@ -223,6 +223,8 @@ TEST_F(CatalogueTest, OletsTakeTheirFourthPointFromTheBranchOrTheFarEnd) {
         {points.begin(), points.begin() + 3}, solid);
     add(12, "HxDbTubeModelSpec", std::string(R"("item":"OLET","itype":"A","smrtln":"Normal",)") + fourEnds, points,
         solid);
+    add(13, "HxDbTubeModelSpec", std::string(R"("item":"OLET","sch":"9","smrtln":"normal",)") + fourEnds, points,
+        solid);
     const CataText olet(branchText({10}));
     EXPECT_EQ(pointList(olet), (std::vector<std::string>{"0 BW 50.0 0.0 X", "1 BW 50.0 30.0 -X", "2 SW 40.0 30.0 X",
                                                          "3 FL 30.0 40.0 X DDANGLE Y"}));
@@ -230,6 +232,7 @@ TEST_F(CatalogueTest, OletsTakeTheirFourthPointFromTheBranchOrTheFarEnd) {
               (std::vector<std::string>{"(0.000000)", "(40.000000)", "X DDANGLE Y", "20.000000"}));
     EXPECT_EQ(pointList(CataText(branchText({11}))).at(3), "3 FL 30.0 30.0 X DDANGLE Y");
     EXPECT_EQ(pointList(CataText(branchText({12}))).at(2), "2 SW 40.0 30.0 x");  // a type beside the item: no branch
+    EXPECT_EQ(pointList(CataText(branchText({13}))).size(), 3U);                 // nor the word in other letters
 }
 
 TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {

@@ -64,7 +64,7 @@ void pointsOfClass(CataItem& item, const HxDbSmrtlnEntity* object) {
     comp->entity = object;
     std::vector<HxGePoint3D> coordinates;
     comp->getPoints(coordinates);
-    if (equalNoCase(item.smrtlnType, "Normal") && isBranchFitting(object)) {
+    if (item.smrtlnType == "Normal" && isBranchFitting(object)) {
         coordinates.push_back(object->getCoordOfNo(object->getPointOfNo(3) != nullptr ? 3 : 2));
     }
     for (const HxGePoint3D& coordinate : coordinates) {
