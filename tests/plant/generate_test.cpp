@@ -295,6 +295,9 @@ TEST(Generate, OddPlantsLoadAndAreOdd) {
         EXPECT_NE(text, plant::generateModelText({120, seed}));
         EXPECT_NE(text.find("1e12"), std::string::npos) << seed;
     }
+    // A component whose class would change, and at which a pipeline starts.
+    const plant::LoadResult result = plant::loadModelText(plant::generateModelText({1000, 15, true}));
+    EXPECT_TRUE(result) << result.error;
 }
 
 TEST(Generate, SaysWhyAFileCannotBeWritten) {

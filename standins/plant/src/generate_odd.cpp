@@ -21,10 +21,10 @@ constexpr const char* managerClasses[] = {"HextSite",   "HextZone",     "HextZon
                                           "HextEquipe", "HextSupport",  "HextAxiss",         "HextPIDPaperManager"};
 // Whole numbers and directions of meaning, which stay as they are.
 constexpr std::string_view untouched[] = {
-    "id",       "in",       "node",      "owner",     "start",   "spec",       "bolts",   "supItem", "members",
-    "subs",     "branches", "bolt",      "nut",       "flange",  "no",         "insNo",   "refNo",   "sides",
-    "segments", "sideMode", "pointKind", "arcKind",   "form",    "handedness", "section", "unit",    "sortNo",
-    "boltNum",  "nutNum",   "kind",      "available", "gsFlags", "faces",      "type",    "runs"};
+    "id",       "in",        "node",      "owner",   "spec",       "bolts",   "supItem", "members", "subs",
+    "branches", "bolt",      "nut",       "flange",  "no",         "insNo",   "refNo",   "sides",   "segments",
+    "sideMode", "pointKind", "arcKind",   "form",    "handedness", "section", "unit",    "sortNo",  "boltNum",
+    "nutNum",   "kind",      "available", "gsFlags", "faces",      "type",    "runs"};
 // What an object, point or primitive can do without.
 constexpr std::string_view optionalMembers[] = {
     "displayName", "owner",  "members",    "standard", "color", "start",   "branches",   "runs",
@@ -112,6 +112,9 @@ void OddPlant::member(std::string_view name, Value value) {
         attributes(value);
     } else if (name == "to") {
         target(value);
+    } else if (name == "start") {
+        starts_.insert(value);
+        out_ += simdjson::to_string(value);
     } else if (name == "color") {
         out_ += std::to_string(values_.random().below(256));
     } else if (name == "flow") {
@@ -224,8 +227,9 @@ void OddPlant::attributeList(const dom::object& entries) {
 
 void OddPlant::classOf(std::string_view name) {
     const bool isOther = !keepsTypes_ && isPart(name) && values_.random().chance(oddPercent);
+    const std::string_view other = isOther ? values_.random().pick(partClasses) : name;
     out_ += '"';
-    out_ += isOther ? values_.random().pick(partClasses) : name;
+    out_ += starts_.count(id_) != 0 ? name : other;
     out_ += '"';
 }
 

@@ -8,6 +8,7 @@
 #include <simdjson.h>
 
 #include <array>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -41,6 +42,7 @@ private:
     std::string out_;
     std::array<std::int64_t, 64> seen_{};  // ids of smart objects
     std::size_t seenCount_ = 0;
+    std::set<std::int64_t> starts_;  // of pipelines: tube models, and they stay that
     std::int64_t id_ = 0;
     std::int64_t nextId_ = std::int64_t{1} << 44;
 };
