@@ -208,6 +208,7 @@ TEST_F(CatalogueTest, AxesBecomeOrientationText) {
     add(10, "HxDbTubeModel", R"("smrtln":"Tee")", {{0, {}}, {2, {9, 0, 0}, 0, 11}, {3, {9, 9, 0}, 0, 12}});
     add(11, "HxDbTubeModel", R"("item":"PIPE")", {{1, {10, 0, 0}}, {2, {30, 0, 0}, 0, 10}});
     add(12, "HxDbTubeModel", R"("item":"ELBOW")", {{0, {0, 40, 0}}, {1, {0, 9, 0}, 0, 10}});
+    add(13, "HxDbTubeModel", R"("smrtln":"Tee")", {{0, {}}, {2, {1e200, 0, 0}}, {3, {0, 9, 0}}});
     CompView view = makeView(at(10), nullptr);
     EXPECT_TRUE(view.comp->isAxis);
     EXPECT_EQ(axesOf(view), "X is E and Y is E 45 N");
@@ -218,8 +219,12 @@ TEST_F(CatalogueTest, AxesBecomeOrientationText) {
     EXPECT_EQ(failureOf([] { axesTextChecked(nullptr, nullptr, {1, 0, 0}, {0, 1e-7, 0}); }), "无效方向");
     EXPECT_EQ(ui.printed, "");
     EXPECT_EQ(axesTextChecked(nullptr, nullptr, {1, 0, 0}, {0, -1, 0}), "X is E and Y is S");
+    EXPECT_EQ(failureOf([] { axesTextChecked(nullptr, nullptr, {1e200, 0, 0}, {0, 1, 0}); }), "无效方向");
+    CompView far = makeView(at(13), nullptr);
+    EXPECT_EQ(failureOf([&] { axesWithReference(far, {0, 0, 1}, false); }), "无效方向");
     Vector a;
     Vector b;
+    EXPECT_EQ(failureOf([&] { getConnectionAxes(at(13), {}, a, b); }), "无效方向");
     EXPECT_EQ(getConnectionAxes(at(10), {HxDbObjectId(11), HxDbObjectId(12)}, a, b), "X is E and Y is N");
     expectVector(a, {20, 0, 0}, "the middle of a pipe");
     expectVector(b, {0, 40, 0}, "the centre of an elbow");

@@ -698,6 +698,10 @@ TEST(Primitives, ThatCannotBeTranslatedSayWhy) {
     HextSqucone3D frustum;
     frustum.xAxis = frustum.zAxis;
     EXPECT_EQ(failureOf(frustum), "不能转换为HEXT的矩形断面台");
+    HextCylinder3D cylinder;
+    cylinder.startPoint = {1, 1, 1};
+    cylinder.endPoint = {1e200, 1, 2};
+    EXPECT_EQ(failureOf(cylinder), "不能转换为HEXT圆柱！");
     HextOval3D dish;
     dish.axialRadius = 10;
     dish.radialRadius = 20;

@@ -87,6 +87,8 @@ TEST(MacroText, DirectionsGoByLeadingAxisAndAngles) {
         {{0, 0, -5}, "D", true},
         {{0.5, 0, 0}, "E", true},
         {{1, 1, 0}, "E 45 N", false},
+        {{1e200, 1e200, 1e200}, "E 45 N 35.26439 U", false},
+        {{1e100, 0, -1e100}, "E 45 D", false},
         {{-1, 0, 1}, "W 45 U", false},
         {{0, 1, 1}, "N 45 U", false},
         {{1, 1, 1}, "E 45 N 35.26439 U", false},

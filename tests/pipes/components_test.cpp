@@ -33,6 +33,7 @@ TEST_F(PipesTest, ABranchThatFailsIsLeftOutWholeAndTheOthersStand) {
     const auto far = [](double y) {
         return std::vector{tube(300, at(0, y), at(900, y)), valve(301, at(900, y), at(1100, y))};
     };
+    const std::vector<Part> endless = {tube(208, at(0, 4), at(1e200, 4)), valve(209, at(1e200, 4), at(2e200, 4))};
     const Part noRow = valve(201, at(900, 5), at(1100, 5), R"(,"rating":"PN99")");
     Part wye = valve(203, at(900, 6), at(1100, 6));
     wye.attrs = R"("item":"YTEE","smrtln":"Y","size1":"100")";
@@ -45,16 +46,18 @@ TEST_F(PipesTest, ABranchThatFailsIsLeftOutWholeAndTheOthersStand) {
                         {tube(202, at(0, 6), at(900, 6)), wye},
                         {tube(204, at(0, 7), at(900, 7)), odd},
                         {tube(206, at(0, 8), at(900, 8)), flat},
+                        endless,
                         far(9)}}},
          {201});
     const std::string text = write();
     EXPECT_EQ(text.find(banner), text.rfind(banner)) << text;
     EXPECT_EQ(components(text).size(), 1U);
-    EXPECT_NE(text.find("CreateBranch('/L-1-B5'"), std::string::npos);
+    EXPECT_NE(text.find("CreateBranch('/L-1-B6'"), std::string::npos);
     EXPECT_EQ(reasons(), "200 branch: 对象未创建等级\n"
                          "202 branch: 请检查元件端部连接关系,port:2,id:203\n"
                          "204 branch: 智能线类型元件Knot不能转换为HEXT元件\n"
-                         "206 branch: 无效方向\n");
+                         "206 branch: 无效方向\n"
+                         "208 branch: 无效方向\n");
     EXPECT_EQ(ui.printed, "Error:201<对象未创建等级>\nID:207<无效方向>");
 }
 

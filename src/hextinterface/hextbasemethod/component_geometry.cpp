@@ -8,6 +8,7 @@
 #include "platform/model_tests.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace {
@@ -42,6 +43,11 @@ constexpr Family families[] = {
         hxcad::hextPrintf("\nID:%lld<无效方向>", static_cast<long long>(entity->objectId().toInt()));
     }
     throw ExportException(invalidDirection);
+}
+
+// Coordinates at the end of what numbers hold give no direction.
+bool isFinite(const HxGeVector3D& v) {
+    return std::isfinite(v.length());
 }
 
 HxGePoint3D middleOf(const HxDbSmrtlnEntity* entity) {
@@ -136,7 +142,7 @@ std::string axesOf(CompView& view) {
 }
 
 std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, HxGeVector3D x, HxGeVector3D y) {
-    if (x.length() < shortestAxis || y.length() < shortestAxis) {
+    if (!isFinite(x) || !isFinite(y) || x.length() < shortestAxis || y.length() < shortestAxis) {
         refuseDirection(entity);
     }
     x.normalize();
@@ -158,6 +164,9 @@ std::string axesWithReference(const CompView& view, const HxGeVector3D& referenc
     HxGeVector3D x;
     HxGeVector3D y;
     view.comp->getAxes(view.entity, x, y);
+    if (!isFinite(x) || !isFinite(y)) {
+        refuseDirection(view.entity);
+    }
     x.normalize();
     y.normalize();
     if (useAsX) {
@@ -172,6 +181,9 @@ std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& com
                               HxGeVector3D& b) {
     a = armTowards(entity, 2, componentIds);
     b = armTowards(entity, 3, componentIds);
+    if (!isFinite(a) || !isFinite(b)) {
+        refuseDirection(entity);
+    }
     return axesText(a, b);
 }
 

@@ -89,11 +89,11 @@ struct CompView {
 CompView makeView(const HxDbSmrtlnEntity* entity, const BranchItems* items);
 
 // "X is ... and Y is ..." from the view's own axes. Empty when x is shorter than 1e-5. ExportException "无效方向" for
-// an axis shorter than 1e-6, with the entity's id on the command line.
+// an axis shorter than 1e-6 or beyond all numbers, with the entity's id on the command line.
 std::string axesOf(CompView& view);
 // The same from two vectors; `comp` and `entity` may be null.
 std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, HxGeVector3D x, HxGeVector3D y);
-// With one axis replaced by `reference`; no test of length.
+// With one axis replaced by `reference`; no test for short axes.
 std::string axesWithReference(const CompView& view, const HxGeVector3D& reference, bool useAsX);
 // The axes of a tee-like object without axes of its own, from its neighbours at 2 and 3. A neighbour that is missing or
 // not among `componentIds` is stood in for by the connection point.

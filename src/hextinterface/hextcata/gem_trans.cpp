@@ -38,6 +38,7 @@ std::string HEXT_CATA_GemTrans::axisText(const HxGeVector3D& v) const {
 
 std::string HEXT_CATA_GemTrans::addPoint(const HxGePoint3D& position, const HxGePoint3D& worldPoint,
                                          const HxGeVector3D& direction) {
+    isFinite_ = isFinite_ && std::isfinite(direction.length()) && std::isfinite(position.asVector().length());
     const int plane = planeOf(direction, planeTolerance);
     CataPoint point;
     point.type = "PTCAR";
@@ -152,6 +153,9 @@ std::string_view translatePrimitive(CataStream& out, const HextPrimary& primitiv
             continue;
         }
         const TranslatorPtr translator = row.make(primitive, frame, nextNumber);
+        if (!translator->isFinite()) {
+            throw ExportException(failureText(row, primitive));
+        }
         translator->write(out, failureText(row, primitive));
         if (translator->hasPoints()) {
             const CataPoints& added = translator->newPoints();

@@ -38,6 +38,8 @@ public:
 
     // The points that the translator has added, when there are any to hand back.
     bool hasPoints() const { return hasPoints_; }
+    // False when a point or its direction is no finite number: nothing must be written then.
+    bool isFinite() const { return isFinite_; }
     const CataPoints& newPoints() const { return newPoints_; }
 
 protected:
@@ -62,6 +64,7 @@ private:
     GemFrame frame_;
     TlGeMatrix3d localMap_;
     CataPoints newPoints_;
+    bool isFinite_ = true;
 };
 
 // In which coordinate plane a vector lies: 1 XY, 2 YZ, 3 XZ, -1 none. Tested in this order.

@@ -15,6 +15,7 @@
 #include "tolmar/run_report.h"
 
 #include <algorithm>
+#include <cmath>
 #include <span>
 
 namespace {
@@ -373,7 +374,11 @@ void PipeWriter::fillEnd(_HextBranchDesc& branch, End end, const ComponentList& 
     CompView view = makeView(found.item, &lookup);
     view.boreEntity = found.bore;
     branch.setPoint(end, head ? view.comp->getArrivePoint(found.item) : view.comp->getLeavePoint(found.item));
-    branch.setDirection(end, endDirection(view, head));
+    const HxGeVector3D direction = endDirection(view, head);
+    if (!std::isfinite(direction.length())) {
+        throw ExportException("无效方向");
+    }
+    branch.setDirection(end, direction);
     branch.setBore(end, boreAt(found.bore, head ? view.comp->arrivePoint : view.comp->leavePoint));
     const HxDbSmrtlnEntity* outermost = head ? items.front() : items.back();
     std::string& connection = head ? branch.headConnection : branch.tailConnection;

@@ -8,10 +8,23 @@ const TlGeVector3d TlGeVector3d::kYAxis{0, 1, 0};
 const TlGeVector3d TlGeVector3d::kZAxis{0, 0, 1};
 const TlGePoint3d TlGePoint3d::kOrigin{0, 0, 0};
 
+namespace {
+
+// At a size of 1, so that products of it overflow nowhere.
+TlGeVector3d scaledDown(const TlGeVector3d& v) {
+    return v / std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
+}
+
+}  // namespace
+
 double TlGeVector3d::angleTo(const TlGeVector3d& o) const {
+    constexpr double largestProduct = 1e150;  // its square is a number
     const double lengths = length() * o.length();
     if (!(lengths > 0)) {
         return 0;
+    }
+    if (lengths > largestProduct) {
+        return scaledDown(*this).angleTo(scaledDown(o));
     }
     // acos loses half the digits near 0 and pi, atan2 of cross and dot does not.
     return std::atan2(crossProduct(o).length() / lengths, dotProduct(o) / lengths);
