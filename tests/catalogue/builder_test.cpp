@@ -242,6 +242,11 @@ TEST_F(CatalogueTest, PointLinesAndTextsKeepTheirForms) {
     point.dist = 2e7;
     writePointWithDistance(out.stream(), "Nulref", point, "+HEIGHT");
     EXPECT_EQ(ui.boxes, std::vector<std::string>{"PP点distance计算错误"});
+    point.dist = HUGE_VAL;
+    writePoint(out.stream(), "FAR", point);
+    EXPECT_EQ(tolmar::runReport().passed().back().name,
+              "call !!ORNACataPtaxi('/FAR','1','BW','(50.000000)','(inf)','-X')");
+    EXPECT_EQ(tolmar::runReport().passed().back().why, "holds a number that is not finite");
     enterElement(out.stream(), "");
     EXPECT_EQ(out.text(), "call !!ORNACataPtaxi('/A-PT','1','BW','(50.000000)','(25.500000)','-X')\n"
                           "call !!ORNACataPtaxi('Nulref','1','BW','(50.000000)','(+HEIGHT)','-X')\nOLD /\n");

@@ -642,7 +642,7 @@ TEST(Primitives, PointsOfBendsKnowTheirPlaceInThePlant) {
     const Translation thin = translate(flat, {});
     EXPECT_EQ(thin.points.size(), 2U);
     EXPECT_EQ(CataText(thin.text).calls("SRTO").size(), 0U);
-    EXPECT_EQ(thin.lost, "is too thin for the catalogue");
+    EXPECT_EQ(thin.lost, "is too thin or too large for the catalogue");
     flat.startHeight = flat.endHeight = 5;
     EXPECT_EQ(translate(flat, {}).lost, "");
     EXPECT_EQ(translate(HextPrimaryText(), {}).lost, "");
@@ -676,6 +676,9 @@ TEST(Primitives, ThatCannotBeTranslatedSayWhy) {
     wedge.point3 = {10, 0, 0};
     wedge.point1 = {20, 0, 0};
     EXPECT_EQ(failureOf(wedge), "Wedge体元局部坐标系获取失败!");
+    wedge.point1 = {0, 20, 0};
+    wedge.wedgeSize = 1e200;
+    EXPECT_NE(failureOf(wedge), "none");
     HextPrism3D prism;
     prism.startPoint = {0, 0, 10};
     prism.vertexPoint = {5, 0, 0};

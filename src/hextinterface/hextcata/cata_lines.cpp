@@ -2,6 +2,7 @@
 
 #include "platform/hxcom.h"
 #include "tolmar/host_ui.h"
+#include "tolmar/run_report.h"
 
 namespace {
 
@@ -33,6 +34,10 @@ std::string cataRef(std::string_view name) {
 void CataStream::openCataFile(std::string_view folder) {
     file_.close();
     file_.open(std::string(folder) + "/cata.txt", tolmar::FileMode::Text);
+}
+
+void CataStream::leaveOut() const {
+    tolmar::runReport().passedOver(0, text_, "catalogue line", "holds a number that is not finite");
 }
 
 void writeCatalogue(CataStream& out, std::string_view cata) {

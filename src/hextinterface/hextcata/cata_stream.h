@@ -5,6 +5,7 @@
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "tolmar/file.h"
 
+#include <cmath>
 #include <string>
 #include <string_view>
 
@@ -33,10 +34,15 @@ public:
     std::size_t lineCount() const { return lineCount_; }
 
     // One line of texts, doubles (six decimals), integers, Ref and Limited pieces. Nothing happens on a closed stream.
+    // A line with a double that is not finite is left out and told to the run report.
     template <typename... Pieces>
     void line(const Pieces&... pieces) {
         text_.clear();
+        isFinite_ = true;
         (append(pieces), ...);
+        if (!isFinite_) {
+            return leaveOut();
+        }
         text_ += '\n';
         file_.write(text_);
         ++lineCount_;
@@ -44,12 +50,17 @@ public:
 
 private:
     void append(std::string_view text) { text_ += text; }
-    void append(double value) { appendFixed(text_, value); }
+    void append(double value) {
+        isFinite_ = isFinite_ && std::isfinite(value);
+        appendFixed(text_, value);
+    }
     void append(int value) { appendInt(text_, value); }
     void append(Ref ref) { ref.name == "Nulref" ? text_ += ref.name : text_.append("/").append(ref.name); }
     void append(Limited limited) { text_ += limitedText(limited.text); }
+    void leaveOut() const;
 
     tolmar::OutputFile file_;
     std::string text_;
+    bool isFinite_ = true;  // every number of the line in hand
     std::size_t lineCount_ = 0;
 };

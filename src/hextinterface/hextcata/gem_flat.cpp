@@ -160,7 +160,7 @@ HEXT_CATA_SEXTTrans::HEXT_CATA_SEXTTrans(const HextSaddle3D& primitive, const Ge
 }
 
 void HEXT_CATA_SEXTTrans::write(CataStream& out, const char* failure) const {
-    if (!std::all_of(object_.vertices.begin(), object_.vertices.end(), isUsable)) {
+    if (!std::all_of(object_.vertices.begin(), object_.vertices.end(), isUsable) || !std::isfinite(object_.height)) {
         throw ExportException(failure);
     }
     writeOne(out, object_, failure);

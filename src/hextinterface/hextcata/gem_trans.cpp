@@ -162,7 +162,7 @@ std::string_view translatePrimitive(CataStream& out, const HextPrimary& primitiv
             points.insert(points.end(), added.begin(), added.end());
             nextNumber += static_cast<int>(added.size());
         }
-        return out.lineCount() != linesBefore ? "" : "is too thin for the catalogue";
+        return out.lineCount() != linesBefore ? "" : "is too thin or too large for the catalogue";
     }
     return primitive.isKindOf(HextPrimaryText::desc()) ? "" : gem::noCounterpart;
 }

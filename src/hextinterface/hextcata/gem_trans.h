@@ -76,7 +76,7 @@ HxGePoint3D toFrame(const HxGePoint3D& point, const HxGePoint3D& origin, const H
                     const HxGeVector3D& z);
 
 // Picks the translator of the primitive's class and runs it. Added points go to the end of `points`, and `nextNumber`
-// follows them. Gives why no line was written: no translator for the class, or a solid too thin for one; empty
+// follows them. Gives why no line was written: no translator for the class, or a solid too thin or too large; empty
 // otherwise, and for texts. ExportException with the failure text of the family; lines written by then stay in the
 // file, points are not handed back.
 std::string_view translatePrimitive(CataStream& out, const HextPrimary& primitive, const GemFrame& frame,
