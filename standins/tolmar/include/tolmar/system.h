@@ -13,8 +13,8 @@ std::string getPrivateProfileString(const char* section, const char* key, const 
 // An integer the way the system reads it: leading blanks and digits count, anything else ends it; `fallback` for a
 // missing key, 0 for a value that does not begin with a number.
 int getPrivateProfileInt(const char* section, const char* key, int fallback, std::string_view codePagePath);
-// Writes one value, keeping the rest of the file with its comments; false when it could not. The run report is told of a
-// file that cannot be read or written.
+// Writes one value, keeping the rest of the file with its comments; false when it could not. The run report is told of
+// a file that cannot be read or written.
 bool writePrivateProfileString(const char* section, const char* key, const char* value, std::string_view codePagePath);
 
 bool setCurrentDirectory(std::string_view codePagePath);
