@@ -28,6 +28,8 @@ public:
         used_ += size;
         return place;
     }
+    // Gives back what was not needed of the last room: the next byte goes to `end`, within it or just behind it.
+    void endRoom(const char* end) { used_ = static_cast<std::size_t>(end - buffer_.get()); }
     // Goes back to an offset that is not before the last flush.
     void takeBack(std::uint64_t offset) { used_ = static_cast<std::size_t>(offset - flushed_); }
     // Bytes that were written; null when they were handed on to the file.

@@ -4,6 +4,7 @@
 #include "tolmar/file.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cjson/cJSON.h>
 #include <cstdint>
 #include <cstring>
@@ -109,8 +110,30 @@ char* JsonSideFile::startMember(std::string_view key, std::size_t more) {
     return at;
 }
 
+char* JsonSideFile::startMember(std::int64_t key, std::size_t more) {
+    constexpr std::size_t digits = 20;
+    char* at = room(lineRoom() + 5 + digits + more);
+    if (hasMember_) {
+        *at++ = ',';
+    }
+    at = startLine(at);
+    *at++ = '"';
+    at = std::to_chars(at, at + digits, key).ptr;
+    *at++ = '"';
+    *at++ = ':';
+    *at++ = '\t';
+    return at;
+}
+
 void JsonSideFile::beginObject(std::string_view key) {
-    char* at = startMember(key, 1);
+    openObject(startMember(key, 1));
+}
+
+void JsonSideFile::beginObject(std::int64_t key) {
+    openObject(startMember(key, 1));
+}
+
+void JsonSideFile::openObject(char* at) {
     *at++ = '{';
     keep(at);
     ++depth_;
@@ -130,7 +153,7 @@ void JsonSideFile::addText(std::string_view key, std::string_view value) {
     hasMember_ = true;
 }
 
-void JsonSideFile::addObject(std::string_view key, std::string_view members) {
+void JsonSideFile::addObject(std::int64_t key, std::string_view members) {
     char* at = startMember(key, members.size() + lineRoom() + 2);
     *at++ = '{';
     at = startLine(std::copy(members.begin(), members.end(), at));

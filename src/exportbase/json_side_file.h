@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,11 +17,13 @@ public:
     explicit JsonSideFile(std::size_t depth = 1) : depth_(depth) {}
     // A member that is an object; what follows goes into it until its endObject. Objects may be nested.
     void beginObject(std::string_view key);
+    // The same under a number.
+    void beginObject(std::int64_t key);
     void endObject();
     // A member that is a text.
     void addText(std::string_view key, std::string_view value);
     // A member that is an object, from the members that another side file composed one level deeper.
-    void addObject(std::string_view key, std::string_view members);
+    void addObject(std::int64_t key, std::string_view members);
     // What was composed, for addObject; every object must be closed.
     std::string members() const;
     // Forgets everything.
@@ -43,6 +46,8 @@ private:
     std::size_t lineRoom() const;
     char* putQuoted(char* at, std::string_view text);
     char* startMember(std::string_view key, std::size_t more);
+    char* startMember(std::int64_t key, std::size_t more);
+    void openObject(char* at);
 
     std::vector<Block> blocks_;
     std::string terminated_;

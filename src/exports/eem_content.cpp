@@ -29,13 +29,16 @@ const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDire
 const TreeLevel paperLevels[] = {
     worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
 
+// More than the head of a block takes beside the name.
+constexpr std::size_t headRoom = 64;
+
+// A place behind the head, with room for a tag and an int; the caller says by endRoom where it ends.
 template <std::size_t size>
-void writeBlockHead(EemFile& file, const char (&tag)[size], std::string_view name, const HxDbObject& object) {
+char* writeBlockHead(EemFile& file, const char (&tag)[size], std::string_view name, const HxDbObject& object) {
     file.beginBlock();
-    file.writeTag(tag);
-    file.writeString(name);
-    file.writeTag(idTag);
-    file.writeInt64(object.objectId().toInt());
+    char* at = file.room(headRoom + name.size());
+    at = putString(putTag(at, tag), name);
+    return putInt64(putTag(at, idTag), object.objectId().toInt());
 }
 
 // An object without a colour of its own takes `color` when it is a component of a pipe.
@@ -76,13 +79,12 @@ std::string_view Output::nameOf(const HxDbObject& object) {
 }
 
 void Output::addMember(const HxDbObject& object, std::string_view name) {
-    char digits[24];
-    const std::string_view key(digits, std::to_chars(digits, digits + sizeof digits, object.objectId().toInt()).ptr);
+    const std::int64_t id = object.objectId().toInt();
     if (!asksNames_ && !asksProperties_) {
-        side_.addObject(key, plainMembers(object));
+        side_.addObject(id, plainMembers(object));
         return;
     }
-    side_.beginObject(key);
+    side_.beginObject(id);
     writeMembers(side_, object, name);
     side_.endObject();
 }
@@ -169,10 +171,9 @@ void ModelContent::passOver(const HxDbObject& object) const {
 
 void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {
     EemFile& file = output_.file();
-    writeBlockHead(file, objectTag, name, object);
-    file.writeTag(shapeTag);
-    const std::uint64_t countPlace = file.offset();
     const auto size = static_cast<std::int32_t>(shape_.size());
+    file.endRoom(putTag(writeBlockHead(file, objectTag, name, object), shapeTag));
+    const std::uint64_t countPlace = file.offset();
     file.writeInt(size);
     const std::int32_t count = encoder_.encodeList(shape_, color);
     if (count != size) {
@@ -197,7 +198,7 @@ std::span<const TreeLevel> PaperContent::levels() const {
 bool PaperContent::startManager(const HxDbObject& manager) {
     if (manager.isKindOf(HextPIDPaperManager::desc())) {
         const std::string_view name = output_.nameOf(manager);
-        writeBlockHead(output_.file(), paperTag, name, manager);
+        output_.file().endRoom(writeBlockHead(output_.file(), paperTag, name, manager));
         output_.file().endBlock();
         output_.addMember(manager, name);
     }

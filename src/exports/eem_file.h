@@ -5,7 +5,6 @@
 #include "exports/eem_little_endian.h"
 #include "tolmar/file.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <stdexcept>
@@ -38,18 +37,7 @@ public:
 
     void writeInt(std::int32_t value) { putInt(room(intSize), value); }
     void writeInt64(std::int64_t value) { putInt64(room(int64Size), value); }
-    // The length in bytes, then the bytes.
-    void writeString(std::string_view text) {
-        char* bytes = putInt(room(intSize + text.size()), static_cast<std::int32_t>(text.size()));
-        std::copy(text.begin(), text.end(), bytes);
-    }
-
-    // The same of a literal.
-    template <std::size_t size>
-    void writeTag(const char (&tag)[size]) {
-        char* bytes = putInt(room(intSize + size - 1), static_cast<std::int32_t>(size - 1));
-        std::copy_n(tag, size - 1, bytes);
-    }
+    void writeString(std::string_view text) { putString(room(intSize + text.size()), text); }
 
     void writePaperHeader();
     void writeTrailer();
@@ -67,8 +55,8 @@ public:
         }
         return buffer_.room(size);
     }
-    // Goes back to an offset that is not before the last settle.
-    void takeBack(std::uint64_t place) { buffer_.takeBack(place); }
+    // Gives back what was not needed of the last room: the file goes on at `end`, within it or just behind it.
+    void endRoom(const char* end) { buffer_.endRoom(end); }
     // Hands large blocks on; what was written before can no longer be taken back.
     void settle() {
         if (buffer_.isFull()) {

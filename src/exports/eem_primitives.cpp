@@ -4,8 +4,10 @@
 #include "exports/eem_little_endian.h"
 #include "tolmar/ge.h"
 
+#include <array>
 #include <bit>
 #include <cstring>
+#include <iterator>
 #include <type_traits>
 
 // A record is, for a solid,  int code, fields, int handedness, int colour word  and for a line  int 20, fields, int
@@ -73,7 +75,7 @@ constexpr std::size_t plainSize = 192;
 constexpr const char* noRecord = "its class has no record in an EEM file";
 constexpr const char* notFinite = "a coordinate or size is not finite";
 
-// Fills in a record; the caller has made room.
+// Fills in a record; the caller has made room. Its writers stand inline, so that it lives in registers.
 class Record {
 public:
     explicit Record(char* at) : at_(at) {}
@@ -83,7 +85,7 @@ public:
     }
     Record& number(double value) {
         at_ = putDouble(at_, value);
-        isFinite_ &= (std::bit_cast<std::uint64_t>(value) & exponentMask) != exponentMask;
+        carries_ |= (std::bit_cast<std::uint64_t>(value) & exponentMask) + exponentUnit;
         return *this;
     }
     Record& point(const HxGePoint3D& value) { return number(value.x).number(value.y).number(value.z); }
@@ -91,14 +93,15 @@ public:
     Record& vertex(const HextVertex& value) { return integer(value.kind).point(value.point); }
 
     char* end() const { return at_; }
-    bool isFinite() const { return isFinite_; }
+    bool isFinite() const { return carries_ >> 63U == 0; }
 
 private:
-    // All bits of it are set in infinite numbers and NaN.
+    // All bits of the exponent are set in infinite numbers and NaN: one more carries into the place of the sign.
     static constexpr std::uint64_t exponentMask = 0x7FF0000000000000;
+    static constexpr std::uint64_t exponentUnit = 0x0010000000000000;
 
     char* at_;
-    bool isFinite_ = true;
+    std::uint64_t carries_ = 0;
 };
 
 void writeCylinder(const HextCylinder3D& solid, Record& record) {
@@ -144,10 +147,12 @@ std::size_t listSize(const HextVertexList* list) {
 }
 
 void writeVertices(const HextVertexList* list, Record& record) {
-    record.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
+    Record own = record;
+    own.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
     for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
-        record.vertex((*list)[i]);
+        own.vertex((*list)[i]);
     }
+    record = own;
 }
 
 std::size_t revolutionSize(const HextRevolve& solid) {
@@ -199,10 +204,12 @@ std::size_t extrusionSize(const HextSpolygon& solid) {
 }
 
 void writeMapped(const HextVertexList* list, const PlaneFrame& frame, Record& record) {
-    record.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
+    Record own = record;
+    own.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
     for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
-        record.vertex(frame.toWorld((*list)[i]));
+        own.vertex(frame.toWorld((*list)[i]));
     }
+    record = own;
 }
 
 void writeExtrusion(const HextSpolygon& solid, Record& record) {
@@ -278,27 +285,36 @@ void writeLine(const HextPrimaryLine& line, Record& record) {
     record.integer(codeLine).point(line.startPoint).point(line.endPoint);
 }
 
-// A class with a record: most bytes of code and fields, and what writes them.
+// The end of what was written; null for a record with a number that is not finite.
+using Write = char* (*)(const HextPrimary& primitive, char* at);
+
+// A class with a record: most bytes that it takes, and what writes its code and fields.
 struct RecordRow {
     const TlRxClass* type;
     bool isSolid;
-    std::size_t (*size)(const HextPrimary& primitive);
-    void (*write)(const HextPrimary& primitive, Record& record);
+    std::size_t (*size)(const HextPrimary& primitive);  // null: plainSize
+    Write write;
 };
 
-template <typename Class>
-std::size_t sizeOfPlain(const Class&) {
-    return plainSize;
+template <typename Class, auto Fill>
+char* writeRecord(const HextPrimary& primitive, char* at) {
+    Record record(at);
+    Fill(static_cast<const Class&>(primitive), record);
+    return record.isFinite() ? record.end() : nullptr;
 }
 
-template <typename Class, auto Write, auto Size = sizeOfPlain<Class>>
+template <typename Class, auto Fill>
 RecordRow row() {
-    return {Class::desc(), std::is_base_of_v<HextPrimary3D, Class>,
-            [](const HextPrimary& primitive) { return Size(static_cast<const Class&>(primitive)); },
-            [](const HextPrimary& primitive, Record& record) { Write(static_cast<const Class&>(primitive), record); }};
+    return {Class::desc(), std::is_base_of_v<HextPrimary3D, Class>, nullptr, writeRecord<Class, Fill>};
 }
 
-// What plants have most of comes first.
+template <typename Class, auto Fill, auto Size>
+RecordRow row() {
+    return {Class::desc(), true,
+            [](const HextPrimary& primitive) { return Size(static_cast<const Class&>(primitive)); },
+            writeRecord<Class, Fill>};
+}
+
 const RecordRow recordRows[] = {
     row<HextCylinder3D, writeCylinder>(),
     row<HextBox3D, writeBox>(),
@@ -319,14 +335,33 @@ const RecordRow recordRows[] = {
     row<HextWedge3D, writeWedge>(),
 };
 
-const RecordRow* rowOf(const TlRxClass* type) {
-    for (const RecordRow& candidate : recordRows) {
-        if (candidate.type == type) {
-            return &candidate;
+// The rows by class. Class records lie side by side, so nearly all rows have the slot of their own.
+class RowTable {
+public:
+    RowTable() {
+        for (const RecordRow& row : recordRows) {
+            slots_[slotOf(row.type)] = &row;
         }
     }
-    return nullptr;
-}
+    // Null for a class without a record.
+    const RecordRow* find(const TlRxClass* type) const { return slots_[slotOf(type)]; }
+
+private:
+    static constexpr std::size_t slotCount = 64;
+    static_assert(std::size(recordRows) < slotCount);
+
+    // That of the class, or the free one where it goes.
+    std::size_t slotOf(const TlRxClass* type) const {
+        std::size_t slot = reinterpret_cast<std::uintptr_t>(type) / sizeof(std::uintptr_t) / 2 % slotCount;
+        while (slots_[slot] != nullptr && slots_[slot]->type != type) {
+            slot = (slot + 1) % slotCount;
+        }
+        return slot;
+    }
+
+    std::array<const RecordRow*, slotCount> slots_{};
+};
+const RowTable rowTable;
 
 std::int64_t materialCode(const HextPrimary3D& solid, const ObjectColor& color) {
     std::int64_t code = color.baseCode;
@@ -351,32 +386,33 @@ std::int32_t PrimitiveEncoder::encodeList(HextPrimaryView list, const ObjectColo
 
 // Null, or why there is no record.
 const char* PrimitiveEncoder::encode(const HextPrimary& primitive, const ObjectColor& color) {
-    const RecordRow* row = rowOf(primitive.isA());
+    const RecordRow* row = rowTable.find(primitive.isA());
     if (row == nullptr) {
         return noRecord;
     }
     file_.settle();
-    const std::uint64_t start = file_.offset();
-    char* place = file_.room(row->size(primitive));
-    Record record(place);
-    row->write(primitive, record);
+    char* place = file_.room(row->size != nullptr ? row->size(primitive) : plainSize);
+    char* end = row->write(primitive, place);
+    if (end == nullptr) {
+        file_.endRoom(place);
+        return notFinite;
+    }
     if (row->isSolid) {
         const auto& solid = static_cast<const HextPrimary3D&>(primitive);
-        record.integer(solid.handedness).integer(wordOf(materialCode(solid, color)));
+        end = putInt(putInt(end, solid.handedness), wordOf(materialCode(solid, color)));
     } else {
-        record.integer(static_cast<std::int32_t>(color.baseCode));
+        end = putInt(end, static_cast<std::int32_t>(color.baseCode));
     }
-    file_.takeBack(record.isFinite() ? start + static_cast<std::uint64_t>(record.end() - place) : start);
-    return record.isFinite() ? nullptr : notFinite;
+    file_.endRoom(end);
+    return nullptr;
 }
 
-// Neighbours mostly share their code.
 std::int32_t PrimitiveEncoder::wordOf(std::int64_t code) {
-    if (code != lastCode_) {
-        lastCode_ = code;
-        lastWord_ = std::bit_cast<std::int32_t>(colorWord(code));
+    KnownWord& known = words_[static_cast<std::uint64_t>(code) % words_.size()];
+    if (known.code != code) {
+        known = {code, std::bit_cast<std::int32_t>(colorWord(code))};
     }
-    return lastWord_;
+    return known.word;
 }
 
 }  // namespace eem

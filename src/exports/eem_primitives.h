@@ -4,6 +4,7 @@
 #include "exports/eem_file.h"
 #include "platform/primitives.h"
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -38,8 +39,12 @@ private:
 
     EemFile& file_;
     std::vector<LeftOut> leftOut_;
-    std::int64_t lastCode_ = std::numeric_limits<std::int64_t>::min();
-    std::int32_t lastWord_ = 0;
+    // Colour words of the codes met last, each at a place of its own among these.
+    struct KnownWord {
+        std::int64_t code = std::numeric_limits<std::int64_t>::min();
+        std::int32_t word = 0;
+    };
+    std::array<KnownWord, 64> words_{};
 };
 
 }  // namespace eem

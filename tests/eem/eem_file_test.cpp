@@ -80,9 +80,7 @@ TEST(EemFile, ABlockIsPatchedAlsoWhenItsStartIsOut) {
 TEST(EemFile, WhatIsTakenBackIsNotWritten) {
     EXPECT_EQ(written([](EemFile& file) {
                   file.writeString("A");
-                  const std::uint64_t place = file.offset();
-                  file.room(3 << 20);
-                  file.takeBack(place);
+                  file.endRoom(file.room(3 << 20));
                   file.writeString("B");
               }),
               std::string("\1\0\0\0A\1\0\0\0B", 10));
