@@ -5,7 +5,6 @@
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
-#include "platform/tree_walker.h"
 #include "tolmar/run_report.h"
 
 #include <algorithm>

@@ -6,9 +6,9 @@
 #include "frame/export_dialog.h"
 #include "platform/objects.h"
 #include "platform/param_list.h"
+#include "platform/tree_walker.h"
 
 #include <cstddef>
-#include <unordered_set>
 #include <vector>
 
 namespace eem {
@@ -48,7 +48,7 @@ private:
     std::vector<const HxDbTreeNode*> openDirectories_;
     ParamList properties_;
     // Managers with nothing but objects below them: whatever hangs there has been walked.
-    std::unordered_set<const HxDbTreeNode*> plainManagers_;
+    NodeSet plainManagers_;
     // The last parent that was asked for the place of its sons.
     const HxDbTreeNode* lastParent_ = nullptr;
     const HxDbObject* lastParentObject_ = nullptr;

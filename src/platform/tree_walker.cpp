@@ -11,43 +11,60 @@ constexpr std::size_t fewestSlots = 64;
 
 bool NodeSet::insert(const HxDbTreeNode* node) {
     const auto address = reinterpret_cast<std::uintptr_t>(node);
-    const std::uintptr_t cell = address % pageSize / cellSize;
-    std::uint64_t& word = pageOf(address / pageSize).bits[cell / 64];
+    const std::uintptr_t number = address / stretchSize;
+    const std::uintptr_t cell = address % stretchSize / cellSize;
+    Bits* bits = find(number);
+    std::uint64_t& word = (bits != nullptr ? *bits : make(number))[cell / 64];
     const std::uint64_t bit = std::uint64_t{1} << (cell % 64);
     const bool isNew = (word & bit) == 0;
     word |= bit;
     return isNew;
 }
 
-NodeSet::Page& NodeSet::pageOf(std::uintptr_t number) {
-    if (last_ < slots_.size() && slots_[last_].number == number) {
-        return slots_[last_];
-    }
-    if (used_ * 2 >= slots_.size()) {
-        grow();
-    }
-    last_ = slotOf(number);
-    Page& page = slots_[last_];
-    used_ += page.number == noPage ? 1 : 0;
-    page.number = number;
-    return page;
+bool NodeSet::contains(const HxDbTreeNode* node) const {
+    const auto address = reinterpret_cast<std::uintptr_t>(node);
+    const std::uintptr_t cell = address % stretchSize / cellSize;
+    const Bits* bits = find(address / stretchSize);
+    return bits != nullptr && ((*bits)[cell / 64] >> (cell % 64) & 1U) != 0;
 }
 
-// Where a page is or would go. Neighbours follow each other, so a multiplication spreads them.
+NodeSet::Bits* NodeSet::find(std::uintptr_t number) const {
+    if (last_ != nullptr && number == lastNumber_) {
+        return last_;
+    }
+    const Slot slot = slots_.empty() ? Slot() : slots_[slotOf(number)];
+    if (slot.bits == none) {
+        return nullptr;
+    }
+    lastNumber_ = number;
+    return last_ = bits_[slot.bits].get();
+}
+
+NodeSet::Bits& NodeSet::make(std::uintptr_t number) {
+    if (bits_.size() * 2 >= slots_.size()) {
+        grow();
+    }
+    slots_[slotOf(number)] = {number, static_cast<std::uint32_t>(bits_.size())};
+    lastNumber_ = number;
+    last_ = bits_.emplace_back(std::make_unique<Bits>()).get();
+    return *last_;
+}
+
+// Where a stretch is or would go. Neighbours follow each other, so a multiplication spreads them.
 std::size_t NodeSet::slotOf(std::uintptr_t number) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t slot = static_cast<std::size_t>(std::uint64_t{number} * 0x9E3779B97F4A7C15ULL >> 32U) & mask;
-    while (slots_[slot].number != noPage && slots_[slot].number != number) {
+    while (slots_[slot].bits != none && slots_[slot].number != number) {
         slot = (slot + 1) & mask;
     }
     return slot;
 }
 
 void NodeSet::grow() {
-    const std::vector<Page> old = std::exchange(slots_, std::vector<Page>(std::max(fewestSlots, slots_.size() * 2)));
-    for (const Page& page : old) {
-        if (page.number != noPage) {
-            slots_[slotOf(page.number)] = page;
+    const std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(std::max(fewestSlots, slots_.size() * 2)));
+    for (const Slot& slot : old) {
+        if (slot.bits != none) {
+            slots_[slotOf(slot.number)] = slot;
         }
     }
 }
