@@ -142,7 +142,11 @@ void TreeWalk::enterManager(HxDbTreeNode* node, const HxDbObject& manager, int c
         plainManagers_.insert(node);
     }
     const std::size_t all = objects_.size();
+    std::for_each_n(objects_.begin(), std::min(CadGiDraw::shapesAhead, all), CadGiDraw::expectPrimarys);
     for (std::size_t i = 0; i < all; ++i) {
+        if (i + CadGiDraw::shapesAhead < all) {
+            CadGiDraw::expectPrimarys(objects_[i + CadGiDraw::shapesAhead]);
+        }
         if (!selectedObjects_.contains(objects_[i]->objectId())) {
             reportRest(manager, i + 1);
             return;

@@ -92,4 +92,8 @@ Hext::ErrorStatus getPrimarys(const HxDbObject* object, HextPrimaryArray& list, 
 // The same for reading alone: nothing is copied, the primitives belong to the platform and live with the model. Empty
 // when there is no shape.
 Hext::ErrorStatus viewPrimarys(const HxDbObject* object, HextPrimaryView& view, int flags);
+// Says that the shape will be wanted soon, so that memory brings it near meanwhile. Walks over many objects say so this
+// many objects before the turn of each.
+void expectPrimarys(const HxDbObject* object);
+inline constexpr std::size_t shapesAhead = 8;
 }  // namespace CadGiDraw

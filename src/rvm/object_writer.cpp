@@ -1,10 +1,12 @@
 #include "rvm/object_writer.h"
 
 #include "exportbase/smart_object.h"
+#include "platform/smrtln.h"
 #include "rvm/object_material.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace rvm {
@@ -33,8 +35,12 @@ void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObj
     pair_.text().writeElementAttributes(id, levelManager);
     nameTable_.clear();
     siblings_.clear();
-    for (const HxDbObject* object : objects) {
-        const HxDbSmrtlnEntity* smart = smartObject(object);
+    std::for_each_n(objects.begin(), std::min(CadGiDraw::shapesAhead, objects.size()), CadGiDraw::expectPrimarys);
+    for (std::size_t i = 0; i < objects.size(); ++i) {
+        if (i + CadGiDraw::shapesAhead < objects.size()) {
+            CadGiDraw::expectPrimarys(objects[i + CadGiDraw::shapesAhead]);
+        }
+        const HxDbSmrtlnEntity* smart = smartObject(objects[i]);
         if (smart != nullptr && !smart->isKindOf(HxDbTubeWeld::desc())) {
             writeObject(*smart, isPipeline);
         }

@@ -3,6 +3,8 @@
 #include "model_data.h"
 #include "platform/smrtln.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace {
@@ -97,4 +99,17 @@ Hext::ErrorStatus CadGiDraw::viewPrimarys(const HxDbObject* object, HextPrimaryV
         return failUnwanted();
     }
     return viewShape(object, view);
+}
+
+// The reader puts the list right behind its primitives, so neither has to be followed.
+void CadGiDraw::expectPrimarys(const HxDbObject* object) {
+    constexpr std::uintptr_t line = 64;
+    constexpr std::uintptr_t usualSize = 96;
+    constexpr std::uint32_t most = 4;
+    const plant::ObjectData& data = object->data();
+    const auto end = reinterpret_cast<std::uintptr_t>(data.primitives + data.primitiveCount);
+    const std::uintptr_t size = std::min(data.primitiveCount, most) * (usualSize + sizeof(HextPrimary*));
+    for (std::uintptr_t at = (end - size) / line * line; at < end; at += line) {
+        __builtin_prefetch(reinterpret_cast<const void*>(at));
+    }
 }
