@@ -32,10 +32,17 @@ public:
     void same(const HxGePoint3D& found, const HxGePoint3D& expected, const char* what) {
         same(found.asVector(), expected.asVector(), what);
     }
-    void nextNumber(double expected, const char* what) { same(number(), expected, what); }
-    void nextPoint(const HxGePoint3D& expected, const char* what) { same(point(), expected, what); }
-    void nextDirection(const HxGeVector3D& expected, const char* what) { same(direction(), expected, what); }
+    // The fields that follow; all() has the code before them.
+    template <typename... Values>
+    void next(const Values&... values) {
+        (nextField(values), ...);
+    }
     void code(std::int32_t expected) { same(record_.code, expected, "code"); }
+    template <typename... Values>
+    void all(std::int32_t expectedCode, const Values&... values) {
+        code(expectedCode);
+        next(values...);
+    }
     void integer(std::int32_t expected, const char* what) {
         same(record_.integers.size() == 1 ? record_.integers[0] : -1, expected, what);
     }
@@ -46,23 +53,23 @@ public:
     }
 
 private:
+    void nextField(double expected) {
+        const std::string what = "number " + std::to_string(at_);
+        same(number(), expected, what.c_str());
+    }
+    void nextField(const HxGeVector3D& expected) { next(expected.x, expected.y, expected.z); }
+    void nextField(const HxGePoint3D& expected) { next(expected.x, expected.y, expected.z); }
+
     const eemcheck::Record& record_;
     std::size_t at_ = 0;
     std::string text_;
 };
 
 void compare(const HextCylinder3D& m, Comparison& c) {
-    c.code(0);
-    c.nextPoint(m.startPoint, "start");
-    c.nextPoint(m.endPoint, "end");
-    c.nextNumber(m.diameter / 2, "radius");
+    c.all(0, m.startPoint, m.endPoint, m.diameter / 2);
 }
 void compare(const HextScylinder3D& m, Comparison& c) {
-    c.code(10);
-    c.nextPoint(m.startPoint, "start");
-    c.nextPoint(m.endPoint, "end");
-    c.nextDirection(m.vect, "normal");
-    c.nextNumber(m.diameter / 2, "radius");
+    c.all(10, m.startPoint, m.endPoint, m.vect, m.diameter / 2);
 }
 // Boxes are the same when their centres are.
 void compare(const HextBox3D& m, Comparison& c) {
@@ -86,35 +93,19 @@ void compare(const HextBox3D& m, Comparison& c) {
     c.same(rebuilt.yAxis, m.yAxis, "y axis");
     c.same(HxGeVector3D(rebuilt.xLength, rebuilt.yLength, rebuilt.zLength), {m.xLength, m.yLength, m.zLength}, "size");
 }
-template <typename Cone>
-void compareCone(const Cone& m, Comparison& c) {
-    c.nextPoint(m.startPoint, "start");
-    c.nextPoint(m.endPoint, "end");
-    c.nextNumber(m.startDiameter / 2, "start radius");
-    c.nextNumber(m.endDiameter / 2, "end radius");
-}
 void compare(const HextConcone3D& m, Comparison& c) {
-    c.code(3);
-    compareCone(m, c);
+    c.all(3, m.startPoint, m.endPoint, m.startDiameter / 2, m.endDiameter / 2);
 }
 void compare(const HextEcone3D& m, Comparison& c) {
-    c.code(4);
-    compareCone(m, c);
-    c.nextDirection(m.vect, "offset");
+    c.all(4, m.startPoint, m.endPoint, m.startDiameter / 2, m.endDiameter / 2, m.vect);
 }
 void compare(const HextOval3D& m, Comparison& c) {
-    c.code(5);
-    c.nextPoint(m.point, "base");
-    c.nextNumber(m.axialRadius, "axial");
-    c.nextNumber(m.radialRadius, "radial");
-    c.nextNumber(m.baseRadius, "base radius");
-    c.nextDirection(m.vect, "direction");
+    c.all(5, m.point, m.axialRadius, m.radialRadius, m.baseRadius, m.vect);
 }
 // A turned vertex stands as far from the axis, half a side further round.
 void compare(const HextPrism3D& m, Comparison& c) {
     c.code(m.sideMode == 0 ? 6 : 7);
-    c.nextPoint(m.endPoint, "end");
-    c.nextPoint(m.startPoint, "start");
+    c.next(m.endPoint, m.startPoint);
     const HxGeVector3D vertex = c.point() - m.endPoint;
     const HxGeVector3D original = m.vertexPoint - m.endPoint;
     const HxGeVector3D axis = (m.startPoint - m.endPoint).normal();
@@ -124,54 +115,32 @@ void compare(const HextPrism3D& m, Comparison& c) {
     c.same(turn, m.sideMode == 0 ? 0 : pi / m.sides, "turn");
     c.integer(m.sides, "sides");
 }
-void compareVertex(const eemcheck::Vertex& found, std::int32_t kind, const HxGePoint3D& expected, Comparison& c) {
-    c.same(found.kind, kind, "kind");
-    c.same(HxGePoint3D(found.point[0], found.point[1], found.point[2]), expected, "vertex");
+void compareList(const std::vector<eemcheck::Vertex>& list, const HextVertexList& expected, const TlGeMatrix3d& toLocal,
+                 Comparison& c) {
+    c.same(static_cast<double>(list.size()), static_cast<double>(expected.size()), "vertices");
+    for (std::size_t i = 0; i < std::min(list.size(), expected.size()); ++i) {
+        const auto& at = list[i].point;
+        c.same(list[i].kind, expected[i].kind, "kind");
+        c.same(toLocal * HxGePoint3D(at[0], at[1], at[2]), expected[i].point, "vertex");
+    }
 }
 void compare(const HextRevolve& m, Comparison& c) {
     c.code(8);
-    const HextVertexList empty;
-    const HextVertexList& profile = m.profile ? *m.profile : empty;
-    const std::vector<eemcheck::Vertex>& list = c.record().lists.at(0);
-    c.same(static_cast<double>(list.size()), static_cast<double>(profile.size()), "vertices");
-    for (std::size_t i = 0; i < std::min(list.size(), profile.size()); ++i) {
-        compareVertex(list[i], profile[i].kind, profile[i].point, c);
-    }
-    c.nextPoint(m.center, "centre");
-    c.nextDirection(m.axis, "axis");
-    c.nextNumber(m.angle, "angle");
+    compareList(c.record().lists.at(0), m.profile ? *m.profile : HextVertexList(), TlGeMatrix3d(), c);
+    c.next(m.center, m.axis, m.angle);
 }
 void compare(const HextSaddle3D& m, Comparison& c) {
-    c.code(9);
-    c.nextPoint(m.point, "point");
-    c.nextDirection(m.axis, "axis");
-    c.nextDirection(m.sectionAxis, "section axis");
-    c.nextNumber(m.length, "length");
-    c.nextNumber(m.sectionLength, "section length");
-    c.nextNumber(m.sectionHeight, "section height");
-    c.nextNumber(m.circleRadius, "radius");
+    c.all(9, m.point, m.axis, m.sectionAxis, m.length, m.sectionLength, m.sectionHeight, m.circleRadius);
 }
 void compare(const HextSphere3D& m, Comparison& c) {
-    c.code(11);
-    c.nextPoint(m.center, "centre");
-    c.nextNumber(m.radius, "radius");
+    c.all(11, m.center, m.radius);
 }
-// World vertices taken back into the frame of the outline.
-void compareOutline(const std::vector<eemcheck::Vertex>& list, const HextVertexList& outline, const HextSpolygon& m,
-                    Comparison& c) {
-    c.same(static_cast<double>(list.size()), static_cast<double>(outline.size()), "vertices");
-    const TlGeMatrix3d toLocal =
-        TlGeMatrix3d::coordSystem(m.origin, m.xAxis.normal(), m.yAxis.normal(), m.xAxis.crossProduct(m.yAxis).normal())
-            .inverse();
-    for (std::size_t i = 0; i < std::min(list.size(), outline.size()); ++i) {
-        eemcheck::Vertex local = list[i];
-        const HxGePoint3D p = toLocal * HxGePoint3D(local.point[0], local.point[1], local.point[2]);
-        local.point = {p.x, p.y, p.z};
-        compareVertex(local, outline[i].kind, outline[i].point, c);
-    }
-}
+// World vertices are taken back into the frame of the outline.
 void compare(const HextSpolygon& m, Comparison& c) {
     c.code(12);
+    const HxGeVector3D normal = m.xAxis.crossProduct(m.yAxis).normal();
+    const TlGeMatrix3d toLocal =
+        TlGeMatrix3d::coordSystem(m.origin, m.xAxis.normal(), m.yAxis.normal(), normal).inverse();
     std::vector<HextVertexList> outlines{m.outline ? *m.outline : HextVertexList()};
     if (m.holes) {
         outlines.insert(outlines.end(), m.holes->begin(), m.holes->end());
@@ -179,37 +148,22 @@ void compare(const HextSpolygon& m, Comparison& c) {
     const auto& lists = c.record().lists;
     c.same(static_cast<double>(lists.size()), static_cast<double>(outlines.size()), "lists");
     for (std::size_t i = 0; i < std::min(lists.size(), outlines.size()); ++i) {
-        compareOutline(lists[i], outlines[i], m, c);
+        compareList(lists[i], outlines[i], toLocal, c);
     }
-    c.nextDirection(m.xAxis.crossProduct(m.yAxis).normal(), "normal");
-    c.nextNumber(m.height, "height");
+    c.next(normal, m.height);
 }
 void compare(const HextSqucir3D& m, Comparison& c) {
-    c.code(13);
-    c.nextPoint(m.basePoint, "base");
-    c.nextPoint(m.topCenter, "top");
-    c.nextDirection(m.xAxis, "x axis");
-    c.nextDirection(m.baseNormal, "normal");
-    c.nextNumber(m.xLength, "x length");
-    c.nextNumber(m.yLength, "y length");
-    c.nextNumber(m.topRadius, "radius");
+    c.all(13, m.basePoint, m.topCenter, m.xAxis, m.baseNormal, m.xLength, m.yLength, m.topRadius);
 }
 void compare(const HextSqucone3D& m, Comparison& c) {
-    c.code(14);
-    c.nextPoint(m.point, "point");
-    c.nextDirection(m.xAxis, "x axis");
-    c.nextDirection(m.zAxis, "z axis");
-    c.nextDirection(m.offsetDirection, "offset direction");
-    for (const double size : {m.bottomX, m.bottomY, m.topX, m.topY, m.height, m.offsetLength}) {
-        c.nextNumber(size, "size");
-    }
+    c.all(14, m.point, m.xAxis, m.zAxis, m.offsetDirection);
+    c.next(m.bottomX, m.bottomY, m.topX, m.topY, m.height, m.offsetLength);
 }
 // The start turned by the sweep about the axis comes to the end of the centre line. The long way round keeps the axis
 // of the short one, so there it is the start turned backwards.
 template <typename Bend>
 void compareArc(const Bend& m, const HxGeVector3D& axisByAngle, Comparison& c) {
-    c.nextPoint(m.center, "centre");
-    c.nextPoint(m.startPoint, "start");
+    c.next(m.center, m.startPoint);
     const HxGeVector3D axis = c.direction();
     const double sweep = c.number();
     if (m.form != 0) {
@@ -229,27 +183,18 @@ void compareArc(const Bend& m, const HxGeVector3D& axisByAngle, Comparison& c) {
 void compare(const HextSqutorus3D& m, Comparison& c) {
     c.code(m.form == 0 ? 15 : 16);
     compareArc(m, m.normal, c);
-    for (const double size : {m.startWidth, m.startHeight, m.endWidth, m.endHeight}) {
-        c.nextNumber(size, "size");
-    }
+    c.next(m.startWidth, m.startHeight, m.endWidth, m.endHeight);
 }
 void compare(const HextTorus3D& m, Comparison& c) {
     c.code(m.form == 0 ? 17 : 18);
     compareArc(m, m.thirdField.asVector(), c);
-    c.nextNumber(m.startDiameter / 2, "start radius");
-    c.nextNumber(m.endDiameter / 2, "end radius");
+    c.next(m.startDiameter / 2, m.endDiameter / 2);
 }
 void compare(const HextWedge3D& m, Comparison& c) {
-    c.code(19);
-    c.nextPoint(m.point1, "point 1");
-    c.nextPoint(m.point2, "point 2");
-    c.nextPoint(m.point3, "point 3");
-    c.nextNumber(m.wedgeSize, "size");
+    c.all(19, m.point1, m.point2, m.point3, m.wedgeSize);
 }
 void compare(const HextPrimaryLine& m, Comparison& c) {
-    c.code(20);
-    c.nextPoint(m.startPoint, "start");
-    c.nextPoint(m.endPoint, "end");
+    c.all(20, m.startPoint, m.endPoint);
 }
 
 template <typename Class>
