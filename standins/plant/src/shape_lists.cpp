@@ -106,6 +106,9 @@ void CadGiDraw::expectPrimarys(const HxDbObject* object) {
     constexpr std::uintptr_t line = 64;
     constexpr std::uintptr_t usualSize = 96;
     constexpr std::uint32_t most = 4;
+    if (object == nullptr) {
+        return;
+    }
     const plant::ObjectData& data = object->data();
     const auto end = reinterpret_cast<std::uintptr_t>(data.primitives + data.primitiveCount);
     const std::uintptr_t size = std::min(data.primitiveCount, most) * (usualSize + sizeof(HextPrimary*));
