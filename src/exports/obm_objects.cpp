@@ -23,9 +23,10 @@ constexpr int highestColor = 255;
 constexpr float weldTolerance = 1e-6F;
 constexpr const char* colorKey = "color";
 
-void report(const HxDbObject& object, const char* what, const char* why) {
+void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
     const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
+    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
+                                   status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
 }
 
 // What lies below a grid stays out.
@@ -144,7 +145,7 @@ void ObmObjects::writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, in
     addScriptProperties(object, record);
     const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
     if (status != Hext::eOk) {
-        report(object, "object", status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
+        reportShapeless(object, status);
         return;
     }
     writeShape(object, record, lookOf(object, color));
@@ -177,17 +178,17 @@ int ObmObjects::materialCode(const HextPrimary& primitive, const Look& look) {
     return look.color + (isTranslucent(primitive) ? translucentCode : 0) + (isInverted ? invertedCode : 0);
 }
 
-// Items that are no solids, such as lines and texts, have no place in a package.
+// Items that are no solids, such as lines and texts, have no place in a package; the run report has them.
 void ObmObjects::writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const Look& look) {
     std::vector<EntityPtr> entities = entitiesOf(shape_.list());
     for (std::size_t i = 0; i < entities.size(); ++i) {
         const HextPrimary& primitive = *shape_.list()[i];
         const EntityPtr entity = std::move(entities[i]);
-        const char* trouble = writePrimitive(entity.get(), record, materialCode(primitive, look));
-        if (trouble != nullptr && primitive.isKindOf(HextPrimary3D::desc())) {
-            report(object, "primitive", trouble);
+        if (const char* trouble = writePrimitive(entity.get(), record, materialCode(primitive, look))) {
+            leftOut_.add(primitive, primitive.isKindOf(HextPrimary3D::desc()) ? trouble : "it is no solid");
         }
     }
+    leftOut_.report(object);
 }
 
 const char* ObmObjects::writePrimitive(const TlDbEntity* entity, ObmNode& record, int code) {

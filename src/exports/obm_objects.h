@@ -1,6 +1,7 @@
 // The objects of a manager: their records, properties, and meshes.
 #pragma once
 
+#include "exportbase/left_out_primitives.h"
 #include "exportbase/mesher.h"
 #include "exports/obm_progress.h"
 #include "exports/obm_record.h"
@@ -54,6 +55,7 @@ private:
     ParamList params_;
     std::string value_;
     PrimaryList shape_;
+    LeftOutPrimitives leftOut_;
     Mesh mesh_;
 };
 

@@ -60,7 +60,7 @@ void ObjectWriter::writeObject(const HxDbSmrtlnEntity& object, bool isPipeline) 
     writeGroup(object, name);
 }
 
-// Items that are no solids are dropped.
+// Items that are no solids stand in the run report alone.
 bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
     obstructions_.clear();
     solids_.clear();
@@ -73,8 +73,11 @@ bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
     for (const HextPrimary* primitive : shape) {
         if (const HextPrimary3D* solid = HextPrimary3D::cast(primitive)) {
             (isObstruction(*solid) ? obstructions_ : solids_).push_back(solid);
+        } else {
+            leftOut_.add(*primitive, "it is no solid");
         }
     }
+    leftOut_.report(object);
     return true;
 }
 

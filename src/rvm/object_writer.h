@@ -1,6 +1,7 @@
 // Objects of a manager, written into both files.
 #pragma once
 
+#include "exportbase/left_out_primitives.h"
 #include "platform/objects.h"
 #include "platform/primaries.h"
 #include "rvm/rvm_pair.h"
@@ -18,7 +19,7 @@ public:
     explicit ObjectWriter(RvmPair& pair) : pair_(pair) {}
 
     // The element `name` with the attributes of `id`, and in it every smart object that is no weld; nothing for an
-    // empty list. Objects without a shape stand in neither file but in the run report.
+    // empty list. Objects without a shape, and primitives that are no solids, stand in the run report alone.
     void writeObjects(const std::vector<HxDbObject*>& objects, HxDbObjectId id, std::string_view name, bool isPipeline);
 
 private:
@@ -30,6 +31,7 @@ private:
     RvmPair& pair_;
     std::unordered_map<std::string, int> nameTable_;
     SiblingNames siblings_;
+    LeftOutPrimitives leftOut_;
     std::vector<const HextPrimary*> obstructions_;
     std::vector<const HextPrimary*> solids_;
 };

@@ -256,7 +256,9 @@ TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {
         awayFromOrigin + std::string(R"(,"primitives":[)") + cylinder + R"([500,0,0],"diameter":57},)" + cylinder +
             R"([20,0,0],"diameter":165}])");
     add(15, "HxDbTubeModelSpec", std::string(R"("item":"HOSE","itype":"Q","smrtln":"Hose",)") + fourEnds,
-        {{1, {0, 0, 0}}, {2, {0, 300, 0}}}, R"("primitives":[)" + cylinder + R"([5,0,0],"diameter":5}])");
+        {{1, {0, 0, 0}}, {2, {0, 300, 0}}},
+        R"("primitives":[)" + cylinder + R"([5,0,0],"diameter":5},{"type":"HextPrimaryLine","startPoint":[0,0,0],)" +
+            R"("endPoint":[1,0,0]}])");
     // The records change places whole; the first end is that of the nozzle's specification.
     EXPECT_EQ(pointList(CataText(branchText({10}))),
               (std::vector<std::string>{"0 FLN 50.0 0.0 X", "2 SW 40.0 70.0 x", "1 FLN 50.0 30.0 -x"}));
@@ -279,6 +281,7 @@ TEST_F(CatalogueTest, NozzlesKeyPointsHosesAndFlangedPipes) {
     EXPECT_NE(pipe.find("-PT','2','FLG','(50.000000)','(+HEIGHT)','x')\n", tail), std::string::npos) << pipe;
     EXPECT_EQ(CataText(branchText({15})).calls("LCYL").size(), 0U);  // a hose by family alone has no frame
     EXPECT_TRUE(wasPassedOver(15, "its component has no local frame"));
+    EXPECT_TRUE(wasPassedOver(15, "HextPrimaryLine: it is no solid"));
 }
 
 // Points that no solid computed count as standing at the world's origin: a connection there gives them its end and

@@ -2,6 +2,8 @@
 
 #include "../../apps/tessaro/checkers/hext_folder.h"
 
+#include <numeric>
+
 namespace {
 
 class Driver : public HextRunTest {
@@ -108,6 +110,17 @@ TEST_F(Driver, GeneratedPlantsGiveFoldersThatHoldTogether) {
     }
 }
 
+// What was left out but for items that are no solids, each once.
+std::string lossesOfBranches() {
+    std::set<std::string> losses;
+    for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
+        if (row.what != "primitive" || row.why.find("it is no solid") == std::string::npos) {
+            losses.insert(row.what + ": " + row.why);
+        }
+    }
+    return std::accumulate(losses.begin(), losses.end(), std::string());
+}
+
 // The branches of the example keep their components, their bends and one line for each weld; in any plant only a weld
 // that touches nothing it can take an axis from costs its branch.
 TEST_F(Driver, ExportingWeldsAddsThemToTheirBranches) {
@@ -125,7 +138,7 @@ TEST_F(Driver, ExportingWeldsAddsThemToTheirBranches) {
     EXPECT_EQ(linesWith("('WELD',", true), 0U);
     root.write("plugins/nvoutplugins.ini", "[Control]\noutWeld=1\n");
     hextout();
-    EXPECT_TRUE(tolmar::runReport().passed().empty());
+    EXPECT_EQ(lossesOfBranches(), "") << "nothing but symbols of instruments is left out";
     EXPECT_EQ(linesWith("('WELD',", false), others);
     EXPECT_EQ(linesWith("('WELD',", true), 36U);
     EXPECT_TRUE(HextFolder::check(root.path() / "temp" / "hext").empty());
@@ -133,9 +146,8 @@ TEST_F(Driver, ExportingWeldsAddsThemToTheirBranches) {
         load(plant::generateModelText({.objects = 3000, .seed = seed}));
         tolmar::runReport().clear();
         hextout();
-        for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
-            EXPECT_EQ(row.what + ": " + row.why, "branch: 无效方向") << seed << " " << row.id;
-        }
+        const std::string losses = lossesOfBranches();
+        EXPECT_TRUE(losses.empty() || losses == "branch: 无效方向") << seed << ": " << losses;
         EXPECT_GT(linesWith("('WELD',", true), 100U) << seed;
         EXPECT_TRUE(HextFolder::check(root.path() / "temp" / "hext").empty());
     }

@@ -123,11 +123,13 @@ TEST_F(ObmLook, WhatHasNoMeshAddsNothing) {
     const std::string content =
         R"({"type":"HextPrimaryAcadEntity","entity":{"type":"line","startPoint":[0,0,0],"endPoint":[1,0,0]}})";
     load(object(2, "HextSite", 1) + object(3, "HextZone", 2) + object(4, "HextEquipe", 3) +
-         object(5, "HxDbEquipment", 4, shape(line + "," + flat + "," + content + "," + box(R"(,"color":5)"))) +
+         object(5, "HxDbEquipment", 4,
+                shape(line + "," + flat + "," + content + "," + line + "," + box(R"(,"color":5)"))) +
          object(6, "HxDbEquipment", 4));
     EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N4\n     N5 m0\n     N6\n");
-    EXPECT_EQ(passedOverRows(), "5 primitive: a size is zero or negative\n"
-                                "5 primitive: its host content is no parametric solid\n"
+    EXPECT_EQ(passedOverRows(), "5 primitive: HextPrimaryLine, 2 of them: it is no solid\n"
+                                "5 primitive: HextBox3D: a size is zero or negative\n"
+                                "5 primitive: HextPrimaryAcadEntity: its host content is no parametric solid\n"
                                 "6 object: it has no shape\n");
 }
 

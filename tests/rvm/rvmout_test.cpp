@@ -91,7 +91,9 @@ TEST_F(Rvmout, PlainFormWritesBothFilesInStep) {
                             "\t\t\tNEW N7\n\t\t\tEND\n\t\tEND\n\tEND\nEND\n"
                             "NEW N20\n\tNEW N21\n\t\tNEW N24\n\t\t\tNEW N25\n\t\t\tEND\n\t\tEND\n\tEND\nEND\n");
     EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出结束"});
-    EXPECT_EQ(passedOver(), "9 22 ") << "an object without a shape, and a grid";
+    EXPECT_EQ(passedOverRows(), "6 primitive: HextPrimaryLine: it is no solid\n"
+                                "9 object: it has no shape\n"
+                                "22 grid: grids have no place in an RVM file\n");
     EXPECT_EQ(tolmar::runReport().outcome(), tolmar::RunOutcome::Done);
     EXPECT_EQ(tolmar::runReport().files().size(), 2U);
 }
@@ -200,7 +202,7 @@ TEST_F(Rvmout, ExpandedPipelinesHaveAGroupForEachBranch) {
     EXPECT_NE(attributes().find("\t\tNEW Branch:0\n\t\tid:=  0\n\t\t\tNEW N5\n\t\t\t\tid:=  5\n"), std::string::npos)
         << attributes();
     EXPECT_EQ(attributes().find("NEW N4"), std::string::npos);
-    EXPECT_EQ(passedOver(), "9 22 ") << "a component in no branch, and a grid";
+    EXPECT_EQ(passedOver(), "6 9 22 ") << "a line, a component in no branch, and a grid";
 }
 
 TEST_F(Rvmout, AnOptionThatIsNotOneIsOff) {

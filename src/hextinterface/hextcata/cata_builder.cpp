@@ -1,5 +1,6 @@
 #include "hextinterface/hextcata/cata_builder.h"
 
+#include "exportbase/left_out_primitives.h"
 #include "frame/exceptions.h"
 #include "hextinterface/hextcata/bolt_catalogue.h"
 #include "hextinterface/hextcata/cata_geometry.h"
@@ -29,12 +30,27 @@ void leaveOut(const HxDbObject* object, const char* what, std::string_view why) 
     tolmar::runReport().passedOver(idNumber(object), name != nullptr ? name : "", what, why);
 }
 
+// The insulation, which has a specification in place of a shape.
+bool isObstruction(const HextPrimary3D& solid) {
+    const char* material = solid.getMaterial();
+    return material != nullptr && std::string_view(material) == obstructionMaterial;
+}
+
 // Solids of the object itself, not its obstruction volume. Content of the host CAD is among them, for the report: it
 // has no translator.
-bool isOwnSolid(const HextPrimary* primitive) {
-    const HextPrimary3D* solid = HextPrimary3D::cast(primitive);
-    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
-    return solid != nullptr && (material == nullptr || std::string_view(material) != obstructionMaterial);
+std::vector<const HextPrimary*> ownSolids(const HxDbObject& object, const PrimaryList& shape) {
+    std::vector<const HextPrimary*> kept;
+    LeftOutPrimitives leftOut;
+    for (const HextPrimary* primitive : shape) {
+        const HextPrimary3D* solid = HextPrimary3D::cast(primitive);
+        if (solid == nullptr) {
+            leftOut.add(*primitive, "it is no solid");
+        } else if (!isObstruction(*solid)) {
+            kept.push_back(primitive);
+        }
+    }
+    leftOut.report(object);
+    return kept;
 }
 
 // The class that computes an object's frame; a nozzle's goes by its family.
@@ -325,11 +341,7 @@ CataPoints CataBuilder::writeShape(const CataItem& item, std::string refText) {
     geometry.object = item.object;
     geometry.className = frameClass(item, item.object);
     geometry.refText = std::move(refText);
-    for (const HextPrimary* primitive : primitives) {
-        if (isOwnSolid(primitive)) {
-            geometry.primitives.push_back(primitive);
-        }
-    }
+    geometry.primitives = ownSolids(*item.object, primitives);
     computeFrame(geometry);
     writeGeometry(geometry, stream_, item.gmseName, item.ptseName);
     return std::move(geometry.points);

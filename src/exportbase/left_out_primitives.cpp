@@ -1,0 +1,32 @@
+#include "exportbase/left_out_primitives.h"
+
+#include "platform/objects.h"
+#include "tolmar/run_report.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+void LeftOutPrimitives::add(const HextPrimary& primitive, const char* why) {
+    const auto row = std::find_if(rows_.begin(), rows_.end(), [&primitive, why](const Row& r) {
+        return r.type == primitive.isA() && std::string_view(r.why) == why;
+    });
+    if (row != rows_.end()) {
+        ++row->count;
+    } else {
+        rows_.push_back({primitive.isA(), why, 1});
+    }
+}
+
+void LeftOutPrimitives::report(const HxDbObject& object) {
+    const char* name = object.getDisplayName();
+    for (const Row& row : rows_) {
+        std::string text = row.type->name();
+        if (row.count > 1) {
+            text += ", " + std::to_string(row.count) + " of them";
+        }
+        tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "primitive",
+                                       text + ": " + row.why);
+    }
+    rows_.clear();
+}
