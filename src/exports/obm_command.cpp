@@ -6,6 +6,7 @@
 #include "obmsdk/obmsdk.h"
 #include "platform/hxcom.h"
 #include "tolmar/code_page.h"
+#include "tolmar/file.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
@@ -35,12 +36,14 @@ std::u16string wideText(const char* text) {
     return text != nullptr ? tolmar::toWide(text) : std::u16string();
 }
 
-bool succeeded(int status) {
+// What came of the 3D package: OBMOk, the status that it failed with, or that nobody chose what goes into it.
+constexpr int nothingChosen = -1;
+
+int told(int status) {
     if (status != OBMOk) {
         hxcad::hextPrintf("错误:%d\n", status);
-        runReport().ended(RunOutcome::Failed, obmStatusText(status));
     }
-    return status == OBMOk;
+    return status;
 }
 
 // A model without data has said so itself.
@@ -70,32 +73,35 @@ void walkAll(pmodel::ObmTree& tree, OBM3dPackage& package) {
     }
 }
 
-// False when the package holds nothing whole.
-bool exportInto(OBM3dPackage& package, const std::u16string& folder) {
+int exportInto(OBM3dPackage& package, const std::u16string& folder) {
     const std::u16string target = folder + u"ORNA/";
     std::error_code ignored;
     std::filesystem::create_directory(tolmar::resolvePath(tolmar::fromWide(target)), ignored);
-    if (!succeeded(package.open(target, OBMXCREATE))) {
-        return false;
+    if (const int status = told(package.open(target, OBMXCREATE)); status != OBMOk) {
+        return status;
     }
     package.setPlanViewName(planViewName);
     package.setSpatialViewName(spatialViewName);
     pmodel::ObmTree tree;
     tree.root().name = wideText(HextSystem::getCurrentProjName());
     if (!askSelection()) {
-        return false;
+        return nothingChosen;
     }
     walkAll(tree, package);
     pmodel::writeMaterials(package);
     pmodel::writeModelTree(package, tree.root());
     pmodel::writeInstanceTree(package, tree.root());
     pmodel::writeProperties(package, tree.root());
-    return succeeded(package.write()) && succeeded(package.close());
+    const int status = told(package.write());
+    return status == OBMOk ? told(package.close()) : status;
 }
 
-void reportSaved(const std::string& path, int status) {
+// A package whose model failed is saved without it, and is not whole.
+void reportSaved(const std::string& path, int modelStatus, int status) {
     if (status != OBMOk) {
         runReport().fileFailed(path, obmStatusText(status));
+    } else if (modelStatus != OBMOk && modelStatus != nothingChosen) {
+        tolmar::setFileAside(path, std::string("it holds no model: ") + obmStatusText(modelStatus));
     } else if (!tolmar::dryRun()) {
         std::error_code error;
         runReport().fileWritten(path, std::filesystem::file_size(tolmar::resolvePath(path), error));
@@ -112,13 +118,14 @@ void runExport(const std::string& path) {
     package->setProjectName(wideText(HextSystem::getCurrentProjItem("name", false)));
     package->setSourceProgram(sourceProgram);
     Owned<OBM3dPackage> package3d(OBM3dPackage::create(true));
-    if (exportInto(*package3d, package->getIntermediateFolder() + u"/output/")) {
-        succeeded(package->addV3d(package3d.release()));
+    int modelStatus = exportInto(*package3d, package->getIntermediateFolder() + u"/output/");
+    if (modelStatus == OBMOk) {
+        modelStatus = told(package->addV3d(package3d.release()));
     } else {
         package3d.reset();
     }
     const int status = package->save();
-    reportSaved(path, status);
+    reportSaved(path, modelStatus, status);
     if (status == OBMOk) {
         package->close();
     }

@@ -42,16 +42,15 @@ protected:
         return run(
             {}, [&] { ::setrlimit(resource, &small); }, [&] { ::setrlimit(resource, &before); });
     }
-    // A file that is not as in an undisturbed run bears its name of something incomplete, is one that a library works
-    // with, or is a package that its reader refuses because it holds no model.
+    // A file that is not as in an undisturbed run bears its name of something incomplete, or is one that a library
+    // works with.
     void expectNothingLooksWhole(const ModuleSession::Run& run, const std::string& when) const {
         for (const auto& [name, content] : run.contents) {
             const auto whole = undisturbed_.contents.find(name);
             const bool isSame = whole != undisturbed_.contents.end() && whole->second == content;
-            const bool isRefused = name.ends_with(".pmodel") && content.starts_with("fault ");
             const bool isSaidToBePartial =
                 name.find(".incomplete") != std::string::npos || name.find("/.") != std::string::npos;
-            EXPECT_TRUE(isSame || isRefused || isSaidToBePartial) << name << " " << when;
+            EXPECT_TRUE(isSame || isSaidToBePartial) << name << " " << when;
         }
     }
 

@@ -69,7 +69,13 @@ TEST_F(Obmout, A3dPackageThatFailsIsLeftOut) {
     EXPECT_NE(ui.printed.find("错误:4\n"), std::string::npos) << ui.printed;
     EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出结束"});
     EXPECT_EQ(outcome(), RunOutcome::Failed);
-    EXPECT_EQ(ReadPackage(target()).package.entries, std::vector<std::string>{"package.json"});
+    EXPECT_EQ(filesOut(), std::vector<std::string>{"plant.pmodel.incomplete"}) << "it does not look whole";
+    EXPECT_EQ(ReadPackage(target() += ".incomplete").package.entries, std::vector<std::string>{"package.json"});
+    ASSERT_EQ(tolmar::runReport().failures().size(), 1U);
+    EXPECT_EQ(tolmar::runReport().failures()[0],
+              "it holds no model: a file could not be written whole; what there is of "
+              "it is kept as plant.pmodel.incomplete");
+    EXPECT_TRUE(tolmar::runReport().files().empty());
 }
 
 TEST_F(Obmout, APackageThatCannotBeSavedLeavesNothingBehind) {

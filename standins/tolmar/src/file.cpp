@@ -97,7 +97,7 @@ public:
 };
 
 // So that nothing incomplete has the name of a whole file. Devices and pipes stay.
-std::string setAside(const std::filesystem::path& path) {
+std::string renameAside(const std::filesystem::path& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) {
         return {};
@@ -202,7 +202,7 @@ struct OutputFile::State {
         attempt([this] { return sink->close(); });
         sink.reset();
         if (bad && !path.empty()) {
-            reason += isDeletedWhenBad ? removed(path) : setAside(path);
+            reason += isDeletedWhenBad ? removed(path) : renameAside(path);
         }
         if (reported && bad) {
             runReport().fileFailed(name, reason);
@@ -341,6 +341,11 @@ void OutputFile::deleteWhenFailed() {
 
 bool OutputFile::close() {
     return !isOpen() || state_->finish();
+}
+
+void setFileAside(std::string_view codePagePath, std::string_view why) {
+    const std::string place = dryRun() ? std::string() : renameAside(resolvePath(codePagePath));
+    runReport().fileFailed(reportedPath(codePagePath), std::string(why) + place);
 }
 
 bool readFile(std::string_view codePagePath, std::string& bytes) {

@@ -68,6 +68,10 @@ private:
     std::unique_ptr<State> state_;
 };
 
+// A closed file that somebody else wrote and that is not whole: it gets ".incomplete" behind its name, as a file does
+// that fails here, and the run report has it among the failed.
+void setFileAside(std::string_view codePagePath, std::string_view why);
+
 // Reads a whole file; false when it cannot be read.
 bool readFile(std::string_view codePagePath, std::string& bytes);
 
