@@ -3,9 +3,11 @@
 #include "json_text.h"
 #include "tolmar/code_page.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fmt/core.h>
 #include <map>
+#include <vector>
 
 namespace {
 
@@ -14,6 +16,7 @@ using tolmar::RunReport;
 using tolmar::toUtf8;
 
 constexpr std::size_t shownLines = 5;
+constexpr const char* scriptKind = "script";
 
 const char* nameOf(RunOutcome outcome) {
     switch (outcome) {
@@ -107,7 +110,28 @@ void appendObjects(std::string& out, const RunReport& report) {
 std::string lineOf(const tolmar::PassedOver& passed) {
     const std::string id = passed.id != 0 ? fmt::format(" {}", passed.id) : "";
     const std::string name = passed.name.empty() ? "" : fmt::format(" \"{}\"", toUtf8(passed.name));
-    return fmt::format("  {}{}{}: {}", toUtf8(passed.what), id, name, toUtf8(passed.why));
+    return fmt::format("{}{}{}: {}", toUtf8(passed.what), id, name, toUtf8(passed.why));
+}
+
+// A script that does not load changes all of the output: it comes first, and is told also where little is.
+std::vector<const tolmar::PassedOver*> scriptsFirst(const RunReport& report) {
+    std::vector<const tolmar::PassedOver*> rows;
+    for (const tolmar::PassedOver& passed : report.passed()) {
+        rows.push_back(&passed);
+    }
+    std::stable_partition(rows.begin(), rows.end(),
+                          [](const tolmar::PassedOver* row) { return row->what == scriptKind; });
+    return rows;
+}
+
+void printRow(Console& console, const tolmar::PassedOver& row, bool isShown) {
+    if (row.what == scriptKind && console.verbosity() == Verbosity::Quiet) {
+        console.error(lineOf(row));
+    } else if (isShown) {
+        console.note("  " + lineOf(row));
+    } else {
+        console.detail("  " + lineOf(row));
+    }
 }
 
 void printPassed(Console& console, const RunReport& report) {
@@ -122,12 +146,9 @@ void printPassed(Console& console, const RunReport& report) {
         separator = ", ";
     }
     console.note(head + ")");
-    for (std::size_t i = 0; i < report.passed().size(); ++i) {
-        if (i < shownLines) {
-            console.note(lineOf(report.passed()[i]));
-        } else {
-            console.detail(lineOf(report.passed()[i]));
-        }
+    std::size_t number = 0;
+    for (const tolmar::PassedOver* row : scriptsFirst(report)) {
+        printRow(console, *row, number++ < shownLines);
     }
     if (report.passed().size() > shownLines && console.verbosity() != Verbosity::Verbose) {
         console.note(fmt::format("  ... and {} more; -v or --report shows all", report.passed().size() - shownLines));

@@ -46,7 +46,7 @@ public:
     // The state; it belongs to this host.
     lua_State* getLua(int) const;
     // Runs a script file in the state: 0 on success. A file that is missing, does not compile or raises an error says
-    // so in one line on the command line.
+    // so in one line on the command line; but for a missing one the run report has it, too, once for each file.
     int loadFile(const char* codePagePath, int);
     // Enters a C function into a global table, which is made when it is missing; "_G" is the table of globals. A
     // function that may throw goes in as hextlua::guarded<function>.
@@ -64,13 +64,15 @@ public:
     ~CompiledScript();
     CompiledScript(const CompiledScript&) = delete;
     CompiledScript& operator=(const CompiledScript&) = delete;
-    // False when the file is missing or does not compile, which the constructor has said.
+    // False when the file is missing or does not compile, which the constructor has said, to the run report, too.
     bool isCompiled() const { return !bytecode_.empty(); }
-    // Runs it in a state as lua_tinker::dofile does: 0 on success.
+    // Runs it in a state as lua_tinker::dofile does: 0 on success. The run report hears of the first failure.
     int run(lua_State* state) const;
 
 private:
+    std::string path_;
     std::string bytecode_;
+    mutable bool isToldToFail_ = false;
 };
 
 namespace lua_tinker {

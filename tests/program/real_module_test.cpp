@@ -19,6 +19,13 @@ TEST_F(RealModule, RegistersItsSevenCommands) {
     EXPECT_EQ(outputOf("'" + (binaries / "tessaro").string() + "' commands 2>/dev/null | wc -l"), "7\n");
 }
 
+TEST_F(RealModule, AScriptThatDoesNotLoadIsNamedEvenWhereLittleIsSaid) {
+    std::ofstream(root() / "plugins" / "nvoutplugins.lua") << "x = = 1";
+    EXPECT_EQ(run("RVMOUT NVOUT", "-q"), 3);
+    EXPECT_EQ(said(), "tessaro: script \"plugins/nvoutplugins.lua\": does not load: plugins/nvoutplugins.lua:1: "
+                      "unexpected symbol near '='\n");
+}
+
 TEST_F(RealModule, HextoutWritesAFolderThatItsCheckerTakes) {
     EXPECT_EQ(run("HEXTOUT"), 3) << said();
     std::istringstream rows(report());

@@ -23,6 +23,38 @@ end)");
     EXPECT_EQ(lua_gettop(getScriptHost(false)), 0);
 }
 
+// Told once, however often it is tried, and never where there is no script at all.
+TEST_F(ScriptTest, AScriptThatDoesNotLoadStandsInTheReport) {
+    const auto rows = [] {
+        std::string text;
+        for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
+            text += row.what + " " + row.name + ": " + row.why + "\n";
+        }
+        return text;
+    };
+    getScriptHost(true);
+    EXPECT_EQ(rows(), "");
+    const std::pair<const char*, const char*> scripts[] = {
+        {"x = = 1", "plugins/nvoutplugins.lua:1: unexpected symbol near '='"},
+        {"error('why', 0)", "why"},
+        {"error({})", "an error"},
+    };
+    for (const auto& [text, why] : scripts) {
+        tolmar::runReport().clear();
+        load(text);
+        getScriptHost(true);
+        EXPECT_EQ(rows(), std::string("script plugins/nvoutplugins.lua: does not load: ") + why + "\n");
+    }
+    tolmar::runReport().clear();
+    root.write("a.lua", "error('why', 0)");
+    const CompiledScript compiled((root.path() / "a.lua").c_str());
+    for (int i = 0; i < 2; ++i) {
+        HextGlibScriptor scriptor;
+        EXPECT_NE(compiled.run(scriptor.getLua(0)), 0);
+    }
+    EXPECT_EQ(rows(), "script a.lua: does not load: why\n");
+}
+
 TEST_F(ScriptTest, EndlessRecursionIsAnError) {
     const char* bodies[] = {
         "local function f() return 1 + f() end return f()",

@@ -115,6 +115,9 @@ int dofile(lua_State* state, const char* codePagePath) {
     } else {
         status = hextlua::protectedCall(state, 0, 0, top + 1);
     }
+    if (status != 0 && !hextlua::isMissing(status, codePagePath)) {
+        hextlua::reportUnloaded(state, codePagePath);
+    }
     lua_settop(state, top);
     return status;
 }

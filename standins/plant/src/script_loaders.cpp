@@ -4,9 +4,12 @@
 
 #include "platform/hxcom.h"
 #include "tolmar/file.h"
+#include "tolmar/paths.h"
+#include "tolmar/run_report.h"
 #include "tolmar/system.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace hextlua {
 
@@ -215,6 +218,26 @@ int loadChunk(lua_State* state, const char* codePagePath) {
         return LUA_ERRFILE;
     }
     return compile(state, scriptText(context.bytes), context.text.c_str());
+}
+
+bool isMissing(int status, const char* codePagePath) {
+    std::error_code error;
+    return status == LUA_ERRFILE && !std::filesystem::exists(tolmar::resolvePath(codePagePath), error);
+}
+
+void reportUnloaded(lua_State* state, const char* codePagePath) {
+    std::string name;
+    setChunkName(name, codePagePath);
+    name.erase(0, 1);
+    const std::vector<tolmar::PassedOver>& passed = tolmar::runReport().passed();
+    const bool isKnown = std::any_of(passed.begin(), passed.end(), [&name](const tolmar::PassedOver& entry) {
+        return entry.what == "script" && entry.name == name;
+    });
+    if (!isKnown) {
+        const char* message = lua_tostring(state, -1);
+        tolmar::runReport().passedOver(0, name, "script",
+                                       "does not load: " + std::string(message != nullptr ? message : "an error"));
+    }
 }
 
 void openLoaders(lua_State* state) {

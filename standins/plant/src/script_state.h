@@ -42,6 +42,11 @@ void openLoaders(lua_State* state);
 // Compiles a script file and pushes the function, or a message that names the file. The status of lua_load.
 int loadChunk(lua_State* state, const char* codePagePath);
 
+// Whether the status is that of a script file that is not there, which no installation needs to have.
+bool isMissing(int status, const char* codePagePath);
+// Tells the run report, once for each file, that a script does not load; the message is on top of the stack.
+void reportUnloaded(lua_State* state, const char* codePagePath);
+
 inline void pushText(lua_State* state, std::string_view text) {
     lua_pushlstring(state, text.data(), text.size());
 }
