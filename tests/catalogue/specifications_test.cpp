@@ -154,6 +154,32 @@ TEST_F(SpecTest, ARowNeedsItsCatalogueEntryAndASpecificationItsName) {
     EXPECT_EQ(createdSpcos().count(names->getSpcoName(at(11))), 0U);
 }
 
+// They go out as they are; the run report tells what the target cannot read.
+TEST_F(SpecTest, TextsAndNamesThatBreakTheirLinesAreTold) {
+    addSized(10, "TEE", "Tee", "S 1", {"50"}, R"(,"stan":"O'N","material":")" + std::string(121, 'm') + '"');
+    addSized(11, "TEE", "Tee", "S'2", {"60"}, R"(,"sch":"a\nb","note":"c\rd")");
+    addSized(12, "TEE", "Tee", std::string(45, 's'), {"70"},
+             R"(,"stan":"O''N|","material":")" + std::string(120, 'm') + '"');
+    addSized(13, "TEE", "Tee", std::string(52, 't'), {"80"});
+    writeSpecs({{10, 11, 12, 13}});
+    const std::pair<int, const char*> expected[] = {
+        {10, "stan: a quote in it ends its argument too early"},
+        {10, "material: it is cut to what an argument holds"},
+        {10, "a blank or line break in it ends it wherever it is named"},
+        {11, "specification: a quote in it ends its argument too early"},
+        {11, "description: a line break splits its line"},
+        {11, "sch: a line break splits its line"},
+        {11, "note: a line break splits its line"},
+        {12, "stan: a quote in it ends its argument too early"},
+        {12, "it is longer than a name may be"},
+        {13, "it is longer than a name may be"},
+    };
+    for (const auto& [id, why] : expected) {
+        EXPECT_TRUE(wasPassedOver(id, why)) << id << " " << why;
+    }
+    EXPECT_EQ(tolmar::runReport().passed().size(), std::size(expected));
+}
+
 TEST_F(SpecTest, ComponentsThatTheCatalogueNeverMetHaveNoRow) {
     addSized(10, "TEE", "Tee", "S", {"50"}, R"(,"rating":"9")");
     const ComponentList branch = list({10});

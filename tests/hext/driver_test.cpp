@@ -110,11 +110,12 @@ TEST_F(Driver, GeneratedPlantsGiveFoldersThatHoldTogether) {
     }
 }
 
-// What was left out but for items that are no solids, each once.
+// What was left out but for items that are no solids and pipes whose name another one has, each once.
 std::string lossesOfBranches() {
     std::set<std::string> losses;
     for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
-        if (row.what != "primitive" || row.why.find("it is no solid") == std::string::npos) {
+        const bool isSymbol = row.what == "primitive" && row.why.find("it is no solid") != std::string::npos;
+        if (!isSymbol && row.what != "pipe name") {
             losses.insert(row.what + ": " + row.why);
         }
     }

@@ -58,4 +58,13 @@ TEST_F(FolderReader, FindsEachKindOfFault) {
     }
 }
 
+// Names stand as they are behind OLD and NEW, and escaped in quotes.
+TEST_F(FolderReader, TakesNamesWithQuotesAndBlanks) {
+    root.write("temp/hext/struct.txt", "!owner = '*'\n!self = 'a''b'\n"
+                                       "call !!ORNAEquipCreateStruct(!owner, !self, !pos, !ori)\nOLD /a'b\n");
+    root.write("temp/hext/PipeCompSpecGenerator.txt",
+               "NEW SPECIFICATION /two words \n    PIPE  */P-SP  50\nOLD /two words /P-SP\n");
+    EXPECT_EQ(findings(), "");
+}
+
 }  // namespace

@@ -46,6 +46,14 @@ TEST_F(PipesTest, APipelineThatFailsIsLeftOutWithItsBranches) {
                          "15 pipe: 保温代号为空\n17 pipe: 命名错误\n");
 }
 
+// The line behind a pipe looks for it by its display name.
+TEST_F(PipesTest, APipeWhoseNameIsTakenSaysSo) {
+    load({{.branches = {{tube(100, at(0), at(900))}}}, {.id = 11, .branches = {{tube(200, at(5000), at(5900))}}}});
+    const std::string text = write();
+    EXPECT_NE(text.find("('/L-1_0',"), std::string::npos) << text;
+    EXPECT_EQ(reasons(), "11 pipe name: its element is named \"L-1_0\", which its branches do not ask for\n");
+}
+
 TEST_F(PipesTest, APipelineWithoutAnItemOfItsOwnIsPassedOver) {
     load({{.branches = {{weld(98, at(0)), weld(99, at(0))}}},
           {.id = 11, .name = "L-2", .branches = {{shortTube, gate, longTube}}},

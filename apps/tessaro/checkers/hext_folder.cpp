@@ -50,28 +50,41 @@ bool beginsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
+std::string_view withoutIndent(std::string_view text) {
+    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+    const std::string_view rest = withoutIndent(text);
+    return rest.substr(0, rest.find_last_not_of(' ') + 1);
+}
+
+// Lines whose name stands to the end, without quotes.
+bool isNameLine(std::string_view line) {
+    constexpr std::string_view starts[] = {"OLD ", "NEW ", "BSPEC /", "HREF /", "TREF /"};
+    return std::any_of(std::begin(starts), std::end(starts),
+                       [line](std::string_view start) { return beginsWith(line, start); });
 }
 
 std::string_view withoutSlash(std::string_view name) {
     return beginsWith(name, "/") ? name.substr(1) : name;
 }
 
-// The arguments between the outer brackets, split at commas outside quotes; quotes are taken off.
+// The arguments between the outer brackets, split at commas outside quotes; quotes are taken off, and a doubled one in
+// quotes stands for itself.
 std::vector<std::string> argumentsOf(std::string_view call) {
     std::vector<std::string> arguments(1);
     char quote = 0;
-    for (const char c : call.substr(call.find('(') + 1)) {
+    const std::string_view text = call.substr(call.find('(') + 1);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         if (quote != 0) {
-            quote = c == quote ? 0 : quote;
-            if (quote != 0) {
+            const bool isDoubled = c == quote && i + 1 < text.size() && text[i + 1] == quote;
+            if (c != quote || isDoubled) {
                 arguments.back() += c;
             }
+            i += isDoubled ? 1 : 0;
+            quote = c == quote && !isDoubled ? 0 : quote;
         } else if (c == '\'' || c == '|') {
             quote = c;
         } else if (c == ',') {
@@ -115,9 +128,9 @@ void HextFolder::readFile(const char* name) {
     }
 }
 
-// Each kind of line is told by how it begins.
+// Each kind of line is told by how it begins. Blanks at the end may belong to a name.
 void HextFolder::readLine(std::string_view full) {
-    const std::string_view line = trimmed(full);
+    const std::string_view line = withoutIndent(full);
     if (beginsWith(line, "NEW ")) {
         readNew(line.substr(4));
     } else if (beginsWith(line, "OLD ")) {
@@ -136,7 +149,8 @@ void HextFolder::readLine(std::string_view full) {
 }
 
 void HextFolder::testQuotes(std::string_view line) {
-    if (line.find('|') == std::string_view::npos && std::count(line.begin(), line.end(), '\'') % 2 != 0) {
+    if (!isNameLine(withoutIndent(line)) && line.find('|') == std::string_view::npos &&
+        std::count(line.begin(), line.end(), '\'') % 2 != 0) {
         find("quotes do not balance");
     }
 }

@@ -4,3 +4,4 @@
 #include "hextinterface/hextbasemethod/component_geometry.h"
 #include "hextinterface/hextbasemethod/limited_text.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/text_faults.h"

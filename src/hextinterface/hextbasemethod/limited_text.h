@@ -10,6 +10,8 @@
 #include <vector>
 
 inline constexpr int maxTextUnits = 120;
+// Bytes that always fit.
+inline constexpr std::size_t shortestLimitedText = 29;
 
 // `limit` is at most maxTextUnits.
 std::string limitedText(std::string_view text, int limit = maxTextUnits);

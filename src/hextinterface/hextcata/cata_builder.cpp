@@ -2,6 +2,7 @@
 
 #include "exportbase/left_out_primitives.h"
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/hextcata/bolt_catalogue.h"
 #include "hextinterface/hextcata/cata_geometry.h"
 #include "hextinterface/hextcata/cata_lines.h"
@@ -60,6 +61,15 @@ std::string frameClass(const CataItem& item, const HxDbSmrtlnEntity* object) {
         return item.smrtlnType;
     }
     return isNormalType(model) ? "COMPNormal" : isBendType(model) ? "COMPAngle" : item.smrtlnType;
+}
+
+void reportTexts(const CataItem& item) {
+    const HxDbObjectId id = item.object->objectId();
+    reportPlainText(id, "stan", item.standard);
+    reportPlainText(id, "description", item.description);
+    for (const std::string* text : {&item.material, &item.rtext, &item.stext, &item.ttext}) {
+        reportLimitedText(id, text == &item.material ? "material" : "detail text", *text);
+    }
 }
 
 // A balloon's first point takes the size of what it is connected to.
@@ -250,6 +260,7 @@ bool CataBuilder::writeEntry(CataItem& item, std::string_view kind) {
     item.smteName = names_.getMtsetName(item.object);
     writeSets(item);
     writeComponentLine(item, kind);
+    reportTexts(item);
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "hextinterface/ornatohextprocess/design_files.h"
 
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/manager/manager.h"
 #include "hextinterface/ornatohextprocess/nozzle_macro.h"
 #include "platform/hxcom.h"
@@ -41,11 +42,15 @@ void appendHeadLines(std::string& out, const EquipRecord& record, const ElementF
 }
 
 void appendUserAttributes(std::string& out, const EquipRecord& record, UdaWriter& udas) {
-    udas.writeUda(out, "ESpecNo", record.specNo);
-    udas.writeUda(out, "EStyle", record.style);
-    udas.writeUda(out, "EName", record.equipName);
+    const auto write = [&](const char* name, const std::string& value) {
+        reportEscapedText(record.objectId, name, value);
+        udas.writeUda(out, name, value);
+    };
+    write("ESpecNo", record.specNo);
+    write("EStyle", record.style);
+    write("EName", record.equipName);
     udas.writeUdaList(out, "EAttr", record.attrs);
-    udas.writeUda(out, "ENotes", record.notes);
+    write("ENotes", record.notes);
     out += '\n';
 }
 
@@ -89,6 +94,7 @@ void writeGroup(std::string& out, const PrimGroup& group) {
 void writeHead(std::string& out, const EquipRecord& record, UdaWriter& udas, ElementKind kind) {
     const ElementForm& form = elementForms[static_cast<int>(kind)];
     testName(record.name, form);
+    reportEscapedText(record.objectId, "name", record.name);
     appendHeadLines(out, record, form);
     appendUserAttributes(out, record, udas);
     const std::string owner = "'" + escapeQuotes(record.name) + form.suffix + "'";

@@ -1,6 +1,7 @@
 #include "hextinterface/ornatohextprocess/pipe_spec.h"
 
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/manager/uda_writer.h"
 #include "hextinterface/ornatohextprocess/spec_generator.h"
@@ -168,6 +169,8 @@ void PipeSpecWriter::writeHead(const HxDbSmrtlnEntity* object) {
     require(name, object, "等级名称为空");
     const bool isNew = markIfNew(names_, name);
     if (isNew) {
+        reportName(object->objectId(), name);
+        reportPlainText(object->objectId(), "specification", name);
         specOut_.line("NEW SPECIFICATION /", name);
         specOut_.lines(plainSpecLines);
     } else {
@@ -241,6 +244,9 @@ void PipeSpecWriter::writeRow(const HxDbSmrtlnEntity* object, const std::vector<
     }
     const std::string bores = boreColumns(object, order);
     names_.markNameCreated(spco);
+    if (spco.size() > maxNameLength && names_.getSpecName(object).size() <= maxNameLength) {
+        reportName(object->objectId(), spco);
+    }
     const std::string& shortName = names_.getSpcoShortName(object);
     markIfNew(names_, shortName);
     specOut_.line(gtype, "  */", shortName, bores, "  ", names_.getStype(object), "  FALSE  /", scom, "  /", dtset,
@@ -280,8 +286,9 @@ void PipeSpecWriter::writeUdas() {
     for (const Row& row : rows_) {
         udaLines_.append("OLD /").append(*row.name).append("\n");
         for (const RowUda& uda : rowUdas) {
-            context_.udas.writeUda(udaLines_, uda.name,
-                                   uda.key.empty() ? std::string_view() : getBomValue(row.object, uda.key));
+            const std::string_view value = uda.key.empty() ? std::string_view() : getBomValue(row.object, uda.key);
+            reportEscapedText(row.object->objectId(), uda.key, value);
+            context_.udas.writeUda(udaLines_, uda.name, value);
         }
     }
     udaOut_.write(udaLines_);

@@ -3,6 +3,7 @@
 #include "frame/exceptions.h"
 #include "frame/progress_slot.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/manager/uda_writer.h"
 #include "hextinterface/ornatohextprocess/spec_generator.h"
@@ -240,7 +241,11 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
     const char* display = owner->getDisplayName();
     const std::string shownName = display != nullptr ? display : "";
     try {
-        writePipe(owner, item);
+        const std::string name = writePipe(owner, item);
+        if (name != shownName) {
+            leaveOut(owner, shownName, "pipe name",
+                     "its element is named \"" + name + "\", which its branches do not ask for");
+        }
     } catch (const ExportException& failure) {
         flush();
         return leaveOut(owner, shownName, "pipe", failure.what());
@@ -258,7 +263,7 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
     }
 }
 
-void PipeWriter::writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem) {
+std::string PipeWriter::writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem) {
     NameManager& names = context_.names;
     _HextPipeDesc pipe;
     pipe.name = names.getPipeName(pipeline);
@@ -271,6 +276,10 @@ void PipeWriter::writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* f
     pipe.pspec = getBomValue(firstItem, "specname");
     pipe.zone = zoneNameOf(pipeline, names);
     pipe.write(text_, false);
+    if (pipe.zone.empty()) {
+        leaveOut(pipeline, pipe.name, "zone", "the pipe stands in none");
+    }
+    return pipe.name;
 }
 
 void PipeWriter::tryBranch(const ComponentList& items, const ObjectSet& skipSet) {
@@ -298,6 +307,9 @@ void PipeWriter::writePipeBranch(ComponentList items, const ObjectSet& skipSet) 
     const BranchSource source{items, lookup, context_, componentIds_};
     const BranchEntries entries = prepareEntries(*branch, source, skipSet, withWelds_);
     branch->write(text_, branch->exists);
+    if (branch->ispec != "unset" && !branch->ispec.empty() && createdIspecs().count(branch->ispec) == 0) {
+        leaveOut(firstItem, branch->name, "branch insulation", "there is no specification \"" + branch->ispec + "\"");
+    }
     for (const BranchEntry& entry : entries) {
         writeEntry(entry);
     }
@@ -408,7 +420,9 @@ void PipeWriter::writeCompLine(const _HextComponentDesc* component) {
         std::string_view value;
     } udas[] = {{"UserItem", component->userItem}, {"UserType", component->userType}, {"CompName", component->compName},
                 {"Tag", component->tag},           {"Material", component->material}, {"StockNo", component->stockNo}};
+    const HxDbObjectId id = component->entity != nullptr ? component->entity->objectId() : HxDbObjectId();
     for (const auto& [name, value] : udas) {
+        reportEscapedText(id, name, value);
         context_.udas.writeUda(text_, name, value);
     }
     text_ += "END\n";

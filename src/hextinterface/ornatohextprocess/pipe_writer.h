@@ -48,7 +48,8 @@ public:
 
 private:
     void writePipeline(const PipelineBranches& pipeline, const ObjectSet& skipSet);
-    void writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem);
+    // Gives the name of the element.
+    std::string writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem);
     void tryBranch(const ComponentList& items, const ObjectSet& skipSet);
     void writePipeBranch(ComponentList items, const ObjectSet& skipSet);
     void reportSizes(const ComponentList& items, const ObjectSet& skipSet) const;

@@ -4,6 +4,7 @@
 #include "frame/exceptions.h"
 #include "frame/progress_slot.h"
 #include "hextinterface/hextbasemethod/limited_text.h"
+#include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/ornatohextprocess/spec_generator.h"
 #include "platform/attribute_cache.h"
 #include "tolmar/code_page.h"
@@ -77,6 +78,8 @@ void NozzleSpecWriter::writeHead(const HxDbNozzleModel* nozzle) {
         return;
     }
     const std::string_view rating = getBomValue(nozzle, "rating");
+    reportName(nozzle->objectId(), name);
+    reportPlainText(nozzle->objectId(), "rating", rating);
     out_.line("NEW SPECIFICATION /", name);
     out_.line("PURPOSE NOZZLE");
     out_.line("DESC '#", rating.empty() ? "0.0" : rating, "'");
