@@ -124,6 +124,9 @@ bool RvmTree::wasMet(const HxDbTreeNode* node) {
 
 // Gives the slot for the node's sons, null when the node has no place in the tree.
 RvmNode* RvmTree::placeNode(const Place& place, HxDbObject* object) {
+    if (!holdsNodes(place.slot)) {
+        return nullptr;
+    }
     if (object->isKindOf(HextWorld::desc())) {
         return placeWorld(place, object);
     }
@@ -150,9 +153,7 @@ RvmNode* RvmTree::placeWorld(const Place& place, HxDbObject* object) {
 RvmNode* RvmTree::placeManager(const Place& place, HxDbObject* object) {
     const bool belowDirectory = place.slot != nullptr && place.slot->isDirectoryParent;
     if (place.depth != managerDepth && !(place.depth > managerDepth && belowDirectory)) {
-        if (holdsNodes(place.slot)) {
-            report(place.node, "its depth in the tree is not that of a manager");
-        }
+        report(place.node, "its depth in the tree is not that of a manager");
         return nullptr;
     }
     RvmNode* slot = place.slot != nullptr ? place.slot : slotAbove(place.node, managerDepth);
@@ -161,7 +162,7 @@ RvmNode* RvmTree::placeManager(const Place& place, HxDbObject* object) {
     return manager;
 }
 
-// What stands below a manager is no node of the tree and goes out with the manager's contents.
+// What stands below a manager, of whatever class, is no node of the tree and goes out with the manager's contents.
 bool RvmTree::holdsNodes(const RvmNode* slot) {
     return slot == nullptr || slot->level < managerDepth;
 }

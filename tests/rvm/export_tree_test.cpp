@@ -112,6 +112,17 @@ TEST_F(Tree, ManagersBelowADirectoryHangUnderItsZone) {
               "0:1(1:2(2:3(3:5 3:7 3:8)))");
 }
 
+// Else the objects beside it would be managers of their own and go out twice.
+TEST_F(Tree, WhatStandsBelowAManagerIsItsContent) {
+    for (const char* type : {"HextZoneDirectory", "HextZone", "HextSite", "HextEquipe"}) {
+        EXPECT_EQ(build(objects(object(2, "HextSite", 1), object(3, "HextZone", 2), object(4, "HextPipeline", 3),
+                                object(5, type, 4), object(6, "HextPipeline", 5), object(7, "HxDbPipeSpec", 4))),
+                  "0:1(1:2(2:3(3:4)))")
+            << type;
+    }
+    EXPECT_EQ(passedOver(), "");
+}
+
 TEST_F(Tree, ManagersStandAtTheirDepthAlone) {
     EXPECT_EQ(build(objects(object(2, "HextSite", 1), object(3, "HextZone", 2), object(4, "HextPipeline", 2),
                             object(5, "HextUnit", 3), object(6, "HextPipeline", 5))),
