@@ -46,6 +46,11 @@ bool looksLikeKeyword(std::string_view key) {
     return key.starts_with("END") || key.starts_with("NEW");
 }
 
+// A tab at the start of a key, which reads as a deeper indent.
+bool looksIndented(std::string_view key) {
+    return key.starts_with('\t');
+}
+
 }  // namespace
 
 // Neither a line break nor "&" is a byte of a character of several bytes.
@@ -98,7 +103,7 @@ void AttributeFile::writeAttribute(std::string_view key, std::string_view value,
         return;
     }
     line_.assign(indent);
-    if (compat_ && looksLikeKeyword(key)) {
+    if (compat_ && (looksLikeKeyword(key) || looksIndented(key))) {
         line_ += '_';
     }
     compat_&& hasLineBreak(key) ? append(flattened(key)) : append(key);
@@ -121,16 +126,18 @@ void AttributeFile::writeElementAttributes(HxDbObjectId id, int level) {
         value_.clear();
         appendKvText(value_, param);
         if (hasLineBreak(value_) || hasLineBreak(param.key)) {
-            reportLineBreak(id, param.key);
+            reportBrokenLine(id, param.key, "a line break splits its line");
+        } else if (looksIndented(param.key)) {
+            reportBrokenLine(id, param.key, "its key begins with a tab, which reads as an indent");
         }
         writeAttribute(param.key, value_, attributeIndent(level));
     }
 }
 
-// With `compat` it is a blank; else the text stays as it is, and no reader gets it back.
-void AttributeFile::reportLineBreak(HxDbObjectId id, std::string_view key) const {
+// With `compat` the line is mended; else the text stays as it is, and no reader gets it back.
+void AttributeFile::reportBrokenLine(HxDbObjectId id, std::string_view key, const char* why) const {
     if (!compat_) {
-        tolmar::runReport().passedOver(id.toInt(), key, "attribute", "a line break splits its line");
+        tolmar::runReport().passedOver(id.toInt(), key, "attribute", why);
     }
 }
 

@@ -42,7 +42,7 @@ public:
 
 private:
     void append(std::string_view codePageText);
-    void reportLineBreak(HxDbObjectId id, std::string_view key) const;
+    void reportBrokenLine(HxDbObjectId id, std::string_view key, const char* why) const;
     void appendValue(std::string_view value);
     void writeLine();
 

@@ -81,28 +81,32 @@ TEST_F(Attributes, StrictReadersAreSparedKeywordsAndEmptyValues) {
         out.writeAttribute("empty", "", "\t");
         out.writeAttribute("ENDS", "1", "\t");
         out.writeAttribute("NEW", "2", "\t");
+        out.writeAttribute("\ttab", "9", "\t");
         out.writeAttribute("SEND", "3\r\n4\n5\r6", "\t");
         out.writeAttribute("new", "&end&7&end&&end", "\t");
     };
     const auto twoLineKey = [](AttributeFile& out) { out.writeAttribute("two\nlines", "8", ""); };
     EXPECT_EQ(written(twoLineKey, true), "two lines:=  8\r\n");
-    EXPECT_EQ(written(write, true), "\t_ENDS:=  1\r\n\t_NEW:=  2\r\n\tSEND:=  3 4 5 6\r\n\tnew:=   7 &end\r\n");
-    EXPECT_EQ(written(write, false), "\tempty:=  \r\n\tENDS:=  1\r\n\tNEW:=  2\r\n\tSEND:=  3\r\r\n4\r\n5\r6\r\n"
-                                     "\tnew:=  &end&7&end&&end\r\n");
+    EXPECT_EQ(written(write, true),
+              "\t_ENDS:=  1\r\n\t_NEW:=  2\r\n\t_\ttab:=  9\r\n\tSEND:=  3 4 5 6\r\n\tnew:=   7 &end\r\n");
+    EXPECT_EQ(written(write, false),
+              "\tempty:=  \r\n\tENDS:=  1\r\n\tNEW:=  2\r\n\t\ttab:=  9\r\n\tSEND:=  3\r\r\n4\r\n5\r6\r\n"
+              "\tnew:=  &end&7&end&&end\r\n");
 }
 
 // The plain form keeps every text, so the report must tell which lines no reader gets back.
 TEST_F(Attributes, ALineBreakInThePlainFormIsReported) {
-    loadScript("function getReferenceRvm(t) return {{'good', 'x'}, {'bad', 'x\\ny'}, {'k\\r', 'z'}} end");
+    loadScript("function getReferenceRvm(t) return {{'good', 'x'}, {'bad', 'x\\ny'}, {'k\\r', 'z'}, {'\\tt', 1}} end");
     const auto write = [](AttributeFile& out) { out.writeElementAttributes(HxDbObjectId(77), levelSite); };
     tolmar::runReport().clear();
-    EXPECT_EQ(written(write, true), "good:=  x\r\nbad:=  x y\r\nk :=  z\r\n");
+    EXPECT_EQ(written(write, true), "good:=  x\r\nbad:=  x y\r\nk :=  z\r\n_\tt:=  1\r\n");
     EXPECT_TRUE(tolmar::runReport().passed().empty());
     written(write);
-    ASSERT_EQ(tolmar::runReport().passed().size(), 2u);
+    ASSERT_EQ(tolmar::runReport().passed().size(), 3u);
     EXPECT_EQ(tolmar::runReport().passed()[0].id, 77);
     EXPECT_EQ(tolmar::runReport().passed()[0].name, "bad");
     EXPECT_EQ(tolmar::runReport().passed()[1].name, "k\r");
+    EXPECT_EQ(tolmar::runReport().passed()[2].why, "its key begins with a tab, which reads as an indent");
 }
 
 }  // namespace
