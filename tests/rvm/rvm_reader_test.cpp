@@ -54,6 +54,19 @@ TEST(RvmReader, TakesAWholePair) {
     EXPECT_EQ(Sample().check(), "");
 }
 
+// The indent goes by the kind of element, not by how deep it stands.
+TEST(RvmReader, TakesSitesAndZonesWithinOneAnother) {
+    Sample sample;
+    sample.replace("\tNEW Z\r\n", "\tNEW Z\r\n\tNEW Z2\r\n\tEND\r\nNEW S2\r\nEND\r\n");
+    rvmcheck::Findings findings;
+    const auto attributes = rvmcheck::readAttributes(sample.text, findings);
+    EXPECT_EQ(allFindings(findings), "");
+    EXPECT_EQ(attributes.elements.at(2).children.size(), 3U);
+    sample.replace("\t\tNEW M", "\t\tNEW M\r\n\t\tNEW M\r\n\t\tEND");
+    rvmcheck::readAttributes(sample.text, findings);
+    EXPECT_EQ(findings.size(), 1U) << allFindings(findings);
+}
+
 TEST(RvmReader, FindsEveryTruncation) {
     const Sample whole;
     for (std::size_t size = 0; size < whole.rvmBytes.size(); ++size) {
@@ -116,12 +129,24 @@ TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
     good.primitives.at(0).box = {-0.5F, -0.5F, -0.5F, 0.5F, 0.5F, 0.5F};
     rvmcheck::checkStrictForm(good, text, findings);
     EXPECT_EQ(allFindings(findings), "");
+    // What is a point has a point for its box.
+    rvmcheck::RvmContent points = good;
+    points.primitives[0] = {.kind = 4, .box = {3, 0, 0, 3, 0, 0}, .parameters = {3}, .parameterCount = 3};
+    points.primitives.push_back({.kind = 11, .box = {1, 1, 1, 1, 1, 1}, .triangles = 2, .extent = {1, 1, 1, 1, 1, 1}});
+    rvmcheck::checkStrictForm(points, text, findings);
+    EXPECT_EQ(allFindings(findings), "");
     using Rvm = rvmcheck::RvmContent;
     using Text = rvmcheck::AttributeContent;
     const std::function<void(Rvm&, Text&)> faults[] = {
         [](Rvm&, Text& t) { t.elements[0].isClosed = false; },
         [](Rvm& r, Text&) { r.primitives[0].parameters[0] = 0.5F; },  // the radius
         [](Rvm& r, Text&) { r.primitives[0].box = {}; },
+        [](Rvm& r, Text&) {
+            r.primitives[0] = {.kind = 4, .box = {3, 0, 0, 3, 0, 0}, .parameters = {3, 1, 1}, .parameterCount = 3};
+        },
+        [](Rvm& r, Text&) {
+            r.primitives[0] = {.kind = 11, .box = {0, 0, 0, 1, 1, 0}, .triangles = 1, .extent = {0, 0, 0, 1, 2, 0}};
+        },
         [](Rvm& r, Text&) { r.project = "\xB9"; },
         [](Rvm& r, Text&) {
             r.groups[2].children = {3, 3};

@@ -109,7 +109,10 @@ private:
         const bool isRoot = content_.elements.empty();
         element.level = isRoot ? 0 : indent + 1;
         expect(isRoot ? indent == 0 : open_ != none && indent <= 3, "an element in a wrong place", lineNumber_);
-        expect(isRoot || open_ == none || element.level > content_.elements[open_].level,
+        // The indent goes by the kind of element: sites and zones that stand in one another share theirs.
+        constexpr std::size_t zoneLevel = 2;
+        const std::size_t around = isRoot || open_ == none ? 0 : content_.elements[open_].level;
+        expect(around <= zoneLevel || element.level > around,
                "an element that is indented no deeper than the one around it", lineNumber_);
         const auto index = static_cast<std::uint32_t>(content_.elements.size());
         if (open_ != none) {

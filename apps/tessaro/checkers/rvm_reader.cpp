@@ -232,11 +232,18 @@ private:
             }
             for (int k = 0; k < 18; ++k) {
                 const float value = number("a vertex or normal");
+                if (k % 6 < 3) {
+                    widen(primitive.extent, static_cast<std::size_t>(k % 6), value, i == 0 && k < 3);
+                }
                 if (keepFacets_) {
                     primitive.facets.push_back(value);
                 }
             }
         }
+    }
+    static void widen(std::array<float, 6>& extent, std::size_t axis, float value, bool isFirst) {
+        extent[axis] = isFirst ? value : std::min(extent[axis], value);
+        extent[axis + 3] = isFirst ? value : std::max(extent[axis + 3], value);
     }
 
     std::string_view bytes_;

@@ -28,9 +28,10 @@ struct Primitive {
     std::array<float, 6> box{};
     std::array<float, 9> parameters{};  // kinds other than 11
     std::size_t parameterCount = 0;
-    std::uint32_t triangles = 0;  // kind 11
-    std::vector<float> facets;    // 18 numbers a triangle, when they are kept
-    std::uint64_t offset = 0;     // of the chunk
+    std::uint32_t triangles = 0;    // kind 11
+    std::array<float, 6> extent{};  // of its vertices
+    std::vector<float> facets{};    // 18 numbers a triangle, when they are kept
+    std::uint64_t offset = 0;       // of the chunk
 };
 
 struct Group {

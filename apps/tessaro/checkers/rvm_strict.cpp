@@ -29,14 +29,18 @@ void checkAttribute(const std::string& key, const std::string& value, std::size_
     }
 }
 
+// A torus is a point where its tube has no thickness and its sweep no angle.
 bool isEmpty(const Primitive& primitive) {
+    const auto& p = primitive.parameters;
     const auto isZero = [](float value) { return value == 0; };
-    return primitive.kind == 11 ? primitive.triangles == 0
-                                : std::all_of(primitive.parameters.begin(), primitive.parameters.end(), isZero);
+    return primitive.kind == 4 ? p[1] == 0 && (p[0] == 0 || p[2] == 0) : std::all_of(p.begin(), p.end(), isZero);
 }
 
 // A box that is turned over, or none around something that has a size.
 bool hasBadBox(const Primitive& primitive) {
+    if (primitive.kind == 11) {
+        return primitive.box != primitive.extent;
+    }
     bool anySize = isEmpty(primitive);
     for (std::size_t axis = 0; axis < 3; ++axis) {
         if (primitive.box[axis] > primitive.box[axis + 3]) {
