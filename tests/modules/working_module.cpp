@@ -10,6 +10,7 @@
 #include "tolmar/system.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -136,5 +137,8 @@ extern "C" bool XDBOUT(std::vector<std::string>& types, std::vector<std::uint64_
     normals = {{0, 0, 1}};
     normalIndices = {{0, 0, 0}};
     data = {"strict:" + std::to_string(strict) + ";"};
-    return strict != 2;
+    if (std::getenv("WORKING_MODULE_WAITS") != nullptr) {
+        waitForCancel();
+    }
+    return runReport().outcome() == tolmar::RunOutcome::Done;
 }

@@ -70,6 +70,18 @@ protected:
         arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
         return tessaro(std::move(arguments));
     }
+    // `tessaro run`, interrupted once a bar has moved.
+    Ended interrupted(std::vector<std::string> arguments) const {
+        const std::vector<std::string> fixed = {"run", "--model", folder.file("plant.json"), "--progress", "json"};
+        arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
+        fs::remove(folder.file("stderr"));
+        const pid_t process = start(std::move(arguments));
+        for (int i = 0; i < 1000 && folder.get("stderr").find("\"value\":1") == std::string::npos; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        ::kill(process, SIGINT);
+        return wait(process);
+    }
     std::string report() const { return folder.get("report.json"); }
 
     ScratchFolder folder;
@@ -215,17 +227,26 @@ TEST_F(Program, InputsAnswerInOrder) {
 }
 
 TEST_F(Program, InterruptIsTheCancelButton) {
-    const pid_t process = start({"run", "WAIT", "WRITE", "--model", folder.file("plant.json"), "--progress", "json"});
-    for (int i = 0; i < 1000 && folder.get("stderr").find("\"value\":1") == std::string::npos; ++i) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    ::kill(process, SIGINT);
-    const Ended ended = wait(process);
+    const Ended ended = interrupted({"WAIT", "WRITE"});
     EXPECT_EQ(ended.status, 130);
     EXPECT_TRUE(
         ended.said("{\"open\":true,\"title\":\"waiting\",\"text\":\"\",\"bars\":[{\"text\":\"\",\"value\":0}]}\n"));
     EXPECT_TRUE(ended.said("cancelled"));
     EXPECT_FALSE(ended.said("导出结束"));
+}
+
+// Part of the arrays would look like all of them.
+TEST_F(Program, CancelledFunctionHandsOutNothing) {
+    ::setenv("WORKING_MODULE_WAITS", "1", 1);
+    for (const std::vector<std::string>& target : {std::vector<std::string>(), {"--out", folder.file("out")}}) {
+        std::vector<std::string> arguments = {"XDBOUT"};
+        arguments.insert(arguments.end(), target.begin(), target.end());
+        const Ended ended = interrupted(arguments);
+        EXPECT_EQ(ended.status, 130) << ended.err;
+        EXPECT_EQ(ended.out, "");
+        EXPECT_TRUE(!fs::exists(folder.file("out")) || fs::is_empty(folder.file("out")));
+    }
+    ::unsetenv("WORKING_MODULE_WAITS");
 }
 
 TEST_F(Program, FailingPackagingProgramIsLeftOut) {
