@@ -1,6 +1,7 @@
 #include "check_max.h"
 
 #include "check_files.h"
+#include "checkers/gltf_mapped_file.h"
 #include "checkers/max_files.h"
 
 namespace {
@@ -14,17 +15,24 @@ bool add(const fs::path& file, const std::vector<std::string>& found, Findings& 
     return found.empty();
 }
 
+bool isReadable(const gltfcheck::MappedFile& mapped, const fs::path& file, Findings& findings) {
+    if (!mapped.isGood()) {
+        findings.push_back(file.string() + ": cannot be read");
+    }
+    return mapped.isGood();
+}
+
 void checkPairOf(const fs::path& file, Findings& findings) {
     const fs::path geometryFile = fs::path(file).replace_extension(".orna");
     const fs::path propertyFile = fs::path(file).replace_extension(".xml");
-    std::string geometry;
-    std::string properties;
-    if (!readToCheck(geometryFile, geometry, findings) || !readToCheck(propertyFile, properties, findings)) {
+    const gltfcheck::MappedFile geometry(geometryFile);
+    const gltfcheck::MappedFile properties(propertyFile);
+    if (!isReadable(geometry, geometryFile, findings) || !isReadable(properties, propertyFile, findings)) {
         return;
     }
-    const bool isGeometryGood = add(geometryFile, maxcheck::checkGeometry(geometry), findings);
-    if (add(propertyFile, maxcheck::checkProperties(properties), findings) && isGeometryGood) {
-        add(geometryFile, maxcheck::checkPair(geometry, properties), findings);
+    const bool isGeometryGood = add(geometryFile, maxcheck::checkGeometry(geometry.bytes()), findings);
+    if (add(propertyFile, maxcheck::checkProperties(properties.bytes()), findings) && isGeometryGood) {
+        add(geometryFile, maxcheck::checkPair(geometry.bytes(), properties.bytes()), findings);
     }
 }
 

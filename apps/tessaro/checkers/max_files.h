@@ -2,15 +2,16 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace maxcheck {
 
-// What is wrong, with the place. Empty for a good pair. Bytes are those of the files, in any code page whose ASCII
-// characters are ASCII.
-std::vector<std::string> checkGeometry(const std::string& bytes);
-std::vector<std::string> checkProperties(const std::string& bytes);
-// Of two files that are good by themselves.
-std::vector<std::string> checkPair(const std::string& geometry, const std::string& properties);
+// What is wrong, with the line. Empty for a good file. Bytes are those of the files, in any code page whose ASCII
+// characters are ASCII. The files are read through once; nothing of them is kept.
+std::vector<std::string> checkGeometry(std::string_view bytes);
+std::vector<std::string> checkProperties(std::string_view bytes);
+// Of two files that are good by themselves. Ids and names of the objects of the property file are kept.
+std::vector<std::string> checkPair(std::string_view geometry, std::string_view properties);
 
 }  // namespace maxcheck
