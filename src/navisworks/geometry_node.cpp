@@ -1,6 +1,5 @@
 #include "navisworks/geometry_node.h"
 
-#include "exportbase/color_table.h"
 #include "tolmar/code_page.h"
 
 namespace nv {
@@ -8,7 +7,6 @@ namespace nv {
 namespace {
 
 constexpr int plainSection = 0;
-constexpr float brightest = 255;
 constexpr double textLift = 5.0;
 constexpr const char* usualFont = "黑体";
 
@@ -30,28 +28,14 @@ public:
         close();
         LiNwcGroupAddNode(group, geometry_.get());
     }
-    void paintAndAddTo(LiNwcGroup group, const Paint& paint) {
+    void paintAndAddTo(LiNwcGroup group, LiNwcMaterial material) {
         close();
-        addMaterial(paint);
+        LiNwcNodeAddAttribute(geometry_.get(), material);
         addTo(group);
     }
+    OwnedShape shape() const { return OwnedShape(LiNwcGeometryShape(geometry_.get())); }
 
 private:
-    void addMaterial(const Paint& paint) {
-        float rgb[3] = {brightest, brightest, brightest};
-        colorToRgb(paint.color, rgb);
-        const double red = rgb[0] / brightest;
-        const double green = rgb[1] / brightest;
-        const double blue = rgb[2] / brightest;
-        const OwnedAttribute material(LiNwcMaterialCreate());
-        LiNwcMaterialSetAmbientColor(material.get(), red, green, blue);
-        LiNwcMaterialSetDiffuseColor(material.get(), red, green, blue);
-        if (paint.opacity < opaque) {
-            LiNwcMaterialSetTransparency(material.get(), opaque - paint.opacity);
-        }
-        LiNwcNodeAddAttribute(geometry_.get(), material.get());
-    }
-
     OwnedGeometry geometry_;
     LiNwcGeometryStream stream_;
 };
@@ -81,7 +65,7 @@ OwnedTextStyle styleOf(const TlDbText& text) {
 
 }  // namespace
 
-void streamMesh(const MeshView& mesh, const Paint& paint, LiNwcGroup group) {
+OwnedShape streamMesh(const MeshView& mesh, LiNwcMaterial material, LiNwcGroup group) {
     GeometryNode node;
     const LiNwcGeometryStream stream = node.stream();
     LiNwcGeometryStreamBegin(stream, plainSection);
@@ -94,10 +78,11 @@ void streamMesh(const MeshView& mesh, const Paint& paint, LiNwcGroup group) {
         LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i + 2]));
     }
     LiNwcGeometryStreamEnd(stream);
-    node.paintAndAddTo(group, paint);
+    node.paintAndAddTo(group, material);
+    return node.shape();
 }
 
-void streamPolyline(const TlDbPolyline& polyline, LiNwcGroup group) {
+void streamPolyline(const TlDbPolyline& polyline, LiNwcMaterial material, LiNwcGroup group) {
     GeometryNode node;
     const LiNwcGeometryStream stream = node.stream();
     LiNwcGeometryStreamBegin(stream, plainSection);
@@ -110,7 +95,7 @@ void streamPolyline(const TlDbPolyline& polyline, LiNwcGroup group) {
         LiNwcGeometryStreamLineStripIndex(stream, static_cast<int>(i));
     }
     LiNwcGeometryStreamEnd(stream);
-    node.paintAndAddTo(group, {polyline.colorIndex(), opaque});
+    node.paintAndAddTo(group, material);
 }
 
 void streamLine(const TlDbLine& line, LiNwcGroup group) {
@@ -140,7 +125,7 @@ void streamCircle(const TlDbCircle& circle, LiNwcGroup group) {
     node.addTo(group);
 }
 
-void streamText(const TlDbText& text, LiNwcGroup group) {
+void streamText(const TlDbText& text, LiNwcMaterial material, LiNwcGroup group) {
     GeometryNode node;
     const LiNwcGeometryStream stream = node.stream();
     LiNwcGeometryStreamBegin(stream, plainSection);
@@ -153,7 +138,7 @@ void streamText(const TlDbText& text, LiNwcGroup group) {
     LiNwcGeometryStreamEnd(stream);
     style.reset();
     LiNwcGeometryStreamPopTransform(stream);
-    node.paintAndAddTo(group, {text.colorIndex(), opaque});
+    node.paintAndAddTo(group, material);
 }
 
 TextFrame textFrame(const TlDbText& text) {

@@ -2,26 +2,17 @@
 #pragma once
 
 #include "exportbase/mesher.h"
-#include "navisworks/handles.h"
+#include "navisworks/materials.h"
 #include "tolmar/entity.h"
 
 namespace nv {
 
-// Colour of what has none.
-inline constexpr int usualColor = 7;
-inline constexpr double opaque = 1.0;
-
-struct Paint {
-    int color = usualColor;  // index of the palette; outside 0..255 the colour is white
-    double opacity = opaque;
-};
-
-// Each adds one node to the group.
-void streamMesh(const MeshView& mesh, const Paint& paint, LiNwcGroup group);
-void streamPolyline(const TlDbPolyline& polyline, LiNwcGroup group);
+// Each adds one node to the group. That of a mesh gives its shape, for showing it again.
+OwnedShape streamMesh(const MeshView& mesh, LiNwcMaterial material, LiNwcGroup group);
+void streamPolyline(const TlDbPolyline& polyline, LiNwcMaterial material, LiNwcGroup group);
 void streamLine(const TlDbLine& line, LiNwcGroup group);
 void streamCircle(const TlDbCircle& circle, LiNwcGroup group);
-void streamText(const TlDbText& text, LiNwcGroup group);
+void streamText(const TlDbText& text, LiNwcMaterial material, LiNwcGroup group);
 
 // Where a text stands: its axes and its place, raised a little above the plane that it is written on.
 struct TextFrame {

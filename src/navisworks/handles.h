@@ -2,6 +2,7 @@
 #pragma once
 
 #include "nwcreate/nwcreate.h"
+#include "nwcreate/shapes.h"
 
 #include <utility>
 
@@ -42,6 +43,7 @@ using OwnedData = Owned<LiNwcData, LiNwcDataDestroy>;
 using OwnedTextStyle = Owned<LiNwcTextStyle, LiNwcTextStyleDestroy>;
 using OwnedGridSystem = Owned<LiNwcGridSystem, LiNwcGridSystemDestroy>;
 using OwnedGridLine = Owned<LiNwcGridLine, LiNwcGridLineDestroy>;
+using OwnedShape = Owned<LiNwcShape, LiNwcShapeDestroy>;
 using OwnedGridLevel = Owned<LiNwcGridLevel, LiNwcGridLevelDestroy>;
 
 }  // namespace nv

@@ -132,6 +132,11 @@ void ShapeStreamer::addEntity(const TlDbEntity& entity, const HextPrimary& primi
 
 void ShapeStreamer::addParametric(const TlDbEntity& entity, const HextPrimary& primitive) {
     const auto& parametric = static_cast<const ORNACadPrimary3D&>(entity);
+    const bool isInverse = parametric.checkGsFlag(inverseColorFlag);
+    const LiNwcMaterial material = materialOf(primitive, isInverse ? hxcad::getInverseColor(color_) : color_);
+    if (solids_.addKnown(primitive, material, group_)) {
+        return;
+    }
     TlDb3dSolid* made = nullptr;
     const Tl::ErrorStatus status = parametric.getSolid(made);
     const EntityPtr solid(made);
@@ -139,16 +144,17 @@ void ShapeStreamer::addParametric(const TlDbEntity& entity, const HextPrimary& p
         report(className(primitive) + ": " + tlErrorText(status));
         return;
     }
-    const bool isInverse = parametric.checkGsFlag(inverseColorFlag);
-    streamSolid(*solid, primitive, isInverse ? hxcad::getInverseColor(color_) : color_);
+    solids_.remember(streamSolid(*solid, primitive, material));
 }
 
 void ShapeStreamer::addText(const TlDbEntity& entity, const HextPrimary&) {
-    streamText(static_cast<const TlDbText&>(entity), group_);
+    const auto& text = static_cast<const TlDbText&>(entity);
+    streamText(text, materials_.of({text.colorIndex(), opaque}), group_);
 }
 
 void ShapeStreamer::addPolyline(const TlDbEntity& entity, const HextPrimary&) {
-    streamPolyline(static_cast<const TlDbPolyline&>(entity), group_);
+    const auto& polyline = static_cast<const TlDbPolyline&>(entity);
+    streamPolyline(polyline, materials_.of({polyline.colorIndex(), opaque}), group_);
 }
 
 void ShapeStreamer::addLine(const TlDbEntity& entity, const HextPrimary&) {
@@ -164,16 +170,20 @@ void ShapeStreamer::passOver(const TlDbEntity& entity, const HextPrimary&) {
 }
 
 void ShapeStreamer::addWhole(const TlDbEntity& entity, const HextPrimary& primitive) {
-    streamSolid(entity, primitive, color_);
+    streamSolid(entity, primitive, materialOf(primitive, color_));
 }
 
-void ShapeStreamer::streamSolid(const TlDbEntity& solid, const HextPrimary& primitive, int objectColor) {
+LiNwcMaterial ShapeStreamer::materialOf(const HextPrimary& primitive, int objectColor) {
+    return materials_.of({paintColor(objectColor, primitive.getColor()), opacityOf(primitive)});
+}
+
+OwnedShape ShapeStreamer::streamSolid(const TlDbEntity& solid, const HextPrimary& primitive, LiNwcMaterial material) {
     const MeshView mesh = meshInPlace(solid);
     if (mesh.positions.empty()) {
         report(className(primitive) + ": " + notMeshed);
-        return;
+        return {};
     }
-    streamMesh(mesh, {paintColor(objectColor, primitive.getColor()), opacityOf(primitive)}, group_);
+    return streamMesh(mesh, material, group_);
 }
 
 void ShapeStreamer::streamBlock(const TlDbEntity& block, const HextPrimary&) {
@@ -199,7 +209,7 @@ void ShapeStreamer::streamPart(const TlDbEntity& part) {
         report(className(part) + " in a block: " + notMeshed);
         return;
     }
-    streamMesh(mesh, {part.subentColor(faceType, firstFaceIndex).colorIndex(), opaque}, group_);
+    streamMesh(mesh, materials_.of({part.subentColor(faceType, firstFaceIndex).colorIndex(), opaque}), group_);
 }
 
 // A failure has said so on the command line and ends the walk. A face that is a point has no triangles and no node.
@@ -220,8 +230,8 @@ void ShapeStreamer::streamFaces(const TlDbSurface& surface) {
             return;
         }
         if (mesh_.vertexCount() > 0) {
-            streamMesh({mesh_.positions, mesh_.indices}, {surface.subentColor(faceType, index).colorIndex(), opaque},
-                       group_);
+            const int color = surface.subentColor(faceType, index).colorIndex();
+            streamMesh({mesh_.positions, mesh_.indices}, materials_.of({color, opaque}), group_);
         }
     }
 }

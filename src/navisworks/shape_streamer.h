@@ -2,7 +2,8 @@
 #pragma once
 
 #include "exportbase/mesher.h"
-#include "nwcreate/nwcreate.h"
+#include "navisworks/materials.h"
+#include "navisworks/solid_shapes.h"
 #include "platform/objects.h"
 #include "platform/primaries.h"
 #include "tolmar/entity.h"
@@ -35,7 +36,9 @@ private:
     void addCircle(const TlDbEntity& entity, const HextPrimary& primitive);
     void passOver(const TlDbEntity& entity, const HextPrimary& primitive);
     void addWhole(const TlDbEntity& entity, const HextPrimary& primitive);
-    void streamSolid(const TlDbEntity& solid, const HextPrimary& primitive, int objectColor);
+    // Gives the shape; null, and nothing is added, when no mesh can be made of it.
+    OwnedShape streamSolid(const TlDbEntity& solid, const HextPrimary& primitive, LiNwcMaterial material);
+    LiNwcMaterial materialOf(const HextPrimary& primitive, int objectColor);
     void streamBlock(const TlDbEntity& block, const HextPrimary& primitive);
     void streamPart(const TlDbEntity& part);
     void streamFaces(const TlDbSurface& surface);
@@ -48,6 +51,8 @@ private:
     LiNwcGroup group_ = nullptr;
     PrimaryList shape_;
     Mesh mesh_;  // of a face
+    Materials materials_;
+    SolidShapes solids_;
 };
 
 // The colour index of an object: its own; a part of a pipe without one has that of the name node that owns it, a weld

@@ -19,14 +19,6 @@ LiNwcNode createNode(const char* call, bool isGeometry) {
     });
 }
 
-// With a group; a geometry is a handle of another kind here.
-template <typename Body>
-LiNwcStatus withGroup(const char* call, LiNwcGroup group, Body&& body) {
-    return withRecord(call, &Library::nodes, group, [&](Library& lib, NodeSlot& slot) -> LiNwcStatus {
-        return slot.record.isGeometry ? badHandle(call) : body(lib, slot);
-    });
-}
-
 LiNwcStatus destroyNode(const char* call, LiNwcNode node) {
     return withRecord(call, &Library::nodes, node, [](Library& lib, NodeSlot& slot) {
         releaseNode(lib, slot);
@@ -59,6 +51,7 @@ LiNwcStatus setColor(const char* call, LiNwcMaterial material, Vec3 Material::*w
             return badValue(call, "no colour");
         }
         record.material.*which = color;
+        record.numberedIn = nullptr;
         return LI_NWC_OK;
     });
 }
@@ -166,6 +159,7 @@ LiNwcStatus LiNwcMaterialSetTransparency(LiNwcMaterial material, double transpar
             return badValue(call, "no transparency");
         }
         record.material.transparency = transparency;
+        record.numberedIn = nullptr;
         return LI_NWC_OK;
     });
 }
@@ -177,8 +171,10 @@ LiNwcPropertyAttribute LiNwcPropertyAttributeCreate(void) {
 LiNwcStatus LiNwcAttributeSetClassName(LiNwcAttribute attribute, const char16_t* userName,
                                        const char16_t* internalName) {
     return withRecord(__func__, &Library::attributes, attribute, [&](Library&, auto& slot) {
-        slot.record.userName = escapedText(userName);
-        slot.record.internalName = escapedText(internalName);
+        slot.record.userName.clear();
+        slot.record.internalName.clear();
+        appendEscaped(slot.record.userName, textOf(userName));
+        appendEscaped(slot.record.internalName, textOf(internalName));
         return LI_NWC_OK;
     });
 }

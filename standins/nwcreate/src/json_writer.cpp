@@ -1,6 +1,9 @@
 #include "json_writer.h"
 
+#include "vectors.h"
+
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -73,37 +76,62 @@ void appendNumber(std::string& out, Number value) {
     out.append(digits, static_cast<std::size_t>(result.ptr - digits));
 }
 
-// A number that is a whole number of millionths, as most places of a plant are: its digits are those of the whole
-// number. Up to fifteen digits are the shortest that read back as the same number. False for any other number.
-bool appendMillionths(std::string& out, double value) {
-    constexpr double million = 1e6;
-    constexpr double most = 1e14;
-    constexpr double least = 1e-3;  // smaller ones may be shorter with an exponent
-    const double scaled = value * million;
-    if (!(std::fabs(scaled) < most) || std::fabs(value) < least) {
-        return false;
+// 0 to 99, two digits each.
+constexpr auto digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t i = 0; i < 100; ++i) {
+        pairs[2 * i] = static_cast<char>('0' + i / 10);
+        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
     }
-    auto whole = static_cast<std::int64_t>(std::round(scaled));
-    if (static_cast<double>(whole) / million != value) {
-        return false;
+    return pairs;
+}();
+
+char* putPair(char* to, std::uint32_t value) {
+    std::memcpy(to, digitPairs.data() + std::size_t{2} * value, 2);
+    return to + 2;
+}
+
+// Nine digits behind a point without the zeros at their end; nothing for 0.
+char* putBillionths(char* to, std::uint32_t value) {
+    if (value == 0) {
+        return to;
     }
-    char digits[32];
-    char* end = digits;
+    *to++ = '.';
+    const std::uint32_t upper = value / 1000;
+    const std::uint32_t lower = value % 1000;
+    to = putPair(to, upper / 10000);
+    to = putPair(to, upper / 100 % 100);
+    to = putPair(to, upper % 100);
+    if (lower != 0) {
+        to = putPair(to, lower / 10);
+        *to++ = static_cast<char>('0' + lower % 10);
+    }
+    while (to[-1] == '0') {
+        --to;
+    }
+    return to;
+}
+
+constexpr double nanometresPerUnit = 1e6;
+constexpr double unitsPerMetre = 1000.0;
+constexpr std::uint64_t nanometresPerMetre = 1'000'000'000;
+
+// A length in scene units, written in metres and to the nanometre; what is farther than a million kilometres with
+// all digits.
+char* putMetres(char* to, char* end, double length) {
+    constexpr double most = 1e18;
+    const double nanometres = rounded(length * nanometresPerUnit);
+    if (!(std::fabs(nanometres) < most)) {
+        return std::to_chars(to, end, length / unitsPerMetre).ptr;
+    }
+    auto whole = static_cast<std::int64_t>(nanometres);
     if (whole < 0) {
-        *end++ = '-';
+        *to++ = '-';
         whole = -whole;
     }
-    end = std::to_chars(end, digits + sizeof digits, whole / 1000000).ptr;
-    std::int64_t rest = whole % 1000000;
-    if (rest != 0) {
-        *end++ = '.';
-        for (std::int64_t unit = 100000; rest != 0; unit /= 10) {
-            *end++ = static_cast<char>('0' + rest / unit);
-            rest %= unit;
-        }
-    }
-    out.append(digits, static_cast<std::size_t>(end - digits));
-    return true;
+    const auto count = static_cast<std::uint64_t>(whole);
+    to = std::to_chars(to, end, count / nanometresPerMetre).ptr;
+    return putBillionths(to, static_cast<std::uint32_t>(count % nanometresPerMetre));
 }
 
 }  // namespace
@@ -171,10 +199,16 @@ JsonWriter& JsonWriter::ready(std::string_view json) {
 }
 
 JsonWriter& JsonWriter::number(double value) {
+    // Numbers of a usual size go without an exponent.
+    constexpr double least = 1e-3;
+    constexpr double most = 1e15;
     separate();
-    if (!appendMillionths(out_, value)) {
-        appendNumber(out_, value + 0.0);
-    }
+    char digits[32];
+    const double size = std::fabs(value);
+    const bool isUsual = size == 0.0 || (size >= least && size < most);
+    const std::chars_format form = isUsual ? std::chars_format::fixed : std::chars_format::general;
+    const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, value + 0.0, form);
+    out_.append(digits, static_cast<std::size_t>(result.ptr - digits));
     return *this;
 }
 
@@ -187,6 +221,21 @@ JsonWriter& JsonWriter::number(float value) {
 JsonWriter& JsonWriter::count(std::uint64_t value) {
     separate();
     appendNumber(out_, value);
+    return *this;
+}
+
+JsonWriter& JsonWriter::metres(const std::array<double, 3>& point) {
+    constexpr std::size_t longest = 32;
+    separate();
+    char text[3 * longest + 4];
+    char* to = text;
+    for (const double length : point) {
+        *to = to == text ? '[' : ',';
+        ++to;
+        to = putMetres(to, to + longest, length);
+    }
+    *to++ = ']';
+    out_.append(text, static_cast<std::size_t>(to - text));
     return *this;
 }
 

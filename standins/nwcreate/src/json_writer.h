@@ -2,6 +2,7 @@
 // every locale.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -47,6 +48,8 @@ public:
     JsonWriter& number(double value);
     JsonWriter& number(float value);
     JsonWriter& count(std::uint64_t value);
+    // A point in scene units, as an array of metres that are rounded to nanometres.
+    JsonWriter& metres(const std::array<double, 3>& point);
     JsonWriter& yes();
     JsonWriter& numbers(std::span<const double> values);
     JsonWriter& numbers(std::span<const float> values);

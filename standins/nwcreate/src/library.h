@@ -2,6 +2,7 @@
 #pragma once
 
 #include "nwcreate/inspect.h"
+#include "nwcreate/shapes.h"
 #include "records.h"
 
 #include <exception>
@@ -30,6 +31,7 @@ struct Library {
     HandleTable<GridSystemRecord, LiNwcGridSystem> gridSystems{LI_NWC_GRID_SYSTEM};
     HandleTable<GridLineRecord, LiNwcGridLine> gridLines{LI_NWC_GRID_LINE};
     HandleTable<GridLevelRecord, LiNwcGridLevel> gridLevels{LI_NWC_GRID_LEVEL};
+    HandleTable<ShapeRecord, LiNwcShape> shapes{LI_NWC_SHAPE};
 
     // Calls with each table in the order of LiNwcHandleKind.
     template <typename Visit>
@@ -44,6 +46,7 @@ struct Library {
         visit(gridSystems);
         visit(gridLines);
         visit(gridLevels);
+        visit(shapes);
     }
     std::uint64_t live();
     // Empties all tables.

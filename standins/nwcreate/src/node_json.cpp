@@ -8,12 +8,6 @@ namespace nwcreate {
 
 namespace {
 
-constexpr double unitsPerMetre = 1000.0;
-
-Vec3 inMetres(const Vec3& point) {
-    return {point[0] / unitsPerMetre, point[1] / unitsPerMetre, point[2] / unitsPerMetre};
-}
-
 void writeChildren(const Library& lib, const NodeRecord& node, JsonWriter& json) {
     if (node.children.empty()) {
         return;
@@ -27,9 +21,9 @@ void writeChildren(const Library& lib, const NodeRecord& node, JsonWriter& json)
 
 std::uint32_t materialOf(const Library& lib, const NodeRecord& node) {
     for (std::size_t i = node.attributes.size(); i-- > 0;) {
-        const AttributeRecord& attribute = lib.attributes.at(node.attributes[i]).record;
+        AttributeRecord& attribute = lib.attributes.at(node.attributes[i]).record;
         if (attribute.isMaterial) {
-            return node.store->materialNumber(attribute.material);
+            return attribute.numberIn(*node.store);
         }
     }
     return noNumber;
@@ -41,7 +35,7 @@ void writeShape(SceneStore& store, const NodeShape& shape, std::uint32_t materia
     }
     json.key("mesh").count(store.meshNumber(shape.pieces, material));
     if (shape.origin != Vec3{}) {
-        json.key("translation").numbers(inMetres(shape.origin));
+        json.key("translation").metres(shape.origin);
     }
 }
 
@@ -173,7 +167,7 @@ std::uint32_t addGridNodes(SceneStore& store, const GridSystem& system) {
 void writeViewNode(const View& view, std::string_view name, std::uint32_t camera, std::string& out) {
     JsonWriter json(out);
     json.beginObject().key("name").plain(name).key("camera").count(camera);
-    json.key("translation").numbers(inMetres(view.position));
+    json.key("translation").metres(view.position);
     json.key("rotation").numbers(quaternionOf(axesOf(view))).key("extras").beginObject();
     json.key("worldUp").numbers(view.worldUp).key("position").numbers(view.position);
     json.key("target").numbers(view.target).endObject().endObject();

@@ -126,6 +126,16 @@ void releaseNode(Library& lib, NodeSlot& node) {
 }
 
 void leaveScene(Library& lib, const SceneStore& store) {
+    for (const auto& slot : lib.attributes.slots()) {
+        if (slot->record.numberedIn == &store) {
+            slot->record.numberedIn = nullptr;
+        }
+    }
+    for (const auto& slot : lib.shapes.slots()) {
+        if (slot->record.store == &store) {
+            slot->record.store = nullptr;
+        }
+    }
     for (const auto& slot : lib.nodes.slots()) {
         NodeRecord& record = slot->record;
         if (record.store != &store) {

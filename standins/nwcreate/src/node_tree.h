@@ -15,6 +15,14 @@ void addChild(NodeSlot& parent, NodeSlot& child);
 void addRoot(SceneStore& store, NodeSlot& child);
 bool isAbove(const Library& lib, const NodeSlot& upper, const NodeSlot& lower);
 
+// With a group; a geometry is a handle of another kind here.
+template <typename Body>
+LiNwcStatus withGroup(const char* call, LiNwcGroup group, Body&& body) {
+    return withRecord(call, &Library::nodes, group, [&](Library& lib, NodeSlot& slot) -> LiNwcStatus {
+        return slot.record.isGeometry ? badHandle(call) : body(lib, slot);
+    });
+}
+
 void holdAttribute(NodeSlot& node, HandleTable<AttributeRecord, LiNwcAttribute>::Slot& attribute);
 void releaseAttribute(Library& lib, HandleTable<AttributeRecord, LiNwcAttribute>::Slot& attribute);
 

@@ -23,6 +23,23 @@ void AttributeRecord::clear() {
     userName.clear();
     internalName.clear();
     properties.clear();
+    numberedIn = nullptr;
+}
+
+std::uint32_t AttributeRecord::numberIn(SceneStore& store) {
+    if (numberedIn != &store) {
+        number = store.materialNumber(material);
+        numberedIn = &store;
+    }
+    return number;
+}
+
+std::uint32_t ShapeRecord::meshWith(std::uint32_t nodeMaterial) {
+    if (mesh == noNumber || material != nodeMaterial) {
+        mesh = store->meshNumber({&piece, 1}, nodeMaterial);
+        material = nodeMaterial;
+    }
+    return mesh;
 }
 
 void StreamRecord::clear() {

@@ -43,7 +43,11 @@ struct AttributeRecord {
     std::string userName;
     std::string internalName;
     std::string properties;  // JSON objects, separated by commas
+    // The material's number in a scene, until either changes.
+    const SceneStore* numberedIn = nullptr;
+    std::uint32_t number = noNumber;
     void clear();
+    std::uint32_t numberIn(SceneStore& store);
 };
 
 struct DataRecord {
@@ -66,6 +70,18 @@ struct StreamRecord {
     bool isMoved = false;           // transform is not the unit matrix
     TextStyle style;
     void clear();
+};
+
+// A single piece that was streamed, and where.
+struct ShapeRecord {
+    SceneStore* store = nullptr;  // null once the scene is gone
+    Piece piece;
+    Vec3 origin{};
+    // The mesh that the last material made of it.
+    std::uint32_t material = noNumber;
+    std::uint32_t mesh = noNumber;
+    void clear() { *this = ShapeRecord(); }
+    std::uint32_t meshWith(std::uint32_t nodeMaterial);
 };
 
 struct StyleRecord {

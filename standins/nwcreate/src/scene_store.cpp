@@ -89,6 +89,18 @@ std::uint32_t SceneStore::addNode(std::string_view json) {
     return nodeCount_++;
 }
 
+// {"mesh":M,"translation":[x,y,z]}
+std::uint32_t SceneStore::addShapeNode(std::uint32_t mesh, const Vec3& origin) {
+    json_.clear();
+    JsonWriter json(json_);
+    json.beginObject().key("mesh").count(mesh);
+    if (origin != Vec3{}) {
+        json.key("translation").metres(origin);
+    }
+    json.endObject();
+    return addNode(json_);
+}
+
 std::string SceneStore::failure() const {
     const std::string inShapes = shapes.failure();
     if (!inShapes.empty()) {

@@ -60,6 +60,8 @@ public:
     std::uint32_t materialNumber(const Material& material);
     std::uint32_t meshNumber(std::span<const Piece> pieces, std::uint32_t nodeMaterial);
     std::uint32_t addNode(std::string_view json);
+    // A node with nothing but a mesh and a place, in scene units.
+    std::uint32_t addShapeNode(std::uint32_t mesh, const Vec3& origin);
 
     std::uint32_t nodeCount() const { return nodeCount_; }
     std::uint32_t meshCount() const { return meshCount_; }

@@ -38,15 +38,8 @@ void put(NumberList<double>& to, const Vec3& point) {
     to.append(point);
 }
 
-// Adding and taking away this rounds to whole numbers, below `mostRounded`.
-constexpr double roundingShift = 6755399441055744.0;  // 1.5 * 2^52
-constexpr double mostRounded = 2251799813685248.0;    // 2^51
 // Two places nearer than this are nearer to each other than `mostRounded`, counted in the grid.
 constexpr double farthestNear = 1e12;
-
-double rounded(double value) {
-    return std::fabs(value) < mostRounded ? (value + roundingShift) - roundingShift : value;
-}
 
 void toLocal(const double* first, std::size_t count, const Vec3& origin, float* local) {
     for (std::size_t i = 0; i < count; i += 3) {

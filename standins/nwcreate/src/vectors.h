@@ -52,6 +52,14 @@ inline bool arePlaces(std::span<const double> values) {
     return areWithin(values, farthest);
 }
 
+// Adding and taking away this rounds to whole numbers, below `mostRounded`.
+inline constexpr double roundingShift = 6755399441055744.0;  // 1.5 * 2^52
+inline constexpr double mostRounded = 2251799813685248.0;    // 2^51
+// To a whole number; what is beyond all fractions stays.
+inline double rounded(double value) {
+    return std::fabs(value) < mostRounded ? (value + roundingShift) - roundingShift : value;
+}
+
 inline Vec3 transformed(const Matrix& m, const Vec3& p) {
     Vec3 image;
     for (std::size_t i = 0; i < 3; ++i) {

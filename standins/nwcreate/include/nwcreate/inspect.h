@@ -19,6 +19,7 @@ typedef enum LiNwcHandleKind {
     LI_NWC_GRID_SYSTEM,
     LI_NWC_GRID_LINE,
     LI_NWC_GRID_LEVEL,
+    LI_NWC_SHAPE, /* shapes.h */
     LI_NWC_HANDLE_KINDS
 } LiNwcHandleKind;
 
