@@ -69,14 +69,8 @@ OwnedShape streamMesh(const MeshView& mesh, LiNwcMaterial material, LiNwcGroup g
     GeometryNode node;
     const LiNwcGeometryStream stream = node.stream();
     LiNwcGeometryStreamBegin(stream, plainSection);
-    for (std::size_t i = 0; i + 2 < mesh.positions.size(); i += 3) {
-        LiNwcGeometryStreamIndexedVertex(stream, mesh.positions[i], mesh.positions[i + 1], mesh.positions[i + 2]);
-    }
-    for (std::size_t i = 0; i + 2 < mesh.indices.size(); i += 3) {
-        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i]));
-        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i + 1]));
-        LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(mesh.indices[i + 2]));
-    }
+    LiNwcGeometryStreamIndexedVertices(stream, mesh.positions.data(), mesh.positions.size() / 3);
+    LiNwcGeometryStreamTriangleIndices(stream, mesh.indices.data(), mesh.indices.size());
     LiNwcGeometryStreamEnd(stream);
     node.paintAndAddTo(group, material);
     return node.shape();

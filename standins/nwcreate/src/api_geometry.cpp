@@ -30,32 +30,34 @@ LiNwcStatus inSection(const char* call, LiNwcGeometryStream stream, Body&& body)
 }
 
 template <typename Number>
-void append(LiNwcGeometryStream stream, StreamRecord& record, NumberList<Number> Section::*list,
-            std::span<const Number> numbers) {
-    openSection(stream, record);
-    takeWritten();
-    (record.section.*list).append(numbers);
-    showRoom();
-}
-
-// The checked and growing way of a vertex or index.
-LiNwcStatus addVertex(const char* call, LiNwcGeometryStream stream, NumberList<double> Section::*list,
-                      const Vec3& point) noexcept {
+LiNwcStatus append(const char* call, LiNwcGeometryStream stream, NumberList<Number> Section::*list,
+                   std::span<const Number> numbers) noexcept {
     return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
-        const Vec3 image = record.isMoved ? transformed(record.transform, point) : point;
-        append(stream, record, list, std::span<const double>(image));
+        (record.section.*list).append(numbers);
         return LI_NWC_OK;
     });
 }
 
+LiNwcStatus addVertices(const char* call, LiNwcGeometryStream stream, NumberList<double> Section::*list,
+                        std::span<const double> vertices) noexcept {
+    return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
+        NumberList<double>& numbers = record.section.*list;
+        if (!record.isMoved) {
+            numbers.append(vertices);
+            return LI_NWC_OK;
+        }
+        for (std::size_t i = 0; i < vertices.size(); i += 3) {
+            numbers.append(transformed(record.transform, {vertices[i], vertices[i + 1], vertices[i + 2]}));
+        }
+        return LI_NWC_OK;
+    });
+}
+
+// A negative index becomes one that names no vertex.
 LiNwcStatus addIndex(const char* call, LiNwcGeometryStream stream, NumberList<std::uint32_t> Section::*list,
                      int index) noexcept {
-    return inSection(call, stream, [&](StreamRecord& record) -> LiNwcStatus {
-        // A negative index becomes one that names no vertex.
-        const auto number = static_cast<std::uint32_t>(index);
-        append(stream, record, list, std::span<const std::uint32_t>(&number, 1));
-        return LI_NWC_OK;
-    });
+    const auto number = static_cast<std::uint32_t>(index);
+    return append(call, stream, list, std::span(&number, 1));
 }
 
 void combine(StreamRecord& record) {
@@ -63,14 +65,7 @@ void combine(StreamRecord& record) {
     for (const Matrix& matrix : record.transforms) {
         record.transform = combined(record.transform, matrix);
     }
-    const bool isOpen = isOpenSection(record);
-    if (isOpen) {
-        takeWritten();
-    }
     record.isMoved = record.transform != unitMatrix;
-    if (isOpen) {
-        showRoom();
-    }
 }
 
 }  // namespace
@@ -102,7 +97,6 @@ LiNwcStatus LiNwcGeometryCloseStream(LiNwcGeometry geometry, LiNwcGeometryStream
             return badHandle(call);
         }
         const bool isWhole = !record.isInSection;
-        closeSection(record);
         node->record.stream = noSlot;
         StreamSlot& slot = *lib.streams.find(stream);
         lib.streams.release(slot);
@@ -123,7 +117,6 @@ LiNwcStatus LiNwcGeometryStreamBegin(LiNwcGeometryStream stream, int flags) {
         record.section.clear();
         record.isInSection = true;
         record.takesColor = (flags & LI_NWC_HAS_COLOR) != 0;
-        openSection(stream, record);
         return LI_NWC_OK;
     });
 }
@@ -135,7 +128,6 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
             return badOrder(call, "there is no section to end, or a text in it is not ended");
         }
         record.isInSection = false;
-        closeSection(record);
         if (const char* fault = faultOf(record.section)) {
             return badValue(call, fault);
         }
@@ -149,15 +141,23 @@ LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream) {
 }
 
 LiNwcStatus LiNwcGeometryStreamIndexedVertex(LiNwcGeometryStream stream, double x, double y, double z) {
-    return liNwcPutVertex(stream, x, y, z) ? LI_NWC_OK : addVertex(__func__, stream, &Section::vertices, {x, y, z});
+    return addVertices(__func__, stream, &Section::vertices, std::array{x, y, z});
 }
 
 LiNwcStatus LiNwcGeometryStreamTriangleIndex(LiNwcGeometryStream stream, int index) {
-    return liNwcPutIndex(stream, index) ? LI_NWC_OK : addIndex(__func__, stream, &Section::triangles, index);
+    return addIndex(__func__, stream, &Section::triangles, index);
+}
+
+LiNwcStatus LiNwcGeometryStreamIndexedVertices(LiNwcGeometryStream stream, const double* vertices, size_t count) {
+    return addVertices(__func__, stream, &Section::vertices, {vertices, vertices == nullptr ? 0 : 3 * count});
+}
+
+LiNwcStatus LiNwcGeometryStreamTriangleIndices(LiNwcGeometryStream stream, const uint32_t* indices, size_t count) {
+    return append(__func__, stream, &Section::triangles, std::span(indices, indices == nullptr ? 0 : count));
 }
 
 LiNwcStatus LiNwcGeometryStreamLineStripVertex(LiNwcGeometryStream stream, double x, double y, double z) {
-    return addVertex(__func__, stream, &Section::stripVertices, {x, y, z});
+    return addVertices(__func__, stream, &Section::stripVertices, std::array{x, y, z});
 }
 
 LiNwcStatus LiNwcGeometryStreamLineStripIndex(LiNwcGeometryStream stream, int index) {

@@ -65,7 +65,8 @@ LiNwcStatus LiNwcGroupAddShape(LiNwcGroup group, LiNwcShape shape, LiNwcMaterial
         if (!findMaterial(lib, material, *record.store, number)) {
             return badHandle(call);
         }
-        parent.record.children.push_back({record.store->addShapeNode(record.meshWith(number), origin), true});
+        const std::uint32_t mesh = record.store->meshNumber({&record.piece, 1}, number);
+        parent.record.children.push_back({record.store->addShapeNode(mesh, origin), true});
         return LI_NWC_OK;
     });
 }

@@ -2,6 +2,7 @@
 // handle of another kind and no handle at all are all told from a living one without being followed.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -27,12 +28,9 @@ public:
     // A slot with one reference.
     Slot& create() {
         if (free_.empty()) {
-            slots_.push_back(std::make_unique<Slot>());
-            slots_.back()->number = static_cast<std::uint32_t>(slots_.size() - 1);
-            free_.reserve(slots_.size());
-            free_.push_back(slots_.back()->number);
+            grow();
         }
-        Slot& slot = *slots_[free_.back()];
+        Slot& slot = at(free_.back());
         free_.pop_back();
         slot.references = 1;
         ++live_;
@@ -47,14 +45,14 @@ public:
     Slot* find(Handle handle) const {
         const auto bits = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(handle));
         const std::uint64_t number = bits & 0xFFFFFFFFU;
-        if (bits >> 60U != kind_ + 1 || number >= slots_.size()) {
+        if (bits >> 60U != kind_ + 1 || number >= size()) {
             return nullptr;
         }
-        Slot* slot = slots_[number].get();
-        return slot->references > 0 && (bits >> 32U & generationMask) == (slot->generation & generationMask) ? slot
-                                                                                                             : nullptr;
+        Slot& slot = at(static_cast<std::uint32_t>(number));
+        const bool isSame = (bits >> 32U & generationMask) == (slot.generation & generationMask);
+        return slot.references > 0 && isSame ? &slot : nullptr;
     }
-    Slot& at(std::uint32_t number) const { return *slots_[number]; }
+    Slot& at(std::uint32_t number) const { return chunks_[number / chunkSize][number % chunkSize]; }
 
     void addReference(Slot& slot) {
         ++slot.references;
@@ -77,25 +75,46 @@ public:
     }
 
     std::uint64_t live() const { return live_; }
-    const std::vector<std::unique_ptr<Slot>>& slots() const { return slots_; }
+    // Calls with every slot, free ones too.
+    template <typename Visit>
+    void forEach(Visit&& visit) const {
+        for (const auto& chunk : chunks_) {
+            std::for_each(chunk.get(), chunk.get() + chunkSize, visit);
+        }
+    }
     // Everything goes; the generations live on, so that old handles stay dead.
     void clear() {
         free_.clear();
-        for (std::size_t i = slots_.size(); i-- > 0;) {
-            slots_[i]->record = Record();
-            slots_[i]->generation += slots_[i]->references > 0 ? 1 : 0;
-            slots_[i]->references = 0;
-            slots_[i]->holders = 0;
-            free_.push_back(slots_[i]->number);
+        for (std::size_t i = size(); i-- > 0;) {
+            Slot& slot = at(static_cast<std::uint32_t>(i));
+            slot.record = Record();
+            slot.generation += slot.references > 0 ? 1 : 0;
+            slot.references = 0;
+            slot.holders = 0;
+            free_.push_back(slot.number);
         }
         live_ = 0;
     }
 
 private:
+    static constexpr std::size_t chunkSize = 32;
+
+    std::size_t size() const { return chunks_.size() * chunkSize; }
+    // A further chunk, whose first slot is the next that goes out.
+    void grow() {
+        const std::size_t first = size();
+        free_.reserve(first + chunkSize);
+        chunks_.push_back(std::make_unique<Slot[]>(chunkSize));
+        for (std::size_t i = chunkSize; i-- > 0;) {
+            chunks_.back()[i].number = static_cast<std::uint32_t>(first + i);
+            free_.push_back(chunks_.back()[i].number);
+        }
+    }
+
     static constexpr std::uint64_t generationMask = 0xFFFFFFF;
 
     unsigned kind_;
-    std::vector<std::unique_ptr<Slot>> slots_;
+    std::vector<std::unique_ptr<Slot[]>> chunks_;
     std::vector<std::uint32_t> free_;
     std::uint64_t live_ = 0;
 };

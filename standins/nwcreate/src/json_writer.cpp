@@ -1,9 +1,8 @@
 #include "json_writer.h"
 
-#include "vectors.h"
+#include "text_cursor.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -74,64 +73,6 @@ void appendNumber(std::string& out, Number value) {
     char digits[32];
     const std::to_chars_result result = std::to_chars(digits, digits + sizeof digits, value);
     out.append(digits, static_cast<std::size_t>(result.ptr - digits));
-}
-
-// 0 to 99, two digits each.
-constexpr auto digitPairs = [] {
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}();
-
-char* putPair(char* to, std::uint32_t value) {
-    std::memcpy(to, digitPairs.data() + std::size_t{2} * value, 2);
-    return to + 2;
-}
-
-// Nine digits behind a point without the zeros at their end; nothing for 0.
-char* putBillionths(char* to, std::uint32_t value) {
-    if (value == 0) {
-        return to;
-    }
-    *to++ = '.';
-    const std::uint32_t upper = value / 1000;
-    const std::uint32_t lower = value % 1000;
-    to = putPair(to, upper / 10000);
-    to = putPair(to, upper / 100 % 100);
-    to = putPair(to, upper % 100);
-    if (lower != 0) {
-        to = putPair(to, lower / 10);
-        *to++ = static_cast<char>('0' + lower % 10);
-    }
-    while (to[-1] == '0') {
-        --to;
-    }
-    return to;
-}
-
-constexpr double nanometresPerUnit = 1e6;
-constexpr double unitsPerMetre = 1000.0;
-constexpr std::uint64_t nanometresPerMetre = 1'000'000'000;
-
-// A length in scene units, written in metres and to the nanometre; what is farther than a million kilometres with
-// all digits.
-char* putMetres(char* to, char* end, double length) {
-    constexpr double most = 1e18;
-    const double nanometres = rounded(length * nanometresPerUnit);
-    if (!(std::fabs(nanometres) < most)) {
-        return std::to_chars(to, end, length / unitsPerMetre).ptr;
-    }
-    auto whole = static_cast<std::int64_t>(nanometres);
-    if (whole < 0) {
-        *to++ = '-';
-        whole = -whole;
-    }
-    const auto count = static_cast<std::uint64_t>(whole);
-    to = std::to_chars(to, end, count / nanometresPerMetre).ptr;
-    return putBillionths(to, static_cast<std::uint32_t>(count % nanometresPerMetre));
 }
 
 }  // namespace
@@ -212,30 +153,16 @@ JsonWriter& JsonWriter::number(double value) {
     return *this;
 }
 
-JsonWriter& JsonWriter::number(float value) {
-    separate();
-    appendNumber(out_, value + 0.0F);
-    return *this;
-}
-
 JsonWriter& JsonWriter::count(std::uint64_t value) {
     separate();
     appendNumber(out_, value);
     return *this;
 }
 
-JsonWriter& JsonWriter::metres(const std::array<double, 3>& point) {
-    constexpr std::size_t longest = 32;
+JsonWriter& JsonWriter::metres(const Vec3& point) {
     separate();
-    char text[3 * longest + 4];
-    char* to = text;
-    for (const double length : point) {
-        *to = to == text ? '[' : ',';
-        ++to;
-        to = putMetres(to, to + longest, length);
-    }
-    *to++ = ']';
-    out_.append(text, static_cast<std::size_t>(to - text));
+    char text[3 * TextCursor::numberRoom + 4];
+    out_.append(text, TextCursor(text).metres(point).at());
     return *this;
 }
 
@@ -246,14 +173,6 @@ JsonWriter& JsonWriter::yes() {
 JsonWriter& JsonWriter::numbers(std::span<const double> values) {
     beginArray();
     for (const double value : values) {
-        number(value);
-    }
-    return endArray();
-}
-
-JsonWriter& JsonWriter::numbers(std::span<const float> values) {
-    beginArray();
-    for (const float value : values) {
         number(value);
     }
     return endArray();

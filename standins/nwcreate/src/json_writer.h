@@ -2,7 +2,8 @@
 // every locale.
 #pragma once
 
-#include <array>
+#include "vectors.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,13 +47,11 @@ public:
     JsonWriter& ready(std::string_view json);
     // Minus zero becomes zero; the number must be finite.
     JsonWriter& number(double value);
-    JsonWriter& number(float value);
     JsonWriter& count(std::uint64_t value);
     // A point in scene units, as an array of metres that are rounded to nanometres.
-    JsonWriter& metres(const std::array<double, 3>& point);
+    JsonWriter& metres(const Vec3& point);
     JsonWriter& yes();
     JsonWriter& numbers(std::span<const double> values);
-    JsonWriter& numbers(std::span<const float> values);
 
 private:
     JsonWriter& open(char bracket);

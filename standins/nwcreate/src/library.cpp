@@ -15,8 +15,6 @@ LiNwcStatus tell(const Library& lib, int kind, LiNwcStatus status, const std::st
     return status;
 }
 
-StreamRecord* openRecord = nullptr;
-
 std::string message(const char* call, std::string_view why) {
     return std::string(call).append(": ").append(why);
 }
@@ -35,53 +33,8 @@ std::uint64_t Library::live() {
 }
 
 void Library::reset() {
-    openRecord = nullptr;
-    LiNwcCurrentSection = {};
     forEachTable([](auto& table) { table.clear(); });
     current = nullptr;
-}
-
-void openSection(LiNwcGeometryStream stream, StreamRecord& record) {
-    if (isOpenSection(record)) {
-        return;
-    }
-    if (openRecord != nullptr) {
-        takeWritten();
-    }
-    openRecord = &record;
-    LiNwcCurrentSection.stream = stream;
-    showRoom();
-}
-
-bool isOpenSection(const StreamRecord& record) {
-    return openRecord == &record;
-}
-
-void takeWritten() {
-    Section& section = openRecord->section;
-    if (LiNwcCurrentSection.vertex != nullptr) {
-        section.vertices.endAt(LiNwcCurrentSection.vertex);
-    }
-    section.triangles.endAt(LiNwcCurrentSection.index);
-}
-
-void showRoom() {
-    constexpr std::size_t vertexSize = 3;
-    LiNwcOpenSection& open = LiNwcCurrentSection;
-    Section& section = openRecord->section;
-    const bool isMoved = openRecord->isMoved;
-    open.vertex = isMoved ? nullptr : section.vertices.end();
-    open.vertexEnd = isMoved ? nullptr : open.vertex + section.vertices.room() / vertexSize * vertexSize;
-    open.index = section.triangles.end();
-    open.indexEnd = open.index + section.triangles.room();
-}
-
-void closeSection(const StreamRecord& record) {
-    if (isOpenSection(record)) {
-        takeWritten();
-        openRecord = nullptr;
-        LiNwcCurrentSection = {};
-    }
 }
 
 LiNwcStatus badHandle(const char* call) {
@@ -111,8 +64,6 @@ std::string escapedText(const char16_t* text) {
 }  // namespace nwcreate
 
 using namespace nwcreate;
-
-LiNwcOpenSection LiNwcCurrentSection = {};
 
 LiNwcStatus LiNwcApiErrorInitialise(void) {
     library().handler = nullptr;

@@ -55,16 +55,6 @@ struct Library {
 
 Library& library();
 
-// The section that is open takes vertices and indices without a call (hot_calls.h): its lists are behind what was
-// written until `takeWritten`, and `showRoom` tells the callers where to write on. Begin opens it, and a call for
-// another stream's section passes to that; End, the stream's close and its geometry's end take it back.
-void openSection(LiNwcGeometryStream stream, StreamRecord& record);
-bool isOpenSection(const StreamRecord& record);
-void takeWritten();
-void showRoom();
-// Takes what was written and closes the section if it is this stream's.
-void closeSection(const StreamRecord& record);
-
 // Tell the error handler and give the status back. `call` is the name of the function that the caller called.
 LiNwcStatus badHandle(const char* call);
 LiNwcStatus badOrder(const char* call, std::string_view why);

@@ -1,23 +1,13 @@
 #include "node_json.h"
 
 #include "json_writer.h"
+#include "text_cursor.h"
 
 #include <algorithm>
 
 namespace nwcreate {
 
 namespace {
-
-void writeChildren(const Library& lib, const NodeRecord& node, JsonWriter& json) {
-    if (node.children.empty()) {
-        return;
-    }
-    json.key("children").beginArray();
-    for (const NodeLink& child : node.children) {
-        json.count(child.isSettled ? child.number : lib.nodes.at(child.number).record.openNumber);
-    }
-    json.endArray();
-}
 
 std::uint32_t materialOf(const Library& lib, const NodeRecord& node) {
     for (std::size_t i = node.attributes.size(); i-- > 0;) {
@@ -29,47 +19,102 @@ std::uint32_t materialOf(const Library& lib, const NodeRecord& node) {
     return noNumber;
 }
 
-void writeShape(SceneStore& store, const NodeShape& shape, std::uint32_t material, JsonWriter& json) {
-    if (shape.pieces.empty()) {
-        return;
-    }
-    json.key("mesh").count(store.meshNumber(shape.pieces, material));
-    if (shape.origin != Vec3{}) {
-        json.key("translation").metres(shape.origin);
-    }
-}
+// The members of a node in turn, each with a comma before it but the first.
+class NodeWriter {
+public:
+    NodeWriter(Library& lib, NodeRecord& node, char* to) : lib_(lib), node_(node), json_(to) {}
 
-// {"class":{"user":"...","internal":"..."},"properties":[...]}
-void writeAttribute(const AttributeRecord& attribute, JsonWriter& json) {
-    json.beginObject().key("class").beginObject().key("user").escaped(attribute.userName);
-    json.key("internal").escaped(attribute.internalName).endObject();
-    json.key("properties").beginArray().ready(attribute.properties).endArray().endObject();
-}
+    char* write() {
+        json_.put("{");
+        if (!node_.name.empty()) {
+            json_.put(R"("name":")").put(node_.name).put("\"");
+            hasMember_ = true;
+        }
+        writeChildren();
+        writeShape();
+        writeExtras();
+        return json_.put("}").at();
+    }
 
-void writeExtras(const Library& lib, const NodeRecord& node, JsonWriter& json) {
-    const auto isProperty = [&lib](std::uint32_t slot) { return !lib.attributes.at(slot).record.isMaterial; };
-    const bool hasProperties = std::any_of(node.attributes.begin(), node.attributes.end(), isProperty);
-    if (!node.isLayer && !hasProperties && node.shape.texts.empty()) {
-        return;
+private:
+    TextCursor& member() {
+        if (hasMember_) {
+            json_.put(",");
+        }
+        hasMember_ = true;
+        return json_;
     }
-    json.key("extras").beginObject();
-    if (node.isLayer) {
-        json.key("layer").yes();
+
+    void writeChildren() {
+        if (node_.children.empty()) {
+            return;
+        }
+        member().put(R"("children":)");
+        bool isFirst = true;
+        for (const NodeLink& child : node_.children) {
+            json_.put(isFirst ? "[" : ",");
+            json_.count(child.isSettled ? child.number : lib_.nodes.at(child.number).record.openNumber);
+            isFirst = false;
+        }
+        json_.put("]");
     }
-    if (hasProperties) {
-        json.key("attributes").beginArray();
-        for (const std::uint32_t slot : node.attributes) {
+
+    void writeShape() {
+        if (node_.shape.pieces.empty()) {
+            return;
+        }
+        member().put(R"("mesh":)").count(node_.store->meshNumber(node_.shape.pieces, materialOf(lib_, node_)));
+        if (node_.shape.origin != Vec3{}) {
+            json_.put(R"(,"translation":)").metres(node_.shape.origin);
+        }
+    }
+
+    // {"class":{"user":"...","internal":"..."},"properties":[...]}
+    void writeAttribute(const AttributeRecord& attribute) {
+        json_.put(R"({"class":{"user":")").put(attribute.userName).put(R"(","internal":")");
+        json_.put(attribute.internalName).put(R"("},"properties":[)").put(attribute.properties).put("]}");
+    }
+
+    bool isProperty(std::uint32_t slot) const { return !lib_.attributes.at(slot).record.isMaterial; }
+
+    void writeProperties() {
+        member().put(R"("attributes":[)");
+        hasMember_ = false;
+        for (const std::uint32_t slot : node_.attributes) {
             if (isProperty(slot)) {
-                writeAttribute(lib.attributes.at(slot).record, json);
+                member();
+                writeAttribute(lib_.attributes.at(slot).record);
             }
         }
-        json.endArray();
+        json_.put("]");
+        hasMember_ = true;
     }
-    if (!node.shape.texts.empty()) {
-        json.key("texts").beginArray().ready(node.shape.texts).endArray();
+
+    void writeExtras() {
+        const bool hasProperties = std::any_of(node_.attributes.begin(), node_.attributes.end(),
+                                               [this](std::uint32_t slot) { return isProperty(slot); });
+        if (!node_.isLayer && !hasProperties && node_.shape.texts.empty()) {
+            return;
+        }
+        member().put(R"("extras":{)");
+        hasMember_ = false;
+        if (node_.isLayer) {
+            member().put(R"("layer":true)");
+        }
+        if (hasProperties) {
+            writeProperties();
+        }
+        if (!node_.shape.texts.empty()) {
+            member().put(R"("texts":[)").put(node_.shape.texts).put("]");
+        }
+        json_.put("}");
     }
-    json.endObject();
-}
+
+    Library& lib_;
+    NodeRecord& node_;
+    TextCursor json_;
+    bool hasMember_ = false;
+};
 
 std::uint32_t addGridLine(SceneStore& store, const GridLine& line, std::string& text) {
     NodeShape shape;
@@ -77,7 +122,9 @@ std::uint32_t addGridLine(SceneStore& store, const GridLine& line, std::string& 
     text.clear();
     JsonWriter json(text);
     json.beginObject().key("name").escaped(line.name);
-    writeShape(store, shape, noNumber, json);
+    if (!shape.pieces.empty()) {
+        json.key("mesh").count(store.meshNumber(shape.pieces, noNumber)).key("translation").metres(shape.origin);
+    }
     json.endObject();
     return store.addNode(text);
 }
@@ -127,16 +174,21 @@ std::array<double, 4> quaternionOf(const Axes& axes) {
 
 }  // namespace
 
-void writeNode(Library& lib, NodeRecord& node, std::string& out) {
-    JsonWriter json(out);
-    json.beginObject();
-    if (!node.name.empty()) {
-        json.key("name").escaped(node.name);
+std::size_t roomOfNode(const Library& lib, const NodeRecord& node) {
+    constexpr std::size_t frame = 512;
+    constexpr std::size_t childRoom = 11;
+    constexpr std::size_t attributeFrame = 64;
+    std::size_t room = frame + node.name.size() + childRoom * node.children.size() + node.shape.texts.size();
+    for (const std::uint32_t slot : node.attributes) {
+        const AttributeRecord& attribute = lib.attributes.at(slot).record;
+        room +=
+            attributeFrame + attribute.userName.size() + attribute.internalName.size() + attribute.properties.size();
     }
-    writeChildren(lib, node, json);
-    writeShape(*node.store, node.shape, materialOf(lib, node), json);
-    writeExtras(lib, node, json);
-    json.endObject();
+    return room;
+}
+
+char* writeNode(Library& lib, NodeRecord& node, char* to) {
+    return NodeWriter(lib, node, to).write();
 }
 
 std::uint32_t addGridNodes(SceneStore& store, const GridSystem& system) {

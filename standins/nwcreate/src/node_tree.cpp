@@ -17,9 +17,7 @@ void releaseAttributes(Library& lib, NodeRecord& node) {
 
 void cutStream(Library& lib, const NodeRecord& node) {
     if (node.stream != noSlot) {
-        StreamRecord& record = lib.streams.at(node.stream).record;
-        record.geometry = noSlot;
-        closeSection(record);
+        lib.streams.at(node.stream).record.geometry = noSlot;
     }
 }
 
@@ -39,12 +37,11 @@ bool isReady(const NodeSlot& node) {
 
 // Settles the node, and then every ancestor that waited for it alone.
 void settle(Library& lib, NodeSlot& first) {
-    static std::string json;
     for (NodeSlot* node = &first; node != nullptr;) {
         NodeRecord& record = node->record;
-        json.clear();
-        writeNode(lib, record, json);
-        siblingsOf(lib, record)[record.place] = {record.store->addNode(json), true};
+        SceneStore& store = *record.store;
+        const char* const end = writeNode(lib, record, store.nodeRoom(roomOfNode(lib, record)));
+        siblingsOf(lib, record)[record.place] = {store.keepNode(end), true};
         NodeSlot* parent = record.isRoot ? nullptr : &lib.nodes.at(record.parent);
         recycle(lib, *node);
         node = nullptr;
@@ -72,6 +69,20 @@ void drop(Library& lib, NodeSlot& first) {
         }
         recycle(lib, node);
     }
+}
+
+void leaveScene(Library& lib, NodeSlot& node) {
+    if (node.references == 0) {
+        recycle(lib, node);
+        return;
+    }
+    NodeRecord& record = node.record;
+    record.store = nullptr;
+    record.parent = noSlot;
+    record.isRoot = false;
+    record.children.clear();
+    record.openChildren = 0;
+    record.shape.clear();
 }
 
 void standIn(std::vector<NodeLink>& siblings, NodeSlot& node) {
@@ -126,32 +137,21 @@ void releaseNode(Library& lib, NodeSlot& node) {
 }
 
 void leaveScene(Library& lib, const SceneStore& store) {
-    for (const auto& slot : lib.attributes.slots()) {
-        if (slot->record.numberedIn == &store) {
-            slot->record.numberedIn = nullptr;
+    lib.attributes.forEach([&store](auto& slot) {
+        if (slot.record.numberedIn == &store) {
+            slot.record.numberedIn = nullptr;
         }
-    }
-    for (const auto& slot : lib.shapes.slots()) {
-        if (slot->record.store == &store) {
-            slot->record.store = nullptr;
+    });
+    lib.shapes.forEach([&store](auto& slot) {
+        if (slot.record.store == &store) {
+            slot.record.store = nullptr;
         }
-    }
-    for (const auto& slot : lib.nodes.slots()) {
-        NodeRecord& record = slot->record;
-        if (record.store != &store) {
-            continue;
+    });
+    lib.nodes.forEach([&lib, &store](NodeSlot& slot) {
+        if (slot.record.store == &store) {
+            leaveScene(lib, slot);
         }
-        if (slot->references == 0) {
-            recycle(lib, *slot);
-            continue;
-        }
-        record.store = nullptr;
-        record.parent = noSlot;
-        record.isRoot = false;
-        record.children.clear();
-        record.openChildren = 0;
-        record.shape.clear();
-    }
+    });
 }
 
 OpenNodes composeOpenNodes(Library& lib, SceneStore& store) {
@@ -161,7 +161,9 @@ OpenNodes composeOpenNodes(Library& lib, SceneStore& store) {
     const auto finish = [&](NodeRecord& node) {
         node.openNumber = store.nodeCount() + open.count++;
         open.json += open.json.empty() ? "" : ",";
-        writeNode(lib, node, open.json);
+        const std::size_t before = open.json.size();
+        open.json.resize(before + roomOfNode(lib, node));
+        open.json.resize(static_cast<std::size_t>(writeNode(lib, node, open.json.data() + before) - open.json.data()));
     };
     for (const NodeLink& root : store.roots) {
         if (!root.isSettled) {

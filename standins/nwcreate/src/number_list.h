@@ -1,5 +1,4 @@
-// A growing list of numbers for calls that come by the million: whoever has asked for room writes behind its end and
-// tells afterwards. Keeps its memory when cleared.
+// A growing list of numbers whose new ones are not initialised. Keeps its memory when cleared.
 #pragma once
 
 #include <algorithm>
@@ -20,13 +19,8 @@ public:
     operator std::span<const Number>() const { return {data_.get(), size_}; }
     void clear() { size_ = 0; }
 
-    Number* end() { return data_.get() + size_; }
-    std::size_t room() const { return capacity_ - size_; }
-    // Numbers up to here were written into the room behind the end.
-    void endAt(const Number* end) { size_ = static_cast<std::size_t>(end - data_.get()); }
-    // Makes room.
     void append(std::span<const Number> numbers) {
-        if (room() < numbers.size()) {
+        if (capacity_ - size_ < numbers.size()) {
             grow(size_ + numbers.size());
         }
         std::copy(numbers.begin(), numbers.end(), data_.get() + size_);

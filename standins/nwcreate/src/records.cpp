@@ -34,14 +34,6 @@ std::uint32_t AttributeRecord::numberIn(SceneStore& store) {
     return number;
 }
 
-std::uint32_t ShapeRecord::meshWith(std::uint32_t nodeMaterial) {
-    if (mesh == noNumber || material != nodeMaterial) {
-        mesh = store->meshNumber({&piece, 1}, nodeMaterial);
-        material = nodeMaterial;
-    }
-    return mesh;
-}
-
 void StreamRecord::clear() {
     geometry = noSlot;
     isInSection = false;

@@ -77,11 +77,7 @@ struct ShapeRecord {
     SceneStore* store = nullptr;  // null once the scene is gone
     Piece piece;
     Vec3 origin{};
-    // The mesh that the last material made of it.
-    std::uint32_t material = noNumber;
-    std::uint32_t mesh = noNumber;
     void clear() { *this = ShapeRecord(); }
-    std::uint32_t meshWith(std::uint32_t nodeMaterial);
 };
 
 struct StyleRecord {

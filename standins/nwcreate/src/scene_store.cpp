@@ -1,6 +1,7 @@
 #include "scene_store.h"
 
 #include "json_writer.h"
+#include "text_cursor.h"
 
 #include <cmath>
 
@@ -48,57 +49,76 @@ std::uint32_t SceneStore::meshNumber(std::span<const Piece> pieces, std::uint32_
     if (pieces.size() != 1) {
         return writeMesh(pieces, nodeMaterial);
     }
-    const std::uint32_t material = nodeMaterial != noNumber ? nodeMaterial : pieces[0].material;
-    // The same vertices may be drawn in two ways; materials are few enough to leave room for the mode.
-    const std::uint64_t key = std::uint64_t{pieces[0].shape} << 32U | static_cast<std::uint32_t>(material + 1U) << 3U |
-                              static_cast<std::uint32_t>(pieces[0].mode);
-    const auto [place, isNew] = meshes_.try_emplace(key, meshCount_);
-    return isNew ? writeMesh(pieces, nodeMaterial) : place->second;
+    const Piece& piece = pieces[0];
+    const std::uint32_t material = nodeMaterial != noNumber ? nodeMaterial : piece.material;
+    if (firstMeshes_.size() <= piece.shape) {
+        firstMeshes_.resize(shapes.shapeCount(), noNumber);
+    }
+    std::uint32_t& first = firstMeshes_[piece.shape];
+    for (std::uint32_t at = first; at != noNumber; at = meshes_[at].next) {
+        if (meshes_[at].material == material && meshes_[at].mode == piece.mode) {
+            return meshes_[at].number;
+        }
+    }
+    meshes_.push_back({material, piece.mode, meshCount_, first});
+    first = static_cast<std::uint32_t>(meshes_.size() - 1);
+    return writeMesh(pieces, nodeMaterial);
 }
 
 // {"primitives":[{"attributes":{"POSITION":A},"indices":A,"material":M,"mode":1}]}, triangles without a mode.
 std::uint32_t SceneStore::writeMesh(std::span<const Piece> pieces, std::uint32_t nodeMaterial) {
-    json_.assign(meshCount_ == 0 ? "" : ",");
-    JsonWriter json(json_);
-    json.beginObject().key("primitives").beginArray();
+    constexpr std::size_t frameRoom = 64;
+    constexpr std::size_t pieceRoom = 128;
+    TextCursor json(meshJson_.room(frameRoom + pieces.size() * pieceRoom));
+    json.put(meshCount_ == 0 ? "{" : ",{").put(R"("primitives":[)");
     for (const Piece& piece : pieces) {
         const ShapeAccessors accessors = shapes.accessors(piece.shape);
-        json.beginObject().key("attributes").beginObject().key("POSITION").count(accessors.positions).endObject();
+        json.put(&piece == pieces.data() ? "" : ",").put(R"({"attributes":{"POSITION":)").count(accessors.positions);
+        json.put("}");
         if (accessors.indices != ShapeAccessors::none) {
-            json.key("indices").count(accessors.indices);
+            json.put(R"(,"indices":)").count(accessors.indices);
         }
         const std::uint32_t material = nodeMaterial != noNumber ? nodeMaterial : piece.material;
         if (material != noNumber) {
-            json.key("material").count(material);
+            json.put(R"(,"material":)").count(material);
         }
         if (piece.mode != DrawMode::Triangles) {
-            json.key("mode").count(static_cast<std::uint64_t>(piece.mode));
+            json.put(R"(,"mode":)").count(static_cast<std::uint32_t>(piece.mode));
         }
-        json.endObject();
+        json.put("}");
     }
-    json.endArray().endObject();
-    meshJson_.append(json_);
+    json.put("]}");
+    meshJson_.keep(json.at());
     return meshCount_++;
 }
 
-std::uint32_t SceneStore::addNode(std::string_view json) {
+char* SceneStore::nodeRoom(std::size_t size) {
+    char* to = nodeJson_.room(size + 1);
     if (nodeCount_ > 0) {
-        nodeJson_.append(",");
+        *to++ = ',';
     }
-    nodeJson_.append(json);
+    return to;
+}
+
+std::uint32_t SceneStore::keepNode(const char* end) {
+    nodeJson_.keep(end);
     return nodeCount_++;
+}
+
+std::uint32_t SceneStore::addNode(std::string_view json) {
+    return keepNode(std::copy(json.begin(), json.end(), nodeRoom(json.size())));
 }
 
 // {"mesh":M,"translation":[x,y,z]}
 std::uint32_t SceneStore::addShapeNode(std::uint32_t mesh, const Vec3& origin) {
-    json_.clear();
-    JsonWriter json(json_);
-    json.beginObject().key("mesh").count(mesh);
+    constexpr std::size_t mostRoom = 256;
+    TextCursor json(nodeRoom(mostRoom));
+    json.put(R"({"mesh":)").count(mesh);
     if (origin != Vec3{}) {
-        json.key("translation").metres(origin);
+        json.put(R"(,"translation":)").metres(origin);
     }
-    json.endObject();
-    return addNode(json_);
+    json.put("}");
+    return keepNode(json.at());
 }
 
 std::string SceneStore::failure() const {

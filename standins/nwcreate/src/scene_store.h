@@ -9,7 +9,6 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace nwcreate {
@@ -60,6 +59,9 @@ public:
     std::uint32_t materialNumber(const Material& material);
     std::uint32_t meshNumber(std::span<const Piece> pieces, std::uint32_t nodeMaterial);
     std::uint32_t addNode(std::string_view json);
+    // A node of at most so many bytes is written to the place; `keepNode` takes it up to `end`.
+    char* nodeRoom(std::size_t size);
+    std::uint32_t keepNode(const char* end);
     // A node with nothing but a mesh and a place, in scene units.
     std::uint32_t addShapeNode(std::uint32_t mesh, const Vec3& origin);
 
@@ -79,13 +81,21 @@ public:
     std::vector<NodeLink> roots;
 
 private:
+    // A mesh of one piece.
+    struct SingleMesh {
+        std::uint32_t material;
+        DrawMode mode;
+        std::uint32_t number;
+        std::uint32_t next;  // of the same shape
+    };
+
     std::uint32_t writeMesh(std::span<const Piece> pieces, std::uint32_t nodeMaterial);
 
     std::uint64_t fileLimit_;
     std::map<Material, std::uint32_t> materials_;
     std::string materialJson_;
-    std::unordered_map<std::uint64_t, std::uint32_t> meshes_;  // of one piece: material and shape
-    std::string json_;
+    std::vector<std::uint32_t> firstMeshes_;  // by shape
+    std::vector<SingleMesh> meshes_;
     Spool meshJson_;
     Spool nodeJson_;
     std::uint32_t meshCount_ = 0;

@@ -2,6 +2,7 @@
 
 #include "content_hash.h"
 #include "json_writer.h"
+#include "text_cursor.h"
 
 #include <algorithm>
 #include <array>
@@ -14,7 +15,6 @@ namespace nwcreate {
 
 namespace {
 
-constexpr std::uint32_t floatType = 5126;
 constexpr std::uint32_t shortType = 5123;
 constexpr std::uint32_t intType = 5125;
 constexpr std::uint32_t vertexTarget = 34962;
@@ -25,8 +25,8 @@ constexpr std::size_t mostShortVertices = 0xFFFF;
 
 // Of the bytes kept in memory.
 constexpr std::size_t blockSize = std::size_t{1} << 20U;
-constexpr std::size_t mostBlocks = 16;
-constexpr std::size_t mostOfOne = std::size_t{1} << 16U;
+constexpr std::size_t mostBlocks = 8;
+constexpr std::size_t mostOfOne = 512;
 
 bool isShort(std::size_t vertexCount) {
     return vertexCount <= mostShortVertices;
@@ -67,15 +67,36 @@ struct Range {
     std::array<float, 3> high;
 };
 
+// Four vertices at a time suit the processor.
 Range rangeOf(std::span<const float> positions) {
-    Range range{{positions[0], positions[1], positions[2]}, {positions[0], positions[1], positions[2]}};
-    for (std::size_t i = 3; i < positions.size(); i += 3) {
-        for (std::size_t axis = 0; axis < 3; ++axis) {
-            range.low[axis] = std::min(range.low[axis], positions[i + axis]);
-            range.high[axis] = std::max(range.high[axis], positions[i + axis]);
+    constexpr std::size_t step = 12;
+    float low[step];
+    float high[step];
+    for (std::size_t k = 0; k < step; ++k) {
+        low[k] = high[k] = positions[k % 3];
+    }
+    std::size_t i = 0;
+    for (; i + step <= positions.size(); i += step) {
+        for (std::size_t k = 0; k < step; ++k) {
+            const float value = positions[i + k];
+            low[k] = value < low[k] ? value : low[k];
+            high[k] = value > high[k] ? value : high[k];
         }
     }
+    for (std::size_t k = 0; i + k < positions.size(); ++k) {
+        low[k] = std::min(low[k], positions[i + k]);
+        high[k] = std::max(high[k], positions[i + k]);
+    }
+    Range range;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        range.low[axis] = std::min({low[axis], low[axis + 3], low[axis + 6], low[axis + 9]});
+        range.high[axis] = std::max({high[axis], high[axis + 3], high[axis + 6], high[axis + 9]});
+    }
     return range;
+}
+
+void putNumbers(TextCursor& json, const std::array<float, 3>& numbers) {
+    json.put("[").number(numbers[0]).put(",").number(numbers[1]).put(",").number(numbers[2]).put("]");
 }
 
 }  // namespace
@@ -134,12 +155,10 @@ std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const 
                         static_cast<std::uint32_t>(vertexCount), static_cast<std::uint32_t>(indices.size())};
     const auto number = static_cast<std::uint32_t>(shapes_.size());
     const std::uint64_t hash = hashOf(packed.vertices, packed.indices);
-    const auto [place, isNew] = firstOfHash_.try_emplace(hash, number);
-    if (!isNew) {
-        const std::uint32_t known = find(place->second, packed);
-        if (known != ShapeAccessors::none) {
-            return known;
-        }
+    std::uint32_t& first = firstOfHash_[hash];
+    const std::uint32_t known = find(first, packed);
+    if (known != ShapeAccessors::none) {
+        return known;
     }
     Buffer& buffer = roomFor(packed.vertices.size() + packed.indices.size());
     if (!isShort(vertexCount) && buffer.indices.size() % sizeof(std::uint32_t) != 0) {
@@ -152,7 +171,7 @@ std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const 
                 static_cast<std::uint32_t>(buffers_.size() - 1),
                 accessorCount_};
     shape.early = early_.keep(packed.vertices, packed.indices);
-    shape.next = isNew ? ShapeAccessors::none : std::exchange(place->second, number);
+    shape.next = std::exchange(first, number);
     buffer.vertices.append(packed.vertices);
     buffer.indices.append(packed.indices);
     shapes_.push_back(shape);
@@ -202,23 +221,26 @@ std::uint32_t ShapeStore::viewOf(std::uint32_t& view) {
 // {"bufferView":V,"byteOffset":N,"componentType":5126,"count":N,"type":"VEC3","min":[...],"max":[...]}, and for the
 // indices the same with "SCALAR", without the range.
 void ShapeStore::writeAccessors(const Shape& shape, std::span<const float> positions) {
+    constexpr std::size_t mostRoom = 1024;
     Buffer& buffer = *buffers_[shape.buffer];
+    TextCursor json(accessorJson_.room(mostRoom));
+    json.put(accessorCount_ == 0 ? "{" : ",{").put(R"("bufferView":)").count(viewOf(buffer.vertexView));
+    json.put(R"(,"byteOffset":)").count(shape.vertexOffset).put(R"(,"componentType":5126,"count":)");
+    json.count(shape.vertexCount).put(R"(,"type":"VEC3","min":)");
     const Range range = rangeOf(positions);
-    json_.assign(accessorCount_ == 0 ? "" : ",");
-    JsonWriter json(json_);
-    json.beginObject().key("bufferView").count(viewOf(buffer.vertexView));
-    json.key("byteOffset").count(shape.vertexOffset).key("componentType").count(floatType);
-    json.key("count").count(shape.vertexCount).key("type").plain("VEC3");
-    json.key("min").numbers(range.low).key("max").numbers(range.high).endObject();
+    putNumbers(json, range.low);
+    json.put(R"(,"max":)");
+    putNumbers(json, range.high);
+    json.put("}");
     ++accessorCount_;
     if (shape.indexCount != 0) {
-        json.beginObject().key("bufferView").count(viewOf(buffer.indexView));
-        json.key("byteOffset").count(shape.indexOffset);
-        json.key("componentType").count(isShort(shape.vertexCount) ? shortType : intType);
-        json.key("count").count(shape.indexCount).key("type").plain("SCALAR").endObject();
+        json.put(R"(,{"bufferView":)").count(viewOf(buffer.indexView));
+        json.put(R"(,"byteOffset":)").count(shape.indexOffset).put(R"(,"componentType":)");
+        json.count(isShort(shape.vertexCount) ? shortType : intType);
+        json.put(R"(,"count":)").count(shape.indexCount).put(R"(,"type":"SCALAR"})");
         ++accessorCount_;
     }
-    accessorJson_.append(json_);
+    accessorJson_.keep(json.at());
 }
 
 ShapeAccessors ShapeStore::accessors(std::uint32_t shape) const {

@@ -4,6 +4,7 @@
 // Each buffer holds its vertices first and its indices behind them. A buffer that is full is followed by the next.
 #pragma once
 
+#include "hash_index.h"
 #include "spool.h"
 
 #include <cstdint>
@@ -11,7 +12,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace nwcreate {
@@ -83,9 +83,8 @@ private:
     std::uint64_t bufferLimit_;
     std::vector<std::unique_ptr<Buffer>> buffers_;
     std::vector<Shape> shapes_;
-    std::unordered_map<std::uint64_t, std::uint32_t> firstOfHash_;
+    HashIndex firstOfHash_;
     EarlyBytes early_;
-    std::string json_;
     Spool accessorJson_;
     std::uint32_t accessorCount_ = 0;
     std::uint32_t viewCount_ = 0;

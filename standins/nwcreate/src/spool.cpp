@@ -15,6 +15,8 @@ namespace nwcreate {
 namespace {
 
 constexpr std::size_t bufferSize = std::size_t{1} << 18U;
+// More than OutputFile's own buffer, so that a piece goes to the system without another copy.
+constexpr std::size_t copySize = std::size_t{2} << 20U;
 constexpr std::size_t compareSize = std::size_t{1} << 14U;
 
 bool writeAll(int file, const char* data, std::size_t size) {
@@ -70,23 +72,30 @@ void Spool::flush() {
 }
 
 void Spool::append(std::string_view bytes) {
-    if (buffer_ == nullptr) {
-        buffer_ = std::make_unique_for_overwrite<char[]>(bufferSize);
-    }
     while (!bytes.empty()) {
-        if (used_ == bufferSize) {
-            flush();
-        }
-        const std::size_t piece = std::min(bytes.size(), bufferSize - used_);
-        std::memcpy(buffer_.get() + used_, bytes.data(), piece);
-        used_ += piece;
-        bytes.remove_prefix(piece);
+        const std::string_view piece = bytes.substr(0, bufferSize);
+        char* to = room(piece.size());
+        std::memcpy(to, piece.data(), piece.size());
+        keep(to + piece.size());
+        bytes.remove_prefix(piece.size());
     }
+}
+
+char* Spool::room(std::size_t size) {
+    if (capacity_ - used_ < size) {
+        flush();
+    }
+    if (capacity_ < size) {
+        capacity_ = std::max(size, bufferSize);
+        buffer_ = std::make_unique_for_overwrite<char[]>(capacity_);
+    }
+    return buffer_.get() + used_;
 }
 
 void Spool::settle() {
     flush();
     buffer_.reset();
+    capacity_ = 0;
 }
 
 bool Spool::readAt(std::uint64_t offset, char* to, std::size_t size) {
@@ -125,9 +134,9 @@ bool Spool::equals(std::uint64_t offset, std::string_view bytes) {
 }
 
 bool Spool::copyTo(tolmar::OutputFile& file) {
-    const auto piece = std::make_unique_for_overwrite<char[]>(bufferSize);
+    const auto piece = std::make_unique_for_overwrite<char[]>(copySize);
     for (std::uint64_t at = 0; at < size() && !file.failed();) {
-        const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(bufferSize, size() - at));
+        const auto length = static_cast<std::size_t>(std::min<std::uint64_t>(copySize, size() - at));
         if (!failure_.empty() || !readAt(at, piece.get(), length)) {
             return false;
         }

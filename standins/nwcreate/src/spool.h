@@ -23,6 +23,10 @@ public:
 
     // A write that fails makes the spool fail for good; failure() says why.
     void append(std::string_view bytes);
+    // A place for this many bytes behind the end, until the next call; `keep` takes those up to the end of what was
+    // written there.
+    char* room(std::size_t size);
+    void keep(const char* end) { used_ = static_cast<std::size_t>(end - buffer_.get()); }
     std::uint64_t size() const { return flushed_ + used_; }
     // Whether these bytes stand at the offset; false when they cannot be read.
     bool equals(std::uint64_t offset, std::string_view bytes);
@@ -44,6 +48,7 @@ private:
     std::string failure_;
     std::unique_ptr<char[]> buffer_;
     std::size_t used_ = 0;
+    std::size_t capacity_ = 0;
     std::uint64_t flushed_ = 0;
     int file_ = -1;
 };

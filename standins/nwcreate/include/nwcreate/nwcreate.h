@@ -167,8 +167,8 @@ LI_NWC_API LiNwcStatus LiNwcGeometryStreamBegin(LiNwcGeometryStream stream, int 
  * radius is not above 0, or the triangle indices are no multiple of three. A section without indices, circles and texts
  * adds nothing. */
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamEnd(LiNwcGeometryStream stream);
-/* The two hot calls check the handle and the order only; what is wrong with a number is said by End. Indices count from
- * 0 within the section. In C++ they are inlined (hot_calls.h). */
+/* The two calls that come by the million check the handle and the order only; what is wrong with a number is said by
+ * End. Indices count from 0 within the section. shapes.h has them for many at once. */
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamIndexedVertex(LiNwcGeometryStream stream, double x, double y, double z);
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamTriangleIndex(LiNwcGeometryStream stream, int index);
 LI_NWC_API LiNwcStatus LiNwcGeometryStreamLineStripVertex(LiNwcGeometryStream stream, double x, double y, double z);
@@ -210,6 +210,4 @@ LI_NWC_API LiNwcStatus LiNwcGridLevelDestroy(LiNwcGridLevel level);
 
 #ifdef __cplusplus
 }
-
-#include "nwcreate/hot_calls.h"
 #endif

@@ -1,12 +1,21 @@
-/* Shapes that come again: a shape that was streamed once stands in further places without being streamed anew. What
- * comes out is what the same sections streamed there would give. */
+/* Many vertices and indices by one call, and shapes that come again: a shape that was streamed once stands in further
+ * places without being streamed anew. What comes out is what single calls of nwcreate.h would give. */
 #pragma once
 
 #include "nwcreate/nwcreate.h"
 
 #ifdef __cplusplus
+#include <cstddef>
 extern "C" {
+#else
+#include <stddef.h>
 #endif
+
+/* So many LiNwcGeometryStreamIndexedVertex, three doubles each, and LiNwcGeometryStreamTriangleIndex. */
+LI_NWC_API LiNwcStatus LiNwcGeometryStreamIndexedVertices(LiNwcGeometryStream stream, const double* vertices,
+                                                          size_t count);
+LI_NWC_API LiNwcStatus LiNwcGeometryStreamTriangleIndices(LiNwcGeometryStream stream, const uint32_t* indices,
+                                                          size_t count);
 
 typedef struct LiNwcShapeTag* LiNwcShape;
 
