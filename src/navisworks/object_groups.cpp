@@ -43,7 +43,7 @@ void ObjectGroups::addObjectGroup(const HxDbSmrtlnEntity& object, LiNwcPropertyA
         getObjectProperties(object.objectId(), properties_);
     }
     const std::string name = nameOf(object);
-    file_.beginObject(path + name);
+    file_.beginObject(path, name);
     fillProperties(object, attribute);
     file_.endObject();
     addLayer(object, name, attribute, parentGroup);

@@ -2,15 +2,20 @@
 
 #include "navisworks/object_path.h"
 
+#include <charconv>
+
 namespace nv {
 
-void PropertyFile::beginObject(const std::string& key) {
-    const auto [entry, isNew] = keys_.try_emplace(key, 0);
-    if (isNew) {
-        json_.beginObject(key);
+void PropertyFile::beginObject(std::string_view path, std::string_view name) {
+    key_.assign(path).append(name);
+    if (const auto entry = keys_.find(std::string_view(key_)); entry == keys_.end()) {
+        keys_.emplace(key_, 0);
     } else {
-        json_.beginObject(key + pathSeparator + std::to_string(++entry->second));
+        constexpr std::size_t mostDigits = 10;
+        char digits[mostDigits];
+        key_.append(1, pathSeparator).append(digits, std::to_chars(digits, digits + mostDigits, ++entry->second).ptr);
     }
+    json_.beginObject(key_);
 }
 
 bool PropertyFile::writeBeside(const std::string& scenePath) const {

@@ -11,9 +11,9 @@ namespace nv {
 
 class PropertyFile {
 public:
-    // Opens the member of an object. From the second use of a key on, the member's key is the key, a grave accent and
-    // the number of earlier uses.
-    void beginObject(const std::string& key);
+    // Opens the member of an object, whose key is the path followed by the name. From the second use of a key on, the
+    // member's key is the key, a grave accent and the number of earlier uses.
+    void beginObject(std::string_view path, std::string_view name);
     void addText(std::string_view key, std::string_view value) { json_.addText(key, value); }
     void endObject() { json_.endObject(); }
     // Writes the file beside the scene. False when it could not be written whole, which the run report knows.
@@ -22,7 +22,12 @@ public:
     void forgetKeys() { keys_.clear(); }
 
 private:
-    std::unordered_map<std::string, unsigned> keys_;
+    // Finds a view without making a string of it.
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    std::unordered_map<std::string, unsigned, Hash, std::equal_to<>> keys_;
+    std::string key_;
     JsonSideFile json_;
 };
 

@@ -92,35 +92,35 @@ void ShapeStreamer::addShape(const HxDbSmrtlnEntity& object, LiNwcGroup group) {
     object_ = &object;
     group_ = group;
     color_ = objectColor(object);
-    if (getPrimaries(&object, shape_.list(), true, true) != Hext::eOk) {
+    HextPrimaryView shape;
+    if (viewPrimaries(&object, shape, true, true) != Hext::eOk) {
         reportPassedOver(&object, "object", "it has no shape");
         return;
     }
-    dropWeldText();
-    const std::vector<EntityPtr> entities = owned(TransHextPrimary(shape_.list()).get());
-    for (std::size_t i = 0; i < entities.size(); ++i) {
-        const HextPrimary& primitive = *shape_.list()[i];
-        if (entities[i] != nullptr) {
-            addEntity(*entities[i], primitive);
-        } else {
-            report(className(primitive) + ": its host content cannot be read");
+    const HextPrimary* const unwanted = unwantedText(shape);
+    for (const HextPrimary* primitive : shape) {
+        if (primitive != unwanted) {
+            addPrimitive(*primitive);
         }
     }
-    freeHextPrimaryArray(shape_.list());
 }
 
-void ShapeStreamer::dropWeldText() {
+// The text that a weld loses; null when there is none.
+const HextPrimary* ShapeStreamer::unwantedText(HextPrimaryView shape) const {
     if (keepsWeldText_ || !object_->isKindOf(HxDbTubeWeld::desc())) {
-        return;
+        return nullptr;
     }
-    HextPrimaryArray& list = shape_.list();
-    const auto text = std::find_if(list.begin(), list.end(), [](const HextPrimary* primitive) {
+    const auto text = std::find_if(shape.begin(), shape.end(), [](const HextPrimary* primitive) {
         return primitive->isKindOf(HextPrimaryText::desc());
     });
-    if (text != list.end()) {
-        HextPrimaryArray dropped{*text};
-        list.erase(text);
-        freeHextPrimaryArray(dropped);
+    return text != shape.end() ? *text : nullptr;
+}
+
+void ShapeStreamer::addPrimitive(const HextPrimary& primitive) {
+    if (const EntityPtr entity{transHextPrimary(&primitive)}) {
+        addEntity(*entity, primitive);
+    } else {
+        report(className(primitive) + ": its host content cannot be read");
     }
 }
 

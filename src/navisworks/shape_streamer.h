@@ -27,7 +27,8 @@ private:
     struct EntityRow;
     static const EntityRow entityRows[];
 
-    void dropWeldText();
+    const HextPrimary* unwantedText(HextPrimaryView shape) const;
+    void addPrimitive(const HextPrimary& primitive);
     void addEntity(const TlDbEntity& entity, const HextPrimary& primitive);
     void addParametric(const TlDbEntity& entity, const HextPrimary& primitive);
     void addText(const TlDbEntity& entity, const HextPrimary& primitive);
@@ -49,7 +50,6 @@ private:
     const HxDbSmrtlnEntity* object_ = nullptr;
     int color_ = 0;
     LiNwcGroup group_ = nullptr;
-    PrimaryList shape_;
     Mesh mesh_;  // of a face
     Materials materials_;
     SolidShapes solids_;

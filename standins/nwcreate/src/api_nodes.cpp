@@ -170,11 +170,8 @@ LiNwcPropertyAttribute LiNwcPropertyAttributeCreate(void) {
 
 LiNwcStatus LiNwcAttributeSetClassName(LiNwcAttribute attribute, const char16_t* userName,
                                        const char16_t* internalName) {
-    return withRecord(__func__, &Library::attributes, attribute, [&](Library&, auto& slot) {
-        slot.record.userName.clear();
-        slot.record.internalName.clear();
-        appendEscaped(slot.record.userName, textOf(userName));
-        appendEscaped(slot.record.internalName, textOf(internalName));
+    return withRecord(__func__, &Library::attributes, attribute, [&](Library& lib, auto& slot) {
+        slot.record.classNumber = lib.classes.numberOf(textOf(userName), textOf(internalName));
         return LI_NWC_OK;
     });
 }

@@ -35,6 +35,7 @@ std::uint64_t Library::live() {
 void Library::reset() {
     forEachTable([](auto& table) { table.clear(); });
     current = nullptr;
+    classes.clear();
 }
 
 LiNwcStatus badHandle(const char* call) {

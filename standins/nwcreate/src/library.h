@@ -1,6 +1,7 @@
 // The library's state: one for the process, between LiNwcApiInitialise and LiNwcApiTerminate.
 #pragma once
 
+#include "attribute_classes.h"
 #include "nwcreate/inspect.h"
 #include "nwcreate/shapes.h"
 #include "records.h"
@@ -20,6 +21,7 @@ struct Library {
     std::uint64_t left = 0;
     std::uint64_t misused = 0;
     SceneStore* current = nullptr;  // of the scene made last
+    AttributeClasses classes;
 
     HandleTable<SceneRecord, LiNwcScene> scenes{LI_NWC_SCENE};
     HandleTable<NodeRecord, LiNwcNode> nodes{LI_NWC_NODE};

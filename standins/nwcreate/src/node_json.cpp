@@ -71,8 +71,8 @@ private:
 
     // {"class":{"user":"...","internal":"..."},"properties":[...]}
     void writeAttribute(const AttributeRecord& attribute) {
-        json_.put(R"({"class":{"user":")").put(attribute.userName).put(R"(","internal":")");
-        json_.put(attribute.internalName).put(R"("},"properties":[)").put(attribute.properties).put("]}");
+        json_.put(R"({"class":)").put(lib_.classes.json(attribute.classNumber));
+        json_.put(R"(,"properties":[)").put(attribute.properties).put("]}");
     }
 
     bool isProperty(std::uint32_t slot) const { return !lib_.attributes.at(slot).record.isMaterial; }
@@ -181,8 +181,7 @@ std::size_t roomOfNode(const Library& lib, const NodeRecord& node) {
     std::size_t room = frame + node.name.size() + childRoom * node.children.size() + node.shape.texts.size();
     for (const std::uint32_t slot : node.attributes) {
         const AttributeRecord& attribute = lib.attributes.at(slot).record;
-        room +=
-            attributeFrame + attribute.userName.size() + attribute.internalName.size() + attribute.properties.size();
+        room += attributeFrame + lib.classes.json(attribute.classNumber).size() + attribute.properties.size();
     }
     return room;
 }

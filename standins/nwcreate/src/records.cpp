@@ -20,8 +20,7 @@ void NodeRecord::clear() {
 void AttributeRecord::clear() {
     isMaterial = false;
     material = Material();
-    userName.clear();
-    internalName.clear();
+    classNumber = 0;
     properties.clear();
     numberedIn = nullptr;
 }

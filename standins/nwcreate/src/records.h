@@ -40,9 +40,8 @@ struct NodeRecord {
 struct AttributeRecord {
     bool isMaterial = false;
     Material material;
-    std::string userName;
-    std::string internalName;
-    std::string properties;  // JSON objects, separated by commas
+    std::uint32_t classNumber = 0;  // in AttributeClasses
+    std::string properties;         // JSON objects, separated by commas
     // The material's number in a scene, until either changes.
     const SceneStore* numberedIn = nullptr;
     std::uint32_t number = noNumber;

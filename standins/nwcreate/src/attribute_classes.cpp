@@ -1,0 +1,28 @@
+#include "attribute_classes.h"
+
+#include "json_writer.h"
+
+namespace nwcreate {
+
+std::uint32_t AttributeClasses::numberOf(std::u16string_view userName, std::u16string_view internalName) {
+    if (userName == last_.first && internalName == last_.second) {
+        return lastNumber_;
+    }
+    last_ = {std::u16string(userName), std::u16string(internalName)};
+    const auto [place, isNew] = numbers_.try_emplace(last_, static_cast<std::uint32_t>(json_.size()));
+    if (isNew) {
+        JsonWriter json(json_.emplace_back());
+        json.beginObject().key("user").text(userName).key("internal").text(internalName).endObject();
+    }
+    lastNumber_ = place->second;
+    return lastNumber_;
+}
+
+void AttributeClasses::clear() {
+    numbers_.clear();
+    json_.clear();
+    last_ = {u"none", u"yet"};
+    lastNumber_ = numberOf({}, {});
+}
+
+}  // namespace nwcreate
