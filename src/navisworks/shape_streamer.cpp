@@ -116,7 +116,12 @@ const HextPrimary* ShapeStreamer::unwantedText(HextPrimaryView shape) const {
     return text != shape.end() ? *text : nullptr;
 }
 
+// Flags stand on host content alone, so a solid with a key is never drawn in the inverse colour.
 void ShapeStreamer::addPrimitive(const HextPrimary& primitive) {
+    if (solids_.look(primitive)) {
+        solids_.addKnown(materialOf(primitive, color_), group_);
+        return;
+    }
     if (const EntityPtr entity{transHextPrimary(&primitive)}) {
         addEntity(*entity, primitive);
     } else {
@@ -134,9 +139,6 @@ void ShapeStreamer::addParametric(const TlDbEntity& entity, const HextPrimary& p
     const auto& parametric = static_cast<const ORNACadPrimary3D&>(entity);
     const bool isInverse = parametric.checkGsFlag(inverseColorFlag);
     const LiNwcMaterial material = materialOf(primitive, isInverse ? hxcad::getInverseColor(color_) : color_);
-    if (solids_.addKnown(primitive, material, group_)) {
-        return;
-    }
     TlDb3dSolid* made = nullptr;
     const Tl::ErrorStatus status = parametric.getSolid(made);
     const EntityPtr solid(made);

@@ -37,19 +37,19 @@ const SolidShapes::Known* SolidShapes::find() const {
     return nullptr;
 }
 
-bool SolidShapes::addKnown(const HextPrimary& primitive, LiNwcMaterial material, LiNwcGroup group) {
+bool SolidShapes::look(const HextPrimary& primitive) {
+    found_ = nullptr;
     hasKey_ = makeSolidKey(primitive, key_);
-    if (!hasKey_) {
-        return false;
+    if (hasKey_) {
+        hash_ = hashOf(key_.words);
+        found_ = find();
     }
-    hash_ = hashOf(key_.words);
-    const Known* known = find();
-    if (known == nullptr) {
-        return false;
-    }
-    const HxGeVector3D apart = key_.place - known->place;
-    LiNwcGroupAddShape(group, known->shape.get(), material, apart.x, apart.y, apart.z);
-    return true;
+    return found_ != nullptr;
+}
+
+void SolidShapes::addKnown(LiNwcMaterial material, LiNwcGroup group) const {
+    const HxGeVector3D apart = key_.place - found_->place;
+    LiNwcGroupAddShape(group, found_->shape.get(), material, apart.x, apart.y, apart.z);
 }
 
 void SolidShapes::remember(OwnedShape shape) {

@@ -13,9 +13,11 @@ namespace nv {
 class SolidShapes {
 public:
     SolidShapes();
-    // Adds a node when an equal solid is known. False, and nothing is added, when there is none.
-    bool addKnown(const HextPrimary& primitive, LiNwcMaterial material, LiNwcGroup group);
-    // The shape of the primitive that the last addKnown did not know; null when it has none to show again.
+    // Looks for a solid that equals that of the primitive; false when none is known.
+    bool look(const HextPrimary& primitive);
+    // Adds a node for the primitive that the last look found an equal solid for.
+    void addKnown(LiNwcMaterial material, LiNwcGroup group) const;
+    // The shape of the primitive that the last look found nothing for; null when it has none to show again.
     void remember(OwnedShape shape);
 
 private:
@@ -33,6 +35,7 @@ private:
     SolidKey key_;  // in hand
     bool hasKey_ = false;
     std::uint64_t hash_ = 0;
+    const Known* found_ = nullptr;
     std::vector<std::uint32_t> buckets_;
     std::vector<Known> known_;
     std::vector<std::uint64_t> words_;

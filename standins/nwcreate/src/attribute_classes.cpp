@@ -2,10 +2,21 @@
 
 #include "json_writer.h"
 
+#include <cstring>
+
 namespace nwcreate {
 
+namespace {
+
+// Faster than the comparison of views, which goes unit by unit.
+bool isEqual(std::u16string_view a, std::u16string_view b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+}
+
+}  // namespace
+
 std::uint32_t AttributeClasses::numberOf(std::u16string_view userName, std::u16string_view internalName) {
-    if (userName == last_.first && internalName == last_.second) {
+    if (isEqual(userName, last_.first) && isEqual(internalName, last_.second)) {
         return lastNumber_;
     }
     last_ = {std::u16string(userName), std::u16string(internalName)};

@@ -161,7 +161,7 @@ JsonWriter& JsonWriter::count(std::uint64_t value) {
 
 JsonWriter& JsonWriter::metres(const Vec3& point) {
     separate();
-    char text[3 * TextCursor::numberRoom + 4];
+    char text[3 * numberRoom + 4];
     out_.append(text, TextCursor(text).metres(point).at());
     return *this;
 }

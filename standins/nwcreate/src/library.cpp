@@ -21,10 +21,7 @@ std::string message(const char* call, std::string_view why) {
 
 }  // namespace
 
-Library& library() {
-    static Library state;
-    return state;
-}
+Library theLibrary;
 
 std::uint64_t Library::live() {
     std::uint64_t count = 0;

@@ -55,7 +55,10 @@ struct Library {
     void reset();
 };
 
-Library& library();
+extern Library theLibrary;
+inline Library& library() {
+    return theLibrary;
+}
 
 // Tell the error handler and give the status back. `call` is the name of the function that the caller called.
 LiNwcStatus badHandle(const char* call);

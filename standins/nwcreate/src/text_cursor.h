@@ -1,21 +1,15 @@
 // Writes JSON, piece by piece, into a place that has room for all of it: for what is written for each node and shape.
 #pragma once
 
+#include "digits.h"
 #include "vectors.h"
 
-#include <charconv>
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace nwcreate {
 
 class TextCursor {
 public:
-    // Room that a number takes at most.
-    static constexpr std::size_t numberRoom = 32;
-
     explicit TextCursor(char* to) : at_(to) {}
     char* at() const { return at_; }
 
@@ -30,23 +24,23 @@ public:
         at_ += text.size();
         return *this;
     }
-    TextCursor& count(std::uint32_t value) {
-        at_ = std::to_chars(at_, at_ + numberRoom, value).ptr;
+    template <typename Count>
+    TextCursor& count(Count value) {
+        at_ = putCount(at_, value);
         return *this;
     }
-    TextCursor& count(std::uint64_t value) {
-        if (value <= 0xFFFFFFFF) {
-            return count(static_cast<std::uint32_t>(value));
-        }
-        at_ = std::to_chars(at_, at_ + numberRoom, value).ptr;
+    TextCursor& number(float value) {
+        at_ = putNumber(at_, value);
         return *this;
     }
-    // In its shortest form that reads back the same; minus zero becomes zero. The number must be finite.
-    TextCursor& number(float value);
-    // A length in scene units, written in metres and to the nanometre.
-    TextCursor& metres(double length);
+    TextCursor& metres(double length) {
+        at_ = putMetres(at_, length);
+        return *this;
+    }
     // [x,y,z] of such lengths.
-    TextCursor& metres(const Vec3& point);
+    TextCursor& metres(const Vec3& point) {
+        return put("[").metres(point[0]).put(",").metres(point[1]).put(",").metres(point[2]).put("]");
+    }
 
 private:
     char* at_;
