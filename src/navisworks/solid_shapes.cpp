@@ -1,16 +1,36 @@
 #include "navisworks/solid_shapes.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace nv {
 
 namespace {
 
-constexpr std::uint32_t none = 0xFFFFFFFF;
-constexpr std::size_t bucketCount = std::size_t{1} << 16U;
-constexpr std::size_t mostKnown = std::size_t{1} << 16U;
-constexpr std::size_t mostWords = std::size_t{1} << 20U;
+constexpr std::size_t placeCount = std::size_t{1} << 16U;
+constexpr std::size_t mostShapes = placeCount / 4 * 3;
+// A place is the number of a record's first word, 0 for none, and a tag above it.
+constexpr unsigned recordBits = 20;
+constexpr std::size_t mostRecordWords = std::size_t{1} << recordBits;
+constexpr std::uint32_t recordMask = mostRecordWords - 1;
+
+std::uint32_t placeOf(std::uint64_t hash, std::uint32_t record) {
+    return static_cast<std::uint32_t>(hash >> 32U) << recordBits | record;
+}
+
+struct Head {
+    std::uint64_t wordCount;
+    LiNwcShape shape;
+    HxGePoint3D place;
+};
+constexpr std::size_t headWords = sizeof(Head) / sizeof(std::uint64_t);
+
+Head headAt(const std::vector<std::uint64_t>& records, std::uint32_t record) {
+    Head head;
+    std::memcpy(static_cast<void*>(&head), records.data() + record, sizeof head);
+    return head;
+}
 
 // Which solids are compared; nothing else depends on it.
 std::uint64_t hashOf(const std::vector<std::uint64_t>& words) {
@@ -24,45 +44,51 @@ std::uint64_t hashOf(const std::vector<std::uint64_t>& words) {
 
 }  // namespace
 
-SolidShapes::SolidShapes() : buckets_(bucketCount, none) {}
+// Record 0 is none.
+SolidShapes::SolidShapes() : places_(placeCount), records_(1) {}
 
-const SolidShapes::Known* SolidShapes::find() const {
-    for (std::uint32_t at = buckets_[hash_ % bucketCount]; at != none; at = known_[at].next) {
-        const Known& known = known_[at];
-        if (known.hash == hash_ && known.wordCount == key_.words.size() &&
-            std::equal(key_.words.begin(), key_.words.end(), words_.begin() + known.firstWord)) {
-            return &known;
-        }
+std::uint32_t& SolidShapes::findPlace() {
+    const auto isEqual = [this](std::uint32_t place) {
+        const std::uint32_t record = place & recordMask;
+        return place == placeOf(hash_, record) && records_[record] == key_.words.size() &&
+               std::equal(key_.words.begin(), key_.words.end(), records_.begin() + record + headWords);
+    };
+    std::size_t at = hash_ % placeCount;
+    while (places_[at] != 0 && !isEqual(places_[at])) {
+        at = (at + 1) % placeCount;
     }
-    return nullptr;
+    return places_[at];
 }
 
 bool SolidShapes::look(const HextPrimary& primitive) {
-    found_ = nullptr;
+    found_ = 0;
     hasKey_ = makeSolidKey(primitive, key_);
     if (hasKey_) {
         hash_ = hashOf(key_.words);
-        found_ = find();
+        found_ = findPlace() & recordMask;
     }
-    return found_ != nullptr;
+    return found_ != 0;
 }
 
 void SolidShapes::addKnown(LiNwcMaterial material, LiNwcGroup group) const {
-    const HxGeVector3D apart = key_.place - found_->place;
-    LiNwcGroupAddShape(group, found_->shape.get(), material, apart.x, apart.y, apart.z);
+    const Head known = headAt(records_, found_);
+    const HxGeVector3D apart = key_.place - known.place;
+    LiNwcGroupAddShape(group, known.shape, material, apart.x, apart.y, apart.z);
 }
 
 void SolidShapes::remember(OwnedShape shape) {
-    if (!hasKey_ || shape.get() == nullptr || known_.size() == mostKnown ||
-        words_.size() + key_.words.size() > mostWords) {
+    const std::size_t size = headWords + key_.words.size();
+    const bool isFull = shapes_.size() == mostShapes || records_.size() + size > mostRecordWords;
+    if (!std::exchange(hasKey_, false) || shape.get() == nullptr || isFull) {
         return;
     }
-    std::uint32_t& bucket = buckets_[hash_ % bucketCount];
-    known_.push_back({hash_, static_cast<std::uint32_t>(words_.size()), static_cast<std::uint32_t>(key_.words.size()),
-                      bucket, key_.place, std::move(shape)});
-    bucket = static_cast<std::uint32_t>(known_.size() - 1);
-    words_.insert(words_.end(), key_.words.begin(), key_.words.end());
-    hasKey_ = false;
+    const auto record = static_cast<std::uint32_t>(records_.size());
+    findPlace() = placeOf(hash_, record);
+    const Head head{key_.words.size(), shape.get(), key_.place};
+    records_.resize(record + headWords);
+    std::memcpy(records_.data() + record, &head, sizeof head);
+    records_.insert(records_.end(), key_.words.begin(), key_.words.end());
+    shapes_.push_back(std::move(shape));
 }
 
 }  // namespace nv

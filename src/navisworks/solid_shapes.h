@@ -9,7 +9,8 @@
 
 namespace nv {
 
-// Holds so many solids and no more: those that come later are meshed each time. Dies before the library session ends.
+// Holds some ten thousands of solids and no more: those that come later are meshed each time. Dies before the library
+// session ends.
 class SolidShapes {
 public:
     SolidShapes();
@@ -21,24 +22,18 @@ public:
     void remember(OwnedShape shape);
 
 private:
-    struct Known {
-        std::uint64_t hash;
-        std::uint32_t firstWord;
-        std::uint32_t wordCount;
-        std::uint32_t next;  // of the same bucket
-        HxGePoint3D place;
-        OwnedShape shape;
-    };
-
-    const Known* find() const;
+    // The place of the key in hand: that of an equal solid, or where the next one of its hash goes.
+    std::uint32_t& findPlace();
 
     SolidKey key_;  // in hand
     bool hasKey_ = false;
     std::uint64_t hash_ = 0;
-    const Known* found_ = nullptr;
-    std::vector<std::uint32_t> buckets_;
-    std::vector<Known> known_;
-    std::vector<std::uint64_t> words_;
+    std::uint32_t found_ = 0;
+    // Few and small, so that they stay near the processor: where a record begins, and above that a part of the hash.
+    std::vector<std::uint32_t> places_;
+    // The head of a record, and behind it its words: a look touches one place in memory.
+    std::vector<std::uint64_t> records_;
+    std::vector<OwnedShape> shapes_;
 };
 
 }  // namespace nv
