@@ -85,6 +85,25 @@ TEST_F(Shapes, ASolidIsWhereItStands) {
     }
 }
 
+TEST_F(Shapes, ASolidThatCameBeforeStandsWhereItsOwnPointsAre) {
+    const auto cylinder = [](const std::string& x, const std::string& y, const std::string& more = "") {
+        return R"({"type":"HextCylinder3D","diameter":50,"startPoint":[)" + x + R"(,7.1,-3],"endPoint":[)" + y +
+               R"(,7.1,-3])" + more + "}";
+    };
+    const std::string there = cylinder("1234567.3", "1234667.3");
+    shapes(there);
+    const std::vector<SceneReading::Point> alone = read().vertices("N5");
+    EXPECT_EQ(shapesOf("HxDbEquipment", R"("color":1)",
+                       cylinder("0.1", "100.1") + "," + cylinder("0.1", "100.1", R"(,"color":2)") + "," +
+                           cylinder("2e9", "2000000100") + "," + cylinder("0.1", "100.0")),
+              "triangles 44 #FF0000\ntriangles 44 #FFFF00\ntriangles 44 #FF0000\n");
+    EXPECT_EQ(reasons(), std::string("5 primitive HextCylinder3D: ") + tlErrorText(Tl::eTooLarge) + "\n");
+    load(equipment(item(4001, "HxDbEquipment", 4, "", cylinder("0.1", "100.1")) + "," +
+                   item(5, "HxDbEquipment", 4, "", there)));
+    nvout();
+    EXPECT_EQ(read().vertices("N5"), alone);
+}
+
 TEST_F(Shapes, ASolidThatCannotBeMadeIsLeftOut) {
     EXPECT_EQ(shapes(box(R"("color":1)") + R"(,{"type":"HextSphere3D","center":[0,0,0],"radius":0})"),
               "triangles 12 #FF0000\n");

@@ -1,5 +1,6 @@
 /* The headers as C sees them; compiled, never run. */
 #include "nwcreate/inspect.h"
+#include "nwcreate/shapes.h"
 
 static void tell(int kind, const char* text) {
     (void)kind;

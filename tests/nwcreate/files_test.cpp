@@ -84,12 +84,34 @@ TEST_F(FilesTest, ShapesGoOnInBufferFilesBesideTheScene) {
     const gltfcheck::Scene found = writeAndRead(utf8(u"厂 1.a.nwc"));
     EXPECT_EQ(files(), reported());
     ASSERT_EQ(files().size(), 3U);
-    EXPECT_EQ(files()[utf8(u"厂 1.a.1.bin")], 4U * 12006);
-    EXPECT_EQ(files()[utf8(u"厂 1.a.2.bin")], 2U * 12006);
+    EXPECT_EQ(files()[utf8(u"厂 1.a.1.bin")], 4U * 12000) << "their indices stand in the scene file";
+    EXPECT_EQ(files()[utf8(u"厂 1.a.2.bin")], 2U * 12000);
     EXPECT_LE(files()[utf8(u"厂 1.a.nwc")], 65536U);
     // The last shape is whole, and where it was put.
     const gltfcheck::Node& group = nodeOf(found, "G");
     expectPlaces({placesOf(found, found.nodes[group.children[9]])[999]}, {{999, 9, 1e6}});
+}
+
+TEST_F(FilesTest, VerticesThatStandInOneBufferMayHaveTheirIndicesInAnother) {
+    reopen(65536);
+    addShapes(4);
+    std::vector<Point> points(1000);
+    std::vector<int> indices;
+    for (int n = 0; n < 1000; ++n) {
+        points[static_cast<std::size_t>(n)] = {static_cast<double>(n), 0, 1e6};
+        indices.insert(indices.end(), {n, (n + 1) % 1000, (n + 2) % 1000});
+    }
+    LiNwcNode node = triangles(points, indices);
+    LiNwcNodeSetName(node, u"again");
+    addToScene(node);
+    EXPECT_EQ(LiNwcInspectScene(scene).bytes, 4U * 12000 + 6 + 6000);
+    const gltfcheck::Scene found = writeAndRead("apart.nwc");
+    EXPECT_EQ(files()["apart.1.bin"], 6000U);
+    const gltfcheck::Primitive& again = found.meshes[nodeOf(found, "again").mesh].primitives[0];
+    const gltfcheck::Node& first = found.nodes[nodeOf(found, "G").children[0]];
+    EXPECT_EQ(again.positions, found.meshes[first.mesh].primitives[0].positions);
+    EXPECT_EQ(indicesOf(found, found.accessors[again.indices]),
+              std::vector<std::uint32_t>(indices.begin(), indices.end()));
 }
 
 TEST_F(FilesTest, NoFilePassesTheLimitButForOneShapeThatDoes) {
@@ -99,10 +121,10 @@ TEST_F(FilesTest, NoFilePassesTheLimitButForOneShapeThatDoes) {
     // Vertices and tree fit into a file each, not into one.
     writeAndRead("apart.nwc");
     EXPECT_EQ(files().size(), 2U);
-    EXPECT_EQ(files()["apart.1.bin"], 3U * 12006);
+    EXPECT_EQ(files()["apart.1.bin"], 3U * 12000 + 6);
     addShapes(1, 10000);
     writeAndRead("large.nwc");
-    EXPECT_EQ(files()["large.2.bin"], 120006U);
+    EXPECT_EQ(files()["large.2.bin"], 120000U);
     addNames(1000, u"thirty letters of a long name.");
     for (const auto& [name, size] : files()) {
         std::filesystem::remove(folder.file(name));

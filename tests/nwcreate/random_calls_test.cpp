@@ -71,6 +71,9 @@ protected:
             [this] { streams_.push_back(LiNwcGeometryOpenStream(anyOf(nodes_))); },
             [this] { LiNwcGeometryCloseStream(anyOf(nodes_), anyOf(streams_)); },
             [this] { drawSection(anyOf(streams_)); },
+            [this] { shapes_.push_back(LiNwcGeometryShape(anyOf(nodes_))); },
+            [this] { LiNwcGroupAddShape(anyOf(nodes_), anyOf(shapes_), anyOf(attributes_), number(), 0, 0); },
+            [this] { LiNwcShapeDestroy(anyOf(shapes_)); },
             [this] { draw(anyOf(streams_)); },
         };
         calls[random_() % std::size(calls)]();
@@ -80,6 +83,7 @@ protected:
     std::vector<LiNwcNode> nodes_;
     std::vector<LiNwcAttribute> attributes_;
     std::vector<LiNwcGeometryStream> streams_;
+    std::vector<LiNwcShape> shapes_;
 };
 
 TEST_F(RandomCallsTest, TheSceneStaysWholeAndTheBalanceTrue) {

@@ -3,6 +3,7 @@
 
 #include "../../apps/tessaro/checkers/gltf_reader.h"
 #include "nwcreate/inspect.h"
+#include "nwcreate/shapes.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 #include "tolmar/scratch_folder.h"

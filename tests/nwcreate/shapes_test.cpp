@@ -33,7 +33,7 @@ TEST_F(ShapesTest, EqualShapesAtOtherPlacesAreStoredOnceWithTheirMaterials) {
     EXPECT_EQ(counts().shapes, 2U);
     EXPECT_EQ(counts().meshes, 3U);
     EXPECT_EQ(counts().materials, 2U);
-    EXPECT_EQ(counts().bytes, 2U * (4 * 12 + 12 * 2));
+    EXPECT_EQ(counts().bytes, 2U * 4 * 12 + 12 * 2) << "they differ in their vertices alone";
     const gltfcheck::Scene found = writeAndRead();
     const gltfcheck::Node& root = found.nodes[found.roots[0]];
     for (std::size_t i = 0; i < places.size(); ++i) {
@@ -42,6 +42,88 @@ TEST_F(ShapesTest, EqualShapesAtOtherPlacesAreStoredOnceWithTheirMaterials) {
             EXPECT_NEAR(first[axis], places[i][axis], 1e-6);
         }
     }
+}
+
+TEST_F(ShapesTest, AShapeThatIsShownAgainIsTheOneThatIsStreamedAnew) {
+    const Point places[] = {{1, 2, 3}, {-1234.5678, 0.001, 9e6}, {1.0 / 3, 1e-7, -0.1}};
+    const LiNwcMaterial red = LiNwcMaterialCreate();
+    LiNwcMaterialSetDiffuseColor(red, 1, 0, 0);
+    const auto build = [&](bool isShownAgain) {
+        const LiNwcGroup group = LiNwcGroupCreate();
+        const LiNwcGeometry first = tetrahedron(places[0], 123.456789);
+        LiNwcNodeAddAttribute(first, red);
+        const LiNwcShape shape = LiNwcGeometryShape(first);
+        LiNwcGroupAddNode(group, first);
+        LiNwcNodeDestroy(first);
+        for (const Point& place : places) {
+            for (const LiNwcMaterial material : {red, LiNwcMaterial()}) {
+                if (isShownAgain) {
+                    EXPECT_EQ(LiNwcGroupAddShape(group, shape, material, place[0] - places[0][0],
+                                                 place[1] - places[0][1], place[2] - places[0][2]),
+                              LI_NWC_OK);
+                    continue;
+                }
+                const LiNwcGeometry anew = tetrahedron(place, 123.456789);
+                if (material != nullptr) {
+                    LiNwcNodeAddAttribute(anew, material);
+                }
+                LiNwcGroupAddNode(group, anew);
+                LiNwcNodeDestroy(anew);
+            }
+        }
+        LiNwcShapeDestroy(shape);
+        add(group, u"G");
+        EXPECT_EQ(write(isShownAgain ? "again.nwc" : "anew.nwc"), LI_NWC_OK);
+        LiNwcSceneDestroy(scene);
+        scene = LiNwcSceneCreate();
+    };
+    build(true);
+    build(false);
+    EXPECT_EQ(folder.get("again.nwc"), folder.get("anew.nwc"));
+    EXPECT_EQ(nodeOf(read("again.nwc"), "G").children.size(), 7U);
+    LiNwcAttributeDestroy(red);
+    EXPECT_EQ(LiNwcInspectBalance().left, 1U) << "the scene";
+}
+
+TEST_F(ShapesTest, AMaterialThatChangesIsTheNewOneFromThenOn) {
+    const LiNwcGroup group = LiNwcGroupCreate();
+    const LiNwcGeometry first = tetrahedron({0, 0, 0});
+    const LiNwcShape shape = LiNwcGeometryShape(first);
+    const LiNwcMaterial material = LiNwcMaterialCreate();
+    for (const double red : {0.0, 1.0, 1.0}) {
+        LiNwcMaterialSetDiffuseColor(material, red, 0, 0);
+        EXPECT_EQ(LiNwcGroupAddShape(group, shape, material, 0, 0, 0), LI_NWC_OK);
+    }
+    add(group, u"G");
+    EXPECT_EQ(counts().materials, 2U);
+    EXPECT_EQ(counts().meshes, 2U);
+    EXPECT_EQ(LiNwcGroupAddShape(group, shape, material, 0, 0, 0), LI_NWC_BAD_HANDLE) << "the group is settled";
+}
+
+TEST_F(ShapesTest, ShapesOfSeveralPiecesOrAnotherSceneAreNotShownAgain) {
+    EXPECT_EQ(LiNwcGeometryShape(LiNwcGeometryCreate()), nullptr);
+    const LiNwcGeometry twice = tetrahedron({0, 0, 0});
+    const LiNwcShape shape = LiNwcGeometryShape(twice);
+    const LiNwcGeometryStream stream = LiNwcGeometryOpenStream(twice);
+    EXPECT_EQ(LiNwcGeometryShape(twice), nullptr) << "a stream is open";
+    const double center[] = {0, 0, 0, 0, 0, 1};
+    LiNwcGeometryStreamBegin(stream, 0);
+    LiNwcGeometryStreamCircle(stream, center, center + 3, 10);
+    LiNwcGeometryStreamEnd(stream);
+    LiNwcGeometryCloseStream(twice, stream);
+    EXPECT_EQ(LiNwcGeometryShape(twice), nullptr);
+    EXPECT_TRUE(told.empty());
+    LiNwcGroup group = LiNwcGroupCreate();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(LiNwcGroupAddShape(group, shape, nullptr, nan, 0, 0), LI_NWC_BAD_VALUE);
+    EXPECT_EQ(LiNwcGroupAddShape(group, shape, properties({}), 0, 0, 0), LI_NWC_BAD_HANDLE);
+    EXPECT_EQ(LiNwcGroupAddShape(twice, shape, nullptr, 0, 0, 0), LI_NWC_BAD_HANDLE) << "no group";
+    LiNwcSceneDestroy(scene);
+    scene = LiNwcSceneCreate();
+    group = LiNwcGroupCreate();
+    EXPECT_EQ(LiNwcGroupAddShape(group, shape, nullptr, 0, 0, 0), LI_NWC_BAD_ORDER);
+    EXPECT_EQ(LiNwcShapeDestroy(shape), LI_NWC_OK);
+    EXPECT_EQ(LiNwcGroupAddShape(group, shape, nullptr, 0, 0, 0), LI_NWC_BAD_HANDLE);
 }
 
 TEST_F(ShapesTest, FarAwayVerticesAreOffByAMicrometreAtMost) {
@@ -82,9 +164,6 @@ TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
 TEST_F(ShapesTest, SectionsOfSeveralStreamsGrowInTurnsAndTheTransformHoldsFromWhereItIsSet) {
     constexpr int count = 900;
     constexpr double matrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 5000, 1};
-    // The functions themselves, as a caller without the header's short way has them.
-    LiNwcStatus (*const vertexCall)(LiNwcGeometryStream, double, double, double) = &LiNwcGeometryStreamIndexedVertex;
-    LiNwcStatus (*const indexCall)(LiNwcGeometryStream, int) = &LiNwcGeometryStreamTriangleIndex;
     const LiNwcGeometry nodes[] = {LiNwcGeometryCreate(), LiNwcGeometryCreate()};
     const LiNwcGeometryStream streams[] = {LiNwcGeometryOpenStream(nodes[0]), LiNwcGeometryOpenStream(nodes[1])};
     std::vector<Point> points[2];
@@ -99,11 +178,14 @@ TEST_F(ShapesTest, SectionsOfSeveralStreamsGrowInTurnsAndTheTransformHoldsFromWh
             LiNwcGeometryStreamSetTransform(streams[0], matrix);
         }
         points[which].push_back({static_cast<double>(i), static_cast<double>(i % 5), 0});
-        EXPECT_EQ(i % 2 == 0 ? vertexCall(stream, i, i % 5, 0) : LiNwcGeometryStreamIndexedVertex(stream, i, i % 5, 0),
+        EXPECT_EQ(i % 2 == 0 ? LiNwcGeometryStreamIndexedVertices(stream, points[which].back().data(), 1)
+                             : LiNwcGeometryStreamIndexedVertex(stream, i, i % 5, 0),
                   LI_NWC_OK);
         points[which].back()[2] = which == 0 && i >= count / 2 ? 5000 : 0;
-        const int index = static_cast<int>(points[which].size()) - 1;
-        EXPECT_EQ(i % 3 == 0 ? indexCall(stream, index) : LiNwcGeometryStreamTriangleIndex(stream, index), LI_NWC_OK);
+        const auto index = static_cast<std::uint32_t>(points[which].size()) - 1;
+        EXPECT_EQ(i % 3 == 0 ? LiNwcGeometryStreamTriangleIndices(stream, &index, 1)
+                             : LiNwcGeometryStreamTriangleIndex(stream, static_cast<int>(index)),
+                  LI_NWC_OK);
     }
     for (std::size_t which : {0, 1}) {
         for (std::size_t i = points[which].size(); i % 3 != 0; ++i) {

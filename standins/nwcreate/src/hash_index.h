@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace nwcreate {
@@ -12,17 +13,17 @@ class HashIndex {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
 
-    // The number of a hash, `none` when there is none yet; the caller sets it before the next call.
-    std::uint32_t& operator[](std::uint64_t hash) {
+    // The number of a hash, `none` when there is none.
+    std::uint32_t find(std::uint64_t hash) { return entries_.empty() ? none : entryOf(hash).number; }
+    // Gives a hash its number; the one before, `none` for the first.
+    std::uint32_t exchange(std::uint64_t hash, std::uint32_t number) {
         if (2 * (used_ + 1) > entries_.size()) {
             grow();
         }
         Entry& entry = entryOf(hash);
-        if (entry.number == none) {
-            entry.hash = hash;
-            ++used_;
-        }
-        return entry.number;
+        entry.hash = hash;
+        used_ += entry.number == none ? 1 : 0;
+        return std::exchange(entry.number, number);
     }
 
 private:

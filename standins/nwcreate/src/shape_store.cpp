@@ -26,7 +26,8 @@ constexpr std::size_t mostShortVertices = 0xFFFF;
 // Of the bytes kept in memory.
 constexpr std::size_t blockSize = std::size_t{1} << 20U;
 constexpr std::size_t mostBlocks = 8;
-constexpr std::size_t mostOfOne = 512;
+constexpr std::size_t mostVertexBytes = 512;
+constexpr std::size_t mostIndexBytes = std::size_t{1} << 16U;
 
 bool isShort(std::size_t vertexCount) {
     return vertexCount <= mostShortVertices;
@@ -51,15 +52,6 @@ std::string_view packIndices(std::span<const std::uint32_t> indices, bool asShor
     std::transform(indices.begin(), indices.end(), narrow.begin(),
                    [](std::uint32_t index) { return static_cast<std::uint16_t>(index); });
     return {reinterpret_cast<const char*>(narrow.data()), indices.size() * sizeof(std::uint16_t)};
-}
-
-// Shapes of the same vertices hardly ever differ in the middle of their indices alone.
-std::uint64_t hashOf(std::string_view vertices, std::string_view indices) {
-    constexpr std::size_t sample = 64;
-    const std::size_t end = std::min(indices.size(), sample);
-    const std::uint64_t ends =
-        contentHash(indices.substr(0, end), contentHash(indices.substr(indices.size() - end), 0));
-    return contentHash(vertices, ends + indices.size());
 }
 
 struct Range {
@@ -101,30 +93,25 @@ void putNumbers(TextCursor& json, const std::array<float, 3>& numbers) {
 
 }  // namespace
 
-std::uint32_t ShapeStore::EarlyBytes::keep(std::string_view first, std::string_view second) {
-    const std::size_t size = first.size() + second.size();
-    if (size > mostOfOne) {
+std::uint32_t ShapeStore::EarlyBytes::keep(std::string_view bytes) {
+    if (bytes.size() > mostOfOne_) {
         return none;
     }
-    if (blocks_.empty() || used_ + size > blockSize) {
+    if (blocks_.empty() || used_ + bytes.size() > blockSize) {
         if (blocks_.size() == mostBlocks) {
             return none;
         }
         blocks_.push_back(std::make_unique_for_overwrite<char[]>(blockSize));
         used_ = 0;
     }
-    char* to = blocks_.back().get() + used_;
-    std::memcpy(to, first.data(), first.size());
-    std::memcpy(to + first.size(), second.data(), second.size());
+    std::memcpy(blocks_.back().get() + used_, bytes.data(), bytes.size());
     const std::size_t place = (blocks_.size() - 1) * blockSize + used_;
-    used_ += size;
+    used_ += bytes.size();
     return static_cast<std::uint32_t>(place);
 }
 
-bool ShapeStore::EarlyBytes::equals(std::uint32_t place, std::string_view first, std::string_view second) const {
-    const char* there = blocks_[place / blockSize].get() + place % blockSize;
-    return std::memcmp(there, first.data(), first.size()) == 0 &&
-           std::memcmp(there + first.size(), second.data(), second.size()) == 0;
+bool ShapeStore::EarlyBytes::equals(std::uint32_t place, std::string_view bytes) const {
+    return std::memcmp(blocks_[place / blockSize].get() + place % blockSize, bytes.data(), bytes.size()) == 0;
 }
 
 struct ShapeStore::Buffer {
@@ -137,66 +124,85 @@ struct ShapeStore::Buffer {
     std::uint32_t indexView = ShapeAccessors::none;
 };
 
+// A list as it stands in its buffer.
 struct ShapeStore::Packed {
-    std::string_view vertices;
-    std::string_view indices;
-    std::uint32_t vertexCount = 0;
-    std::uint32_t indexCount = 0;
+    std::string_view bytes;
+    std::uint32_t count = 0;
+    std::uint64_t hash = contentHash(bytes, 0);
 };
 
 ShapeStore::ShapeStore(std::string spoolFolder, std::uint64_t bufferLimit)
-    : folder_(std::move(spoolFolder)), bufferLimit_(bufferLimit), accessorJson_(folder_) {}
+    : folder_(std::move(spoolFolder)), bufferLimit_(bufferLimit), vertexLists_(&Buffer::vertices, mostVertexBytes),
+      indexLists_(&Buffer::indices, mostIndexBytes), accessorJson_(folder_) {}
 
 ShapeStore::~ShapeStore() = default;
 
 std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const std::uint32_t> indices) {
     const std::size_t vertexCount = positions.size() / 3;
-    const Packed packed{bytesOf(positions), packIndices(indices, isShort(vertexCount)),
-                        static_cast<std::uint32_t>(vertexCount), static_cast<std::uint32_t>(indices.size())};
-    const auto number = static_cast<std::uint32_t>(shapes_.size());
-    const std::uint64_t hash = hashOf(packed.vertices, packed.indices);
-    std::uint32_t& first = firstOfHash_[hash];
-    const std::uint32_t known = find(first, packed);
-    if (known != ShapeAccessors::none) {
-        return known;
+    const Packed vertices{bytesOf(positions), static_cast<std::uint32_t>(vertexCount)};
+    const Packed corners{packIndices(indices, isShort(vertexCount)), static_cast<std::uint32_t>(indices.size())};
+    std::uint32_t vertexList = find(vertexLists_, vertices);
+    std::uint32_t indexList = indices.empty() ? ShapeAccessors::none : find(indexLists_, corners);
+    const bool areNewVertices = vertexList == ShapeAccessors::none;
+    const bool areNewIndices = !indices.empty() && indexList == ShapeAccessors::none;
+    roomFor((areNewVertices ? vertices.bytes.size() : 0) + (areNewIndices ? corners.bytes.size() : 0));
+    if (areNewVertices) {
+        vertexList = store(vertexLists_, vertices);
+        writeVertexAccessor(vertexLists_.lists[vertexList], positions);
     }
-    Buffer& buffer = roomFor(packed.vertices.size() + packed.indices.size());
-    if (!isShort(vertexCount) && buffer.indices.size() % sizeof(std::uint32_t) != 0) {
-        buffer.indices.append(std::string_view("\0\0", 2));
+    if (areNewIndices) {
+        Spool& spool = buffers_.back()->indices;
+        if (!isShort(vertexCount) && spool.size() % sizeof(std::uint32_t) != 0) {
+            spool.append(std::string_view("\0\0", 2));
+        }
+        indexList = store(indexLists_, corners);
+        writeIndexAccessor(indexLists_.lists[indexList], isShort(vertexCount));
     }
-    Shape shape{buffer.vertices.size(),
-                buffer.indices.size(),
-                packed.vertexCount,
-                packed.indexCount,
-                static_cast<std::uint32_t>(buffers_.size() - 1),
-                accessorCount_};
-    shape.early = early_.keep(packed.vertices, packed.indices);
-    shape.next = std::exchange(first, number);
-    buffer.vertices.append(packed.vertices);
-    buffer.indices.append(packed.indices);
-    shapes_.push_back(shape);
-    writeAccessors(shape, positions);
-    return number;
+    return shapeOf(vertexList, indexList);
 }
 
-std::uint32_t ShapeStore::find(std::uint32_t first, const Packed& packed) {
-    std::uint32_t at = first;
-    while (at != ShapeAccessors::none && !isEqual(shapes_[at], packed)) {
-        at = shapes_[at].next;
+std::uint32_t ShapeStore::find(ListSet& set, const Packed& packed) {
+    std::uint32_t at = set.firstOfHash.find(packed.hash);
+    while (at != ShapeAccessors::none && !isEqual(set, set.lists[at], packed)) {
+        at = set.lists[at].next;
     }
     return at;
 }
 
-bool ShapeStore::isEqual(const Shape& shape, const Packed& packed) {
-    if (shape.vertexCount != packed.vertexCount || shape.indexCount != packed.indexCount) {
+bool ShapeStore::isEqual(const ListSet& set, const List& list, const Packed& packed) {
+    if (list.count != packed.count) {
         return false;
     }
-    if (shape.early != EarlyBytes::none) {
-        return early_.equals(shape.early, packed.vertices, packed.indices);
+    return list.early != EarlyBytes::none ? set.early.equals(list.early, packed.bytes)
+                                          : ((*buffers_[list.buffer]).*set.spool).equals(list.offset, packed.bytes);
+}
+
+// Puts a new list at the end of the last buffer; its accessor is the next.
+std::uint32_t ShapeStore::store(ListSet& set, const Packed& packed) {
+    const auto number = static_cast<std::uint32_t>(set.lists.size());
+    Spool& spool = (*buffers_.back()).*set.spool;
+    List list;
+    list.offset = spool.size();
+    list.count = packed.count;
+    list.buffer = static_cast<std::uint32_t>(buffers_.size() - 1);
+    list.accessor = accessorCount_;
+    list.early = set.early.keep(packed.bytes);
+    list.next = set.firstOfHash.exchange(packed.hash, number);
+    spool.append(packed.bytes);
+    set.lists.push_back(list);
+    return number;
+}
+
+std::uint32_t ShapeStore::shapeOf(std::uint32_t vertices, std::uint32_t indices) {
+    std::uint32_t& first = vertexLists_.lists[vertices].firstShape;
+    for (std::uint32_t at = first; at != ShapeAccessors::none; at = shapes_[at].next) {
+        if (shapes_[at].indices == indices) {
+            return at;
+        }
     }
-    Buffer& buffer = *buffers_[shape.buffer];
-    return buffer.vertices.equals(shape.vertexOffset, packed.vertices) &&
-           buffer.indices.equals(shape.indexOffset, packed.indices);
+    shapes_.push_back({vertices, indices, first});
+    first = static_cast<std::uint32_t>(shapes_.size() - 1);
+    return first;
 }
 
 ShapeStore::Buffer& ShapeStore::roomFor(std::uint64_t size) {
@@ -218,34 +224,37 @@ std::uint32_t ShapeStore::viewOf(std::uint32_t& view) {
     return view;
 }
 
-// {"bufferView":V,"byteOffset":N,"componentType":5126,"count":N,"type":"VEC3","min":[...],"max":[...]}, and for the
-// indices the same with "SCALAR", without the range.
-void ShapeStore::writeAccessors(const Shape& shape, std::span<const float> positions) {
+// {"bufferView":V,"byteOffset":N,"componentType":T,"count":N,"type":"...", and what follows
+TextCursor ShapeStore::beginAccessor(const List& list, std::uint32_t view) {
     constexpr std::size_t mostRoom = 1024;
-    Buffer& buffer = *buffers_[shape.buffer];
     TextCursor json(accessorJson_.room(mostRoom));
-    json.put(accessorCount_ == 0 ? "{" : ",{").put(R"("bufferView":)").count(viewOf(buffer.vertexView));
-    json.put(R"(,"byteOffset":)").count(shape.vertexOffset).put(R"(,"componentType":5126,"count":)");
-    json.count(shape.vertexCount).put(R"(,"type":"VEC3","min":)");
+    json.put(accessorCount_ == 0 ? "{" : ",{").put(R"("bufferView":)").count(view);
+    json.put(R"(,"byteOffset":)").count(list.offset).put(R"(,"count":)").count(list.count);
+    ++accessorCount_;
+    return json;
+}
+
+void ShapeStore::writeVertexAccessor(const List& list, std::span<const float> positions) {
+    TextCursor json = beginAccessor(list, viewOf(buffers_[list.buffer]->vertexView));
     const Range range = rangeOf(positions);
+    json.put(R"(,"componentType":5126,"type":"VEC3","min":)");
     putNumbers(json, range.low);
     json.put(R"(,"max":)");
     putNumbers(json, range.high);
-    json.put("}");
-    ++accessorCount_;
-    if (shape.indexCount != 0) {
-        json.put(R"(,{"bufferView":)").count(viewOf(buffer.indexView));
-        json.put(R"(,"byteOffset":)").count(shape.indexOffset).put(R"(,"componentType":)");
-        json.count(isShort(shape.vertexCount) ? shortType : intType);
-        json.put(R"(,"count":)").count(shape.indexCount).put(R"(,"type":"SCALAR"})");
-        ++accessorCount_;
-    }
+    accessorJson_.keep(json.put("}").at());
+}
+
+void ShapeStore::writeIndexAccessor(const List& list, bool isShort) {
+    TextCursor json = beginAccessor(list, viewOf(buffers_[list.buffer]->indexView));
+    json.put(R"(,"componentType":)").count(isShort ? shortType : intType).put(R"(,"type":"SCALAR"})");
     accessorJson_.keep(json.at());
 }
 
 ShapeAccessors ShapeStore::accessors(std::uint32_t shape) const {
     const Shape& found = shapes_[shape];
-    return {found.firstAccessor, found.indexCount == 0 ? ShapeAccessors::none : found.firstAccessor + 1};
+    const bool hasIndices = found.indices != ShapeAccessors::none;
+    return {vertexLists_.lists[found.vertices].accessor,
+            hasIndices ? indexLists_.lists[found.indices].accessor : ShapeAccessors::none};
 }
 
 std::uint64_t ShapeStore::bufferSize(std::size_t buffer) const {
@@ -264,9 +273,11 @@ std::string ShapeStore::viewJson() const {
     std::vector<std::string> views(viewCount_);
     for (std::size_t i = 0; i < buffers_.size(); ++i) {
         const Buffer& buffer = *buffers_[i];
-        JsonWriter vertices(views[buffer.vertexView]);
-        vertices.beginObject().key("buffer").count(i).key("byteLength").count(buffer.vertices.size());
-        vertices.key("byteStride").count(vertexSize).key("target").count(vertexTarget).endObject();
+        if (buffer.vertexView != ShapeAccessors::none) {
+            JsonWriter vertices(views[buffer.vertexView]);
+            vertices.beginObject().key("buffer").count(i).key("byteLength").count(buffer.vertices.size());
+            vertices.key("byteStride").count(vertexSize).key("target").count(vertexTarget).endObject();
+        }
         if (buffer.indexView != ShapeAccessors::none) {
             JsonWriter indices(views[buffer.indexView]);
             indices.beginObject().key("buffer").count(i).key("byteOffset").count(buffer.vertices.size());
