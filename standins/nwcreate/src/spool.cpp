@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t bufferSize = std::size_t{1} << 18U;
 // More than OutputFile's own buffer, so that a piece goes to the system without another copy.
-constexpr std::size_t copySize = std::size_t{2} << 20U;
+constexpr std::size_t copySize = (std::size_t{1} << 20U) + (std::size_t{1} << 12U);
 constexpr std::size_t compareSize = std::size_t{1} << 14U;
 
 bool writeAll(int file, const char* data, std::size_t size) {
