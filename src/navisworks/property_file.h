@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace nv {
 
@@ -19,14 +20,20 @@ public:
     // Writes the file beside the scene. False when it could not be written whole, which the run report knows.
     bool writeBeside(const std::string& scenePath) const;
     // Forgets which keys were used; the members stay.
-    void forgetKeys() { keys_.clear(); }
+    void forgetKeys() {
+        keys_.clear();
+        last_ = nullptr;
+    }
 
 private:
-    // Finds a view without making a string of it.
-    struct Hash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
-    std::unordered_map<std::string, unsigned, Hash, std::equal_to<>> keys_;
+    using Keys = std::unordered_map<std::string, unsigned>;
+    using Entry = Keys::value_type;
+
+    // The entry of the key in hand, and whether it is new.
+    std::pair<Entry*, bool> place();
+
+    Keys keys_;
+    Entry* last_ = nullptr;
     std::string key_;
     JsonSideFile json_;
 };

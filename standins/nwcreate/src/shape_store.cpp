@@ -26,7 +26,7 @@ constexpr std::size_t mostShortVertices = 0xFFFF;
 // Of the bytes kept in memory.
 constexpr std::size_t blockSize = std::size_t{1} << 20U;
 constexpr std::size_t mostBlocks = 8;
-constexpr std::size_t mostVertexBytes = 512;
+constexpr std::size_t mostVertexBytes = 128;
 constexpr std::size_t mostIndexBytes = std::size_t{1} << 16U;
 
 bool isShort(std::size_t vertexCount) {
