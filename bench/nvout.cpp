@@ -2,8 +2,9 @@
 //
 //   bench_nvout [OBJECTS [SEED]]      default 100000 1
 //
-// Equal meshes stand in the file once, so its own bytes say little about what it shows. The yardstick is a raw write, in blocks of 1 MiB, of as many bytes as the scene and side file would have
-// with every mesh written out; the ratio to the files' own bytes is told beside it.
+// Equal meshes stand in the file once, so its own bytes say little about what it shows. The yardstick is a raw write,
+// in blocks of 1 MiB, of as many bytes as the scene and side file would have with every mesh written out; the ratio to
+// the files' own bytes is told beside it.
 //
 // Times are processor time, user and system, which a loaded machine leaves alone.
 //
