@@ -186,6 +186,7 @@ void write(const HextSpolygon& e, KeyWriter& key) {
     key.vector(e.yAxis);
     key.vector(e.direction);
     key.number(e.height);
+    key.count(e.outline ? 1 : 0);
     if (e.outline) {
         writeOutline(*e.outline, key);
     }

@@ -149,7 +149,11 @@ TEST(SolidKey, OutlinesCountWithAllTheirVertices) {
                    std::vector<Change<Extrusion>>{
                        [](Extrusion& e) { (*e.outline)[2].point.x = 0.5; },
                        [](Extrusion& e) { (*e.outline)[1].kind = 3; }, [](Extrusion& e) { e.outline->pop_back(); },
-                       [](Extrusion& e) { e.holes = std::vector<HextVertexList>{*e.outline}; }},
+                       [](Extrusion& e) { e.holes = std::vector<HextVertexList>{*e.outline}; },
+                       [](Extrusion& e) {
+                           e.holes = std::vector<HextVertexList>{*e.outline};
+                           e.outline = {};
+                       }},
                {&Extrusion::origin});
     HextRevolve turn;
     turn.profile = *extrusion.outline;
