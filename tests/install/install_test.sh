@@ -18,8 +18,9 @@ cd "$work"
 unset TESSARO_MODULE TESSARO_ROOT LD_LIBRARY_PATH
 grep -q "$build" <<<"$(readelf -d "$program")" && fail "the program looks into its build folder"
 grep -qx HEXTOUT <<<"$("$program" commands)" || fail "the installed program does not find its module"
-ldd "$program" | grep -q "libtolmar.so => $work" || ldd "$program" | grep -q "libtolmar.so => .*$(basename "$work")" ||
-    fail "the program takes another libtolmar.so: $(ldd "$program" | grep tolmar)"
+# grep reads no pipe here: it ends at the first match, and what still writes then fails.
+libraries=$(ldd "$program")
+grep -q "libtolmar.so => .*$(basename "$work")" <<<"$libraries" || fail "the program takes another libtolmar.so: $libraries"
 
 cp -r "$share/tessaro/examples/install" root
 status=0
