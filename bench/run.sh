@@ -47,13 +47,8 @@ measure commands bench_commands "$build/bin/libtessaro.so" "$out/install" "$out/
 # The measured part of docs/performance.md.
 tables() {
     local name
-    printf '\n### Goals\n\n```\n'
-    for name in load names catalogue mesher rvm nvout eem obm hext max; do
-        grep -hE ' wanted' "$out/$name.txt" | sed "s/^ */$name: /"
-    done
-    printf '```\n'
-    for name in commands load scripts mesher; do
-        printf '\n### %s\n\n```\n' "${name^}"
+    for name in commands load names catalogue scripts mesher hext rvm nvout eem obm max; do
+        printf '\n### `bench_%s`\n\n```\n' "$name"
         cat "$out/$name.txt"
         printf '```\n'
     done
