@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -199,6 +200,26 @@ TEST_F(Program, UnwritableReportAndLogAreStatusFour) {
     EXPECT_EQ(run({"COLOUR", "--report", "/dev/full"}).status, 4);
     EXPECT_EQ(run({"COLOUR", "--log-file", folder.file("none/log")}).status, 4);
     EXPECT_EQ(run({"WRITE", "--log-file", "/dev/full"}).status, 4);
+}
+
+// More than a pipe holds, so that the program is still writing when its reader goes.
+TEST_F(Program, StandardOutputThatTakesNotAllIsStatusFour) {
+    EXPECT_EQ(tessaro({"model", "generate", "--objects", "10000", "-o", "large.json"}).status, 0);
+    fs::remove(folder.file("stdout"));
+    ASSERT_EQ(::mkfifo(folder.file("stdout").c_str(), 0600), 0);
+    const int reader = ::open(folder.file("stdout").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const pid_t process = start({"model", "tree", "large.json"});
+    ::close(reader);
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 4);
+    EXPECT_NE(folder.get("stderr").find("standard output: not all of it could be written"), std::string::npos);
+    fs::remove(folder.file("stdout"));
+    fs::create_symlink("/dev/full", folder.file("stdout"));
+    const pid_t full = start({"model", "tree", "plant.json"});
+    ::waitpid(full, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), 4);
 }
 
 TEST_F(Program, SelectionReachesTheScopeDialog) {
