@@ -170,7 +170,7 @@ std::uint32_t ShapeStore::find(ListSet& set, const Packed& packed) {
 }
 
 bool ShapeStore::isEqual(const ListSet& set, const List& list, const Packed& packed) {
-    if (list.count != packed.count) {
+    if (list.count != packed.count || list.size != packed.bytes.size()) {
         return false;
     }
     return list.early != EarlyBytes::none ? set.early.equals(list.early, packed.bytes)
@@ -183,6 +183,7 @@ std::uint32_t ShapeStore::store(ListSet& set, const Packed& packed) {
     Spool& spool = (*buffers_.back()).*set.spool;
     List list;
     list.offset = spool.size();
+    list.size = packed.bytes.size();
     list.count = packed.count;
     list.buffer = static_cast<std::uint32_t>(buffers_.size() - 1);
     list.accessor = accessorCount_;

@@ -69,6 +69,7 @@ private:
     // Vertices or indices on disk.
     struct List {
         std::uint64_t offset = 0;
+        std::uint64_t size = 0;
         std::uint32_t count = 0;
         std::uint32_t buffer = 0;
         std::uint32_t accessor = 0;
