@@ -219,11 +219,16 @@ TEST(ModelTests, FamiliesGoByTheirWords) {
 
 constexpr const char* box = R"([{"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":1,"zLength":1}])";
 
+// A weld, a bolt set and a structure with a box each, and a structure without a shape: 2 to 5.
+std::string weldBoltAndStructures() {
+    return TestModel::withObjects(std::string(R"({"id":2,"class":"HxDbTubeWeld","primitives":)") + box +
+                                  R"(},{"id":3,"class":"HxDbBoltNutModel","primitives":)" + box +
+                                  R"(},{"id":4,"class":"HxDbStruct","primitives":)" + box +
+                                  R"(},{"id":5,"class":"HxDbStruct"})");
+}
+
 TEST(Primaries, SwitchesForBoltsAndWelds) {
-    TestModel model(TestModel::withObjects(std::string(R"({"id":2,"class":"HxDbTubeWeld","primitives":)") + box +
-                                           R"(},{"id":3,"class":"HxDbBoltNutModel","primitives":)" + box +
-                                           R"(},{"id":4,"class":"HxDbStruct","primitives":)" + box +
-                                           R"(},{"id":5,"class":"HxDbStruct"})"));
+    TestModel model(weldBoltAndStructures());
     PrimaryList list;
     EXPECT_EQ(getPrimaries(nullptr, list.list(), true, true), 18);
     EXPECT_EQ(getPrimaries(smart(2), list.list(), true, false), 2);
@@ -238,10 +243,7 @@ TEST(Primaries, SwitchesForBoltsAndWelds) {
 }
 
 TEST(Primaries, CanBeReadWithoutCopies) {
-    TestModel model(TestModel::withObjects(std::string(R"({"id":2,"class":"HxDbTubeWeld","primitives":)") + box +
-                                           R"(},{"id":3,"class":"HxDbBoltNutModel","primitives":)" + box +
-                                           R"(},{"id":4,"class":"HxDbStruct","primitives":)" + box +
-                                           R"(},{"id":5,"class":"HxDbStruct"})"));
+    TestModel model(weldBoltAndStructures());
     PrimaryList list;
     HextPrimaryView view;
     for (const bool wanted : {false, true}) {
