@@ -4,8 +4,8 @@
 //
 // The goal: both files within 8 times (aim 5) the time of writing their bytes raw in blocks of 1 MiB. Times are
 // processor times, the system's included; every write makes its files anew. Exit status 1 when the goal is missed.
+#include "eem/command.h"
 #include "export_run.h"
-#include "exports/eem_command.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
 #include "scripts/script_host.h"

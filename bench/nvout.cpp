@@ -10,11 +10,11 @@
 //
 // The goals: within 5 times (aim 3) that raw write, and memory above the loaded model that does not grow with the
 // meshes. Exit status 1 when one is missed.
-#include "../apps/tessaro/checkers/gltf_reader.h"
 #include "export_run.h"
-#include "navisworks/nvout_command.h"
+#include "navisworks/command.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
+#include "readers/scene/reader.h"
 #include "scripts/script_host.h"
 #include "tolmar/run_report.h"
 

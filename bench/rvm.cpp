@@ -8,7 +8,7 @@
 #include "export_run.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
-#include "rvm/rvm_command.h"
+#include "rvm/command.h"
 #include "scripts/script_host.h"
 #include "tolmar/run_report.h"
 #include "yardsticks.h"

@@ -1,16 +1,16 @@
 // The four functions that the module exports. No exception leaves them.
-#include "exports/eem_command.h"
-#include "exports/max_command.h"
-#include "exports/obm_command.h"
-#include "exports/xdb_export.h"
+#include "eem/command.h"
 #include "frame/commands.h"
 #include "frame/tessaro_app.h"
 #include "hextinterface/hext_commands.h"
-#include "navisworks/nvout_command.h"
+#include "max/command.h"
+#include "navisworks/command.h"
+#include "obm/command.h"
 #include "platform/hxcom.h"
-#include "rvm/rvm_command.h"
+#include "rvm/command.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
+#include "xdb/export.h"
 
 #include <cstdint>
 #include <string>

@@ -1,9 +1,9 @@
-#include "form_window.h"
+#include "qt/form_window.h"
 
 #include "forms/tree_selection.h"
-#include "texts.h"
-#include "tree_filter.h"
-#include "tree_model.h"
+#include "qt/texts.h"
+#include "qt/tree_filter.h"
+#include "qt/tree_model.h"
 
 #include <QCheckBox>
 #include <QFileDialog>

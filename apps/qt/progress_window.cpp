@@ -1,6 +1,6 @@
-#include "progress_window.h"
+#include "qt/progress_window.h"
 
-#include "texts.h"
+#include "qt/texts.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -1,5 +1,5 @@
 // What the program finds in this library, by name.
-#include "qt_ui.h"
+#include "qt/qt_ui.h"
 
 #include <QApplication>
 #include <cstdlib>

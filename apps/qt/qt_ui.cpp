@@ -1,7 +1,7 @@
-#include "qt_ui.h"
+#include "qt/qt_ui.h"
 
-#include "form_window.h"
-#include "texts.h"
+#include "qt/form_window.h"
+#include "qt/texts.h"
 
 #include <QApplication>
 #include <QFileDialog>

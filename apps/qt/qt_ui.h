@@ -1,7 +1,7 @@
 // The host's dialogs with Qt Widgets. Main thread only; the one QApplication of the process stands before.
 #pragma once
 
-#include "progress_window.h"
+#include "qt/progress_window.h"
 #include "tolmar/host_ui.h"
 
 #include <QElapsedTimer>

@@ -1,4 +1,4 @@
-#include "texts.h"
+#include "qt/texts.h"
 
 #include "tolmar/code_page.h"
 

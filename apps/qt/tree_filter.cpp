@@ -1,7 +1,7 @@
-#include "tree_filter.h"
+#include "qt/tree_filter.h"
 
 #include "forms/tree_selection.h"
-#include "texts.h"
+#include "qt/texts.h"
 
 using Item = OrnLogicTree::Item;
 

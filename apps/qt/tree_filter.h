@@ -2,7 +2,7 @@
 #pragma once
 
 #include "forms/forms.h"
-#include "tree_model.h"
+#include "qt/tree_model.h"
 
 #include <QSortFilterProxyModel>
 #include <unordered_set>

@@ -1,7 +1,7 @@
-#include "tree_model.h"
+#include "qt/tree_model.h"
 
 #include "forms/tree_selection.h"
-#include "texts.h"
+#include "qt/texts.h"
 
 using Item = OrnLogicTree::Item;
 

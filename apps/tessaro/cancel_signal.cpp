@@ -1,4 +1,4 @@
-#include "cancel_signal.h"
+#include "tessaro/cancel_signal.h"
 
 #include <csignal>
 

@@ -1,6 +1,6 @@
-#include "command_line.h"
+#include "tessaro/command_line.h"
 
-#include "module_file.h"
+#include "tessaro/module_file.h"
 
 #include <cstdio>
 #include <fmt/core.h>

@@ -1,9 +1,9 @@
 // The command line: sub-commands, their options and their help.
 #pragma once
 
-#include "check_command.h"
-#include "model_command.h"
-#include "run_command.h"
+#include "tessaro/check/command.h"
+#include "tessaro/model/command.h"
+#include "tessaro/run/command.h"
 
 #include <CLI/CLI.hpp>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "console.h"
+#include "tessaro/console.h"
 
 namespace {
 

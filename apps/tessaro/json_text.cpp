@@ -1,4 +1,4 @@
-#include "json_text.h"
+#include "tessaro/json_text.h"
 
 #include <cmath>
 

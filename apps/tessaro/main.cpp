@@ -1,5 +1,5 @@
 // The host program. It knows the host, the plant platform and the forms; the product is the module that it loads.
-#include "command_line.h"
+#include "tessaro/command_line.h"
 
 #include <csignal>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "module_file.h"
+#include "tessaro/module_file.h"
 
 #include <cstdlib>
 

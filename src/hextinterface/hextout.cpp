@@ -7,7 +7,7 @@
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
 #include "hextinterface/model_extraction.h"
-#include "hextinterface/ornatohextprocess/gather_shapes.h"
+#include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/ornatohextprocess.h"
 #include "platform/hxcom.h"
 #include "scripts/project_config.h"

@@ -4,7 +4,7 @@
 #include "exportbase/left_out_primitives.h"
 #include "platform/objects.h"
 #include "platform/primaries.h"
-#include "rvm/rvm_pair.h"
+#include "rvm/pair.h"
 #include "rvm/sibling_names.h"
 
 #include <string>

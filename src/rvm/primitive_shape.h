@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/primitives.h"
-#include "rvm/rvm_file.h"
+#include "rvm/file.h"
 
 #include <array>
 #include <cstdint>

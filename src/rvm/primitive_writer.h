@@ -3,8 +3,8 @@
 
 #include "platform/primitives.h"
 #include "rvm/facet_source.h"
+#include "rvm/file.h"
 #include "rvm/primitive_shape.h"
-#include "rvm/rvm_file.h"
 #include "rvm/sibling_names.h"
 
 #include <string>

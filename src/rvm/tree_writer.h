@@ -3,7 +3,7 @@
 
 #include "rvm/export_tree.h"
 #include "rvm/object_writer.h"
-#include "rvm/rvm_pair.h"
+#include "rvm/pair.h"
 #include "rvm/sibling_names.h"
 
 #include <array>

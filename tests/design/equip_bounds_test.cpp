@@ -1,5 +1,5 @@
 // How far the approximate conversions are off, over the range of their sizes: the figures of docs/hext-geometry.md.
-#include "equip_fixture.h"
+#include "fixture.h"
 #include "source_shape.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // Where conversions branch, and what they refuse.
-#include "equip_fixture.h"
-#include "hextinterface/ornatohextprocess/prim_frames.h"
+#include "fixture.h"
+#include "hextinterface/ornatohextprocess/solids/prim_frames.h"
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 // From a model to equip.txt, struct.txt and sup.txt: what is gathered, under which names, and how far a failure
 // reaches.
-#include "equip_fixture.h"
+#include "fixture.h"
 #include "hextinterface/hextcata/nozzle_list.h"
-#include "hextinterface/ornatohextprocess/design_gather.h"
-#include "hextinterface/ornatohextprocess/nozzle_macro.h"
+#include "hextinterface/ornatohextprocess/design/gather.h"
+#include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
 #include "tolmar/code_page.h"
 
 #include <optional>

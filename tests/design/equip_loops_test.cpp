@@ -1,5 +1,5 @@
 // Outlines with arcs as loops of filleted corners: the loops keep their properties and mean the same shape.
-#include "hextinterface/ornatohextprocess/equip_prims.h"
+#include "hextinterface/ornatohextprocess/solids/equip_prims.h"
 #include "rebuilt_shape.h"
 
 #include <gtest/gtest.h>

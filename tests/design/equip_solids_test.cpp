@@ -1,5 +1,5 @@
 // Every class of solid, written as macro text, read back and rebuilt, against the mesh of its source.
-#include "equip_fixture.h"
+#include "fixture.h"
 #include "source_shape.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 // The macro text of solids, groups, heads and nozzles, to the letter.
-#include "equip_fixture.h"
-#include "hextinterface/ornatohextprocess/nozzle_macro.h"
+#include "fixture.h"
+#include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // The example models against expected files: the EEM file as a listing of all its fields, the JSON file in UTF-8 with
 // bare line feeds. TESSARO_REBASE=1 writes them anew.
-#include "eem_support.h"
+#include "support.h"
 #include "support/golden.h"
 
 #include <charconv>

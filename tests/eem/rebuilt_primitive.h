@@ -1,8 +1,8 @@
 // Primitives rebuilt from the records of an EEM file, beside those of the model.
 #pragma once
 
-#include "../../apps/tessaro/checkers/eem_reader.h"
 #include "platform/primitives.h"
+#include "readers/eem/file.h"
 
 #include <string>
 

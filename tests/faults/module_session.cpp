@@ -1,6 +1,6 @@
 #include "module_session.h"
 
-#include "../../apps/tessaro/checkers/package_reader.h"
+#include "readers/package/archive.h"
 
 #include "tolmar/rx.h"
 

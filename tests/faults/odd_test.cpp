@@ -2,7 +2,7 @@
 // what it wrote passes the check of its kind or has its faults told.
 #include "module_session.h"
 
-#include "../../apps/tessaro/check_command.h"
+#include "tessaro/check/command.h"
 
 #include <algorithm>
 

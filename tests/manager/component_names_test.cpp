@@ -1,4 +1,4 @@
-#include "manager/name_fixture.h"
+#include "manager/fixture.h"
 
 namespace {
 

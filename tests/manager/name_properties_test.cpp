@@ -1,6 +1,6 @@
 // What holds for all names of a whole plant.
 #include "hextinterface/hextbasemethod/macro_text.h"
-#include "manager/name_fixture.h"
+#include "manager/fixture.h"
 #include "platform/model_tests.h"
 
 #include <map>

@@ -1,5 +1,5 @@
 #include "hextinterface/manager/name_state.h"
-#include "manager/name_fixture.h"
+#include "manager/fixture.h"
 #include "tolmar/color.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // The example's scene and side file against expected files in UTF-8. TESSARO_REBASE=1 writes them anew.
-#include "nv_support.h"
+#include "support.h"
 #include "support/golden.h"
 
 namespace {

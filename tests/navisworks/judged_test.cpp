@@ -1,5 +1,5 @@
 // Writes the scenes of the example and of generated plants that the glTF validator judges afterwards.
-#include "nv_support.h"
+#include "support.h"
 
 namespace {
 

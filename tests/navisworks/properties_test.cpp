@@ -1,6 +1,6 @@
 // Property attributes and the JSON side file.
-#include "navisworks/property_file.h"
-#include "nv_support.h"
+#include "navisworks/properties/file.h"
+#include "support.h"
 
 namespace {
 

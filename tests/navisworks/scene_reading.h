@@ -1,7 +1,7 @@
 // A scene that was written, read back and told as text.
 #pragma once
 
-#include "../../apps/tessaro/checkers/gltf_reader.h"
+#include "readers/scene/reader.h"
 
 #include <array>
 #include <filesystem>

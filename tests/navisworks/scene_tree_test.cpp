@@ -1,6 +1,6 @@
 // Groups, their order, the options, and what breaks a level.
-#include "navisworks/scene_tree.h"
-#include "nv_support.h"
+#include "navisworks/scene/tree.h"
+#include "support.h"
 
 namespace {
 

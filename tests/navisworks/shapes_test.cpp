@@ -1,6 +1,6 @@
 // What becomes of each kind of primitive, and in which colour.
-#include "navisworks/geometry_node.h"
-#include "nv_support.h"
+#include "navisworks/geometry/node.h"
+#include "support.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 // The files of a scene: buffer files beside it, limits, failures, equal bytes.
-#include "scene_fixture.h"
+#include "fixture.h"
 #include "tolmar/system.h"
 
 #include <csignal>

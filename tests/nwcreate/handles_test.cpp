@@ -1,5 +1,5 @@
 // References in balance, and what happens to callers that do not keep them.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 namespace {
 

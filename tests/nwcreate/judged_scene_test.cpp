@@ -1,5 +1,5 @@
 // Writes the scenes that the glTF validator judges afterwards.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 #include <filesystem>
 

@@ -1,5 +1,5 @@
 // Callers that call anything at any time with any handle, dead ones among them.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 #include <functional>
 #include <limits>

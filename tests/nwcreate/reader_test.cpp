@@ -1,5 +1,5 @@
 // The reader of scenes finds what is wrong with one.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 namespace {
 

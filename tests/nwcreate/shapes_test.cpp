@@ -1,5 +1,5 @@
 // Shapes: where they stand, what is stored once, lines, circles, texts, materials, and what is refused.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 #include <cmath>
 #include <limits>

@@ -1,5 +1,5 @@
 // The tree of a scene: places, names, layers, properties, settings.
-#include "scene_fixture.h"
+#include "fixture.h"
 
 #include <cmath>
 #include <cstdlib>

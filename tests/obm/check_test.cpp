@@ -1,5 +1,5 @@
 // What the checker of packages finds in packages that were damaged.
-#include "obm_fixture.h"
+#include "fixture.h"
 
 #include <random>
 

@@ -1,5 +1,5 @@
 // The command's frame: dialogs, bars, cancel, failures, several runs.
-#include "obm_fixture.h"
+#include "fixture.h"
 
 #include <cstdlib>
 #include <set>

@@ -1,6 +1,6 @@
 // The example plant's package against an expected summary: the tree with the materials and triangles of every record
 // and the number of its properties. TESSARO_REBASE=1 writes it anew.
-#include "obm_fixture.h"
+#include "fixture.h"
 #include "support/golden.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Shapes, material codes and properties.
-#include "obm_fixture.h"
+#include "fixture.h"
 
 #include <array>
 

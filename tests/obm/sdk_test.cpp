@@ -1,5 +1,5 @@
 // The stand-in SDK by itself: what it refuses, what it splits, what it says of files that fail.
-#include "obm_fixture.h"
+#include "fixture.h"
 
 #include "obmsdk/obmsdk.h"
 

@@ -1,5 +1,5 @@
 // Which records come out, under which parents, and what stays out.
-#include "obm_fixture.h"
+#include "fixture.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
+#include "fixture.h"
 #include "frame/exceptions.h"
-#include "pipe_fixture.h"
 #include "tolmar/color.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "pipe_fixture.h"
+#include "fixture.h"
 
 namespace {
 

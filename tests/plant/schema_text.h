@@ -1,8 +1,8 @@
 // The JSON Schema of the model file, written from the tables that the reader reads by.
 #pragma once
 
-#include "../../standins/plant/src/class_table.h"
-#include "../../standins/plant/src/primitive_table.h"
+#include "plant/model/class_table.h"
+#include "plant/shapes/primitive_table.h"
 
 #include <initializer_list>
 #include <limits>

@@ -1,7 +1,7 @@
 // Primitives from the file, and the lists that objects hand out.
 #include "loaded_model.h"
 
-#include "../../standins/plant/src/short_number.h"
+#include "sources/json/short_number.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "rvm_support.h"
+#include "support.h"
 
 #include "scripts/script_host.h"
 #include "support/test_support.h"

@@ -1,4 +1,4 @@
-#include "rvm_support.h"
+#include "support.h"
 
 #include "platform/primaries.h"
 #include "rvm/primitive_writer.h"

@@ -1,5 +1,5 @@
 // What exports ask of the project's script, and what the script may ask.
-#include "script_fixture.h"
+#include "fixture.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Scripts that would bring the program down, hang it or eat its memory.
-#include "script_fixture.h"
+#include "fixture.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // What the example plant's world hands out, against expected texts: kinds and records as they are, geometry as sums.
 // TESSARO_REBASE=1 writes them anew.
-#include "exports/xdb_export.h"
 #include "support/golden.h"
 #include "support/test_support.h"
+#include "xdb/export.h"
 
 #include <cmath>
 #include <numeric>

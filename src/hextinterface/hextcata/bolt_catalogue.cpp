@@ -1,7 +1,7 @@
 #include "hextinterface/hextcata/bolt_catalogue.h"
 
-#include "hextinterface/hextcata/cata_item.h"
-#include "hextinterface/hextcata/cata_lines.h"
+#include "hextinterface/hextcata/item.h"
+#include "hextinterface/hextcata/lines.h"
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 #include "tolmar/run_report.h"

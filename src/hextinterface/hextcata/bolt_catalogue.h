@@ -1,7 +1,7 @@
 // Bolts in the catalogue: bolt table, bolt list, bolt sets with their points, categories with their texts, bolt items.
 #pragma once
 
-#include "hextinterface/hextcata/cata_stream.h"
+#include "hextinterface/hextcata/stream.h"
 #include "hextinterface/manager/name_manager.h"
 #include "platform/objects.h"
 #include "scripts/project_config.h"

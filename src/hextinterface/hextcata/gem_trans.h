@@ -7,7 +7,7 @@
 #pragma once
 
 #include "hextinterface/hextbasemethod/cata_point.h"
-#include "hextinterface/hextcata/cata_solids.h"
+#include "hextinterface/hextcata/solids.h"
 #include "platform/primitives.h"
 
 #include <string>

@@ -2,5 +2,5 @@
 #pragma once
 
 #include "hextinterface/hextcata/bolt_catalogue.h"
-#include "hextinterface/hextcata/cata_builder.h"
+#include "hextinterface/hextcata/builder.h"
 #include "hextinterface/hextcata/nozzle_list.h"

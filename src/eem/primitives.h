@@ -1,0 +1,50 @@
+// Primitives as the records of an EEM file.
+#pragma once
+
+#include "eem/file.h"
+#include "platform/primitives.h"
+
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace eem {
+
+// The colour of an object's primitives.
+struct ObjectColor {
+    std::int64_t baseCode = 0;  // material code of a plain primitive
+    bool isPipe = false;        // everything but the pipe's cylinders goes out in the inverse colour
+};
+
+// A primitive without a record, and why.
+struct LeftOut {
+    const HextPrimary* primitive;
+    const char* why;
+};
+
+class PrimitiveEncoder {
+public:
+    explicit PrimitiveEncoder(EemFile& file) : file_(file) {}
+
+    // Number of records written. Classes are told apart by identity, so a class derived from one that has a record has
+    // none. A record that would hold a number that is not finite is not written.
+    std::int32_t encodeList(HextPrimaryView list, const ObjectColor& color);
+    // The items of the last list that got no record.
+    const std::vector<LeftOut>& leftOut() const { return leftOut_; }
+
+private:
+    const char* encode(const HextPrimary& primitive, const ObjectColor& color);
+    std::int32_t wordOf(std::int64_t code);
+
+    EemFile& file_;
+    std::vector<LeftOut> leftOut_;
+    // Colour words of the codes met last, each at a place of its own among these.
+    struct KnownWord {
+        std::int64_t code = std::numeric_limits<std::int64_t>::min();
+        std::int32_t word = 0;
+    };
+    std::array<KnownWord, 64> words_{};
+};
+
+}  // namespace eem

@@ -1,0 +1,91 @@
+#include "hextinterface/ornatohextprocess/design/gather_shapes.h"
+
+#include "hextinterface/manager/name_manager.h"
+#include "hextinterface/ornatohextprocess/solids/prim_convert.h"
+#include "platform/hxcom.h"
+#include "tolmar/run_report.h"
+
+namespace design {
+namespace {
+
+bool isObstruction(const HextPrimary3D& primitive) {
+    const char* material = primitive.getMaterial();
+    return material != nullptr && std::string_view(material) == obstructionMaterial;
+}
+
+void passOverPrimitive(const HextPrimary& primitive, const HxDbObject* source, std::string_view why) {
+    passOver(source, "primitive", std::string(primitive.isA()->name()).append(": ").append(why));
+}
+
+}  // namespace
+
+void passOver(const HxDbObject* object, const char* what, std::string_view why) {
+    tolmar::runReport().passedOver(object->objectId().toInt(), textOf(object->getDisplayName()), what, why);
+}
+
+void finishManager(const DesignMacroSet& set) {
+    if (set.whenManagerGathered) {
+        set.whenManagerGathered();
+    }
+}
+
+void addPrimitive(EquipRecord& record, const HextPrimary& primitive, const HxDbObject* source) {
+    const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
+    if (solid == nullptr) {
+        return passOverPrimitive(primitive, source, "is no solid");
+    }
+    if (isObstruction(*solid)) {
+        return passOverPrimitive(primitive, source, "belongs to the obstruction volume");
+    }
+    PrimGroup group = convertPrimary(primitive);
+    if (group.empty()) {
+        return passOverPrimitive(primitive, source, "no macro solid can be made of it");
+    }
+    for (const std::string& why : group.leftOut) {
+        passOverPrimitive(primitive, source, why);
+    }
+    record.groups.push_back(std::move(group));
+}
+
+void addPrimitives(EquipRecord& record, const HextPrimaryArray& list, const HxDbObject* source) {
+    for (const HextPrimary* primitive : list) {
+        addPrimitive(record, *primitive, source);
+    }
+}
+
+std::string zoneOf(const HxDbObject* manager, NameManager& names, std::string fallback) {
+    HextSite* site = nullptr;
+    HextZone* zone = nullptr;
+    hxcom::getSizeZone(manager, site, zone);
+    return zone != nullptr ? names.getZoneName(zone) : std::move(fallback);
+}
+
+std::string colourFunction(const char* word, int index) {
+    return word + std::to_string(index);
+}
+
+HxDbObject* openMember(HxDbObjectId id) {
+    HxDbObject* member = nullptr;
+    if (hxdbOpenObject(id, member, 3) != Hext::eOk) {
+        tolmar::runReport().passedOver(id.toInt(), "", "member", "cannot be opened");
+        return nullptr;
+    }
+    return member;
+}
+
+}  // namespace design
+
+void finishRecord(EquipRecord& record) {
+    for (const PrimGroup& group : record.groups) {
+        if (!group._posPrimitive.empty()) {
+            record.frame.origin = group._posPrimitive.front()->frame.origin;
+            break;
+        }
+    }
+    const TlGeMatrix3d toElement = worldToFrame(record.frame);
+    for (const PrimGroup& group : record.groups) {
+        for (const PrimPtr& solid : group._posPrimitive) {
+            solid->transformBy(toElement);
+        }
+    }
+}

@@ -1,0 +1,62 @@
+// The objects of a manager: their records, properties, and meshes.
+#pragma once
+
+#include "exportbase/left_out_primitives.h"
+#include "exportbase/mesher.h"
+#include "obm/progress.h"
+#include "obm/record.h"
+#include "platform/objects.h"
+#include "platform/param_list.h"
+#include "platform/primaries.h"
+
+#include <vector>
+
+class OBM3dPackage;
+class TlDbEntity;
+
+namespace pmodel {
+
+// Keeps its buffers from object to object. Tree, package and progress belong to the caller and must outlive it.
+class ObmObjects {
+public:
+    ObmObjects(ObmTree& tree, OBM3dPackage& package, ObmProgress& progress)
+        : tree_(tree), package_(package), progress_(progress) {}
+
+    // Everything below a node, or else the node's own object, goes under `record`. `color` is what a component without
+    // a colour takes.
+    void writeObjects(HxDbTreeNode* node, ObmNode& record, int color);
+    // The attributes of an object by their labels. Gives the colour of a pipeline, 0 for any other object.
+    int addBomData(const HxDbObject& object, ObmNode& record);
+    // What the script gives; false when it gives nothing.
+    bool addScriptProperties(const HxDbObject& object, ObmNode& record);
+
+private:
+    // How the material codes of an object come about.
+    struct Look {
+        int color = 0;
+        bool isPipe = false;
+        bool isFitting = false;
+    };
+
+    void writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, int color);
+    void writeBoltSet(const HxDbTubeModelSpec& flange, ObmNode& parent);
+    void writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const Look& look);
+    // Null when all went well, otherwise why the primitive has no mesh.
+    const char* writePrimitive(const TlDbEntity* entity, ObmNode& record, int code);
+    const char* addMesh(ObmNode& record);
+    static int materialCode(const HextPrimary& primitive, const Look& look);
+    static Look lookOf(const HxDbSmrtlnEntity& object, int color);
+
+    ObmTree& tree_;
+    OBM3dPackage& package_;
+    ObmProgress& progress_;
+    std::vector<HxDbObject*> objects_;
+    std::vector<KVParams> bomData_;
+    ParamList params_;
+    std::string value_;
+    PrimaryList shape_;
+    LeftOutPrimitives leftOut_;
+    Mesh mesh_;
+};
+
+}  // namespace pmodel

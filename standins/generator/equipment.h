@@ -1,0 +1,32 @@
+// Plans and writes equipment: a manager, its body and its nozzles.
+#pragma once
+
+#include "generator/output.h"
+#include "generator/parts.h"
+#include "generator/plan.h"
+#include "generator/random.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace plant::generator {
+
+struct EquipmentPlan {
+    int kind = 0;
+    int number = 0;
+    Id id = 0;
+    Id body = 0;
+    Point at;  // on the ground
+    double diameter = 0;
+    double length = 0;  // of the shell
+    std::string name;   // such as "P-101"
+};
+
+// Adds an equipment of a drawn kind, and its nozzles to the list.
+EquipmentPlan planEquipment(Random& random, Ids& ids, const Point& at, int number, std::vector<NozzlePlan>& nozzles);
+// The nozzles are those of this equipment.
+void writeEquipment(Output& out, Library& library, const EquipmentPlan& plan, Id zone,
+                    std::span<const NozzlePlan> nozzles);
+
+}  // namespace plant::generator
