@@ -17,6 +17,8 @@ if(CCACHE)
 endif()
 
 add_library(tessaro_settings INTERFACE)
+# Hash tables, for every room.
+target_link_libraries(tessaro_settings INTERFACE tsl::robin_map)
 target_compile_definitions(tessaro_settings INTERFACE TESSARO_CODE_PAGE="${TESSARO_CODE_PAGE}"
                                                       TESSARO_VERSION="${PROJECT_VERSION}")
 # The same bytes on every machine: no contraction of a*b+c.
