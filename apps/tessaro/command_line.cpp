@@ -1,6 +1,6 @@
 #include "tessaro/command_line.h"
 
-#include "tessaro/module_file.h"
+#include "tessaro/run/module_file.h"
 
 #include <cstdio>
 #include <fmt/core.h>

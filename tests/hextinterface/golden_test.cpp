@@ -7,7 +7,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path golden = goldenFolder("hext");
+const fs::path golden = goldenFolder("hextinterface");
 
 class Golden : public HextRunTest {};
 

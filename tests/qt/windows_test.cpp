@@ -2,7 +2,7 @@
 #include "forms/tree_selection.h"
 #include "qt/form_window.h"
 #include "qt/progress_window.h"
-#include "qt/qt_ui.h"
+#include "qt/screen_ui.h"
 #include "qt/texts.h"
 #include "qt/tree_filter.h"
 #include "qt/tree_model.h"

@@ -1,7 +1,7 @@
 // `tessaro check`: is an output whole, would its receiver take it. One row a kind of output.
 #pragma once
 
-#include "tessaro/exit_status.h"
+#include "tessaro/terminal/exit_status.h"
 
 #include <filesystem>
 #include <span>

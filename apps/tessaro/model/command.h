@@ -1,7 +1,7 @@
 // `tessaro model`: is a model file good, what is in it, and models made from nothing.
 #pragma once
 
-#include "tessaro/exit_status.h"
+#include "tessaro/terminal/exit_status.h"
 
 #include <cstdint>
 #include <filesystem>

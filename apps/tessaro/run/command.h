@@ -1,7 +1,7 @@
 // `tessaro run`: commands of the module on a plant model.
 #pragma once
 
-#include "tessaro/exit_status.h"
+#include "tessaro/terminal/exit_status.h"
 
 #include <filesystem>
 #include <string>

@@ -1,6 +1,6 @@
 #include "tessaro/run/report_output.h"
 
-#include "tessaro/json_text.h"
+#include "tessaro/terminal/json_text.h"
 #include "tolmar/code_page.h"
 
 #include <algorithm>

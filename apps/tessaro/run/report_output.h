@@ -1,8 +1,8 @@
 // The run report as the program hands it out: JSON for scripts, a summary for people, the exit status.
 #pragma once
 
-#include "tessaro/console.h"
-#include "tessaro/exit_status.h"
+#include "tessaro/terminal/console.h"
+#include "tessaro/terminal/exit_status.h"
 #include "tolmar/run_report.h"
 
 #include <filesystem>

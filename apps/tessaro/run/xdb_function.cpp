@@ -1,6 +1,6 @@
 #include "tessaro/run/xdb_function.h"
 
-#include "tessaro/json_text.h"
+#include "tessaro/terminal/json_text.h"
 #include "tolmar/code_page.h"
 #include "tolmar/file.h"
 #include "tolmar/host_ui.h"

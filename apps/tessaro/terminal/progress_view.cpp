@@ -1,6 +1,6 @@
-#include "tessaro/run/progress_view.h"
+#include "tessaro/terminal/progress_view.h"
 
-#include "tessaro/json_text.h"
+#include "tessaro/terminal/json_text.h"
 #include "tolmar/code_page.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "tessaro/cancel_signal.h"
+#include "tessaro/terminal/cancel_signal.h"
 
 #include <csignal>
 

@@ -1,4 +1,4 @@
-#include "qt/qt_ui.h"
+#include "qt/screen_ui.h"
 
 #include "qt/form_window.h"
 #include "qt/texts.h"

@@ -1,4 +1,4 @@
-#include "tessaro/console.h"
+#include "tessaro/terminal/console.h"
 
 namespace {
 

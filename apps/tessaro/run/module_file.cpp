@@ -1,4 +1,4 @@
-#include "tessaro/module_file.h"
+#include "tessaro/run/module_file.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 // What the program says: UTF-8 on standard error and in the log file, with the progress between the lines.
 #pragma once
 
-#include "tessaro/run/progress_view.h"
+#include "tessaro/terminal/progress_view.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,5 +1,5 @@
 // What the program finds in this library, by name.
-#include "qt/qt_ui.h"
+#include "qt/screen_ui.h"
 
 #include <QApplication>
 #include <cstdlib>

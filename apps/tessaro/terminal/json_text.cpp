@@ -1,4 +1,4 @@
-#include "tessaro/json_text.h"
+#include "tessaro/terminal/json_text.h"
 
 #include <cmath>
 
