@@ -4,11 +4,11 @@
 #include "exportbase/object_properties.h"
 #include "exportbase/smart_object.h"
 #include "platform/kvparams.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "scripts/node_name.h"
 #include "scripts/script_host.h"
 #include "scripts/script_presence.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <charconv>
@@ -56,11 +56,6 @@ ObjectColor colorOf(const HxDbSmrtlnEntity& object, int color) {
 bool isShapeObject(const HxDbObject& object) {
     return object.isKindOf(HxDbSmrtlnEntity::desc()) && !object.isKindOf(HxDbTubeWeld::desc()) &&
            !object.isKindOf(HxDbTubeStop::desc());
-}
-
-void reportLeftOut(const HxDbObject& object, const char* what, const char* why) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
 }
 
 // A script that loads is asked even for functions that it has not: each such call says so on the command line.
@@ -144,12 +139,12 @@ bool ModelContent::isPlace(const HxDbObject& object, const HxDbObject* parent) c
 
 bool ModelContent::takeShape(const HxDbSmrtlnEntity& object) {
     if (object.isKindOf(HxDbAcadSerialObject::desc())) {
-        reportLeftOut(object, "object", "host content has no place in an EEM file");
+        reportLeftOut(&object, "object", "host content has no place in an EEM file");
         return false;
     }
     const Hext::ErrorStatus status = viewPrimaries(&object, shape_, false, false);
     if (status != Hext::eOk) {
-        reportLeftOut(object, "object",
+        reportLeftOut(&object, "object",
                       status == eNotWanted ? "bolts have no place in an EEM file" : "it has no shape");
     }
     return status == Hext::eOk;
@@ -185,7 +180,7 @@ void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor&
 
 void ModelContent::reportPrimitives(const HxDbSmrtlnEntity& object) const {
     for (const LeftOut& item : encoder_.leftOut()) {
-        reportLeftOut(object, "primitive", (item.primitive->isA()->name() + std::string(": ") + item.why).c_str());
+        reportLeftOut(&object, "primitive", item.primitive->isA()->name() + std::string(": ") + item.why);
     }
 }
 

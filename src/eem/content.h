@@ -18,9 +18,6 @@ namespace eem {
 // A smart object with a shape of its own: no weld and no stop.
 bool isShapeObject(const HxDbObject& object);
 
-// Tells the run report of an object that is left out, under its own name.
-void reportLeftOut(const HxDbObject& object, const char* what, const char* why);
-
 // The two files of an export, which belong to the caller and outlive this object.
 class Output {
 public:

@@ -33,7 +33,6 @@ private:
     bool enterDirectorySon(HxDbTreeNode* node, const HxDbObject& object);
     void enterManager(HxDbTreeNode* node, const HxDbObject& manager, int color);
     void takeObject(const HxDbObject& object, int& color);
-    bool isChecked(const HxDbTreeNode* node) const;
     void reportMisplaced(const HxDbTreeNode* node, const HxDbObject& object);
     void reportGrid(const HxDbTreeNode* node, const HxDbObject& grid) const;
     void reportRest(const HxDbObject& manager, std::size_t from) const;

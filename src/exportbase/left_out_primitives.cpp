@@ -1,7 +1,6 @@
 #include "exportbase/left_out_primitives.h"
 
-#include "platform/objects.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 #include <algorithm>
 #include <string>
@@ -19,14 +18,12 @@ void LeftOutPrimitives::add(const HextPrimary& primitive, const char* why) {
 }
 
 void LeftOutPrimitives::report(const HxDbObject& object) {
-    const char* name = object.getDisplayName();
     for (const Row& row : rows_) {
         std::string text = row.type->name();
         if (row.count > 1) {
             text += ", " + std::to_string(row.count) + " of them";
         }
-        tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "primitive",
-                                       text + ": " + row.why);
+        reportLeftOut(&object, "primitive", text + ": " + row.why);
     }
     rows_.clear();
 }

@@ -3,17 +3,21 @@
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/id_pages.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/options.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <cstdio>
 #include <optional>
 #include <stdexcept>
 
 namespace {
+
+using tolmar::textOrEmpty;
 
 constexpr int treeId = 12581;
 constexpr int cacheId = 12587;
@@ -55,11 +59,6 @@ FormRect treeRect(int width, int height) {
 OrnLogicTree::Item itemOf(const HxDbTreeNode* node) {
     const OrnLogicTree::Item* item = nodeItems.find(node->objectId());
     return item != nullptr ? *item : nullptr;
-}
-
-HxDbObject* objectOf(const HxDbTreeNode* node, HxDb::OpenMode mode) {
-    HxDbObject* object = nullptr;
-    return hxdbOpenObject(node->getTreeNodeValue(), object, mode) == Hext::eOk ? object : nullptr;
 }
 
 void setBranch(OrnLogicTree::Item top, bool checked) {
@@ -105,7 +104,7 @@ ExportDataDlg::ObjectSelection objectsOf(const ExportDataDlg::NodeSelection& nod
     const auto forEachObject = [&nodes](bool checked, auto&& use) {
         for (const auto& [id, on] : nodes) {
             const HxDbTreeNode* node = on == checked ? openAs<HxDbTreeNode>(id) : nullptr;
-            if (const HxDbObject* object = node != nullptr ? objectOf(node, 3) : nullptr) {
+            if (const HxDbObject* object = objectOfNode(node)) {
                 use(node, object);
             }
         }
@@ -127,6 +126,22 @@ ExportDataDlg::ObjectSelection objectsOf(const ExportDataDlg::NodeSelection& nod
 }
 
 }  // namespace
+
+// A model without data has said so itself.
+bool askScope(ExportDataDlg::Mode mode) {
+    if (ExportDataDlg(mode, true).DoModal() == OrnLogicForm::ResultOk && !nodeSelection.empty()) {
+        return true;
+    }
+    if (hxcom::getDataManTreeRoot() != nullptr) {
+        tolmar::runReport().ended(tolmar::RunOutcome::Cancelled, "nothing was selected");
+    }
+    return false;
+}
+
+bool isChecked(const ExportDataDlg::NodeSelection& selection, const HxDbTreeNode* node) {
+    const auto at = selection.find(node->objectId());
+    return at != selection.end() && at->second;
+}
 
 bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId node) {
     const auto at = selection.find(node);
@@ -198,12 +213,10 @@ bool ExportDataDlg::fillTree() {
 void ExportDataDlg::fillFrom(HxDbTreeNode* root, const char* worldPrefix) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
-        if (HxDbObject* object = objectOf(node, 2)) {
+        if (HxDbObject* object = objectOfNode(node)) {
             addNode(node, object, worldPrefix);
         } else {
-            const char* name = node->getName();
-            tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
-                                           "cannot be opened");
+            reportLeftOutNode(*node, "object", "cannot be opened");
         }
     }
 }
@@ -214,8 +227,7 @@ void ExportDataDlg::addNode(HxDbTreeNode* node, HxDbObject* object, const char* 
     if (object->isKindOf(HextWorld::desc())) {
         const char* name =
             worldPrefix != nullptr ? hxcom::queryDbShortName(object->database()) : object->getDisplayName();
-        std::string label = worldPrefix != nullptr ? worldPrefix : "";
-        label += name != nullptr ? name : "";
+        const std::string label = std::string(textOrEmpty(worldPrefix)) + textOrEmpty(name);
         item = tree_->insertLast(parent, label.empty() ? u"World" : tolmar::toWide(label), node);
     } else {
         const char* name = node->getName();

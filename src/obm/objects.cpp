@@ -6,10 +6,10 @@
 #include "platform/attribute_cache.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "platform/tree_walker.h"
 #include "scripts/node_name.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <memory>
@@ -23,18 +23,12 @@ constexpr int highestColor = 255;
 constexpr float weldTolerance = 1e-6F;
 constexpr const char* colorKey = "color";
 
-void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
-                                   status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
-}
-
 // What lies below a grid stays out.
 void gatherWithoutGrids(HxDbTreeNode* node, std::vector<HxDbObject*>& out) {
     out.clear();
     TreeWalker walker(node);
     for (walker.next(); !walker.done(); walker.next()) {
-        HxDbObject* object = openAs<HxDbObject>(walker.current()->getTreeNodeValue(), 2);
+        HxDbObject* object = objectOfNode(walker.current());
         if (object != nullptr && object->isKindOf(HextAxiss::desc())) {
             walker.skipChildren();
         } else if (object != nullptr) {
@@ -145,7 +139,7 @@ void ObmObjects::writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, in
     addScriptProperties(object, record);
     const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
     if (status != Hext::eOk) {
-        reportShapeless(object, status);
+        reportLeftOut(&object, "object", status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
         return;
     }
     writeShape(object, record, lookOf(object, color));

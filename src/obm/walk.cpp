@@ -2,9 +2,10 @@
 
 #include "exportbase/child_chain.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/node_name.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace pmodel {
 
@@ -40,38 +41,28 @@ const char* nameOf(const HxDbObject& object, const char* otherwise) {
     return name != nullptr ? name : otherwise;
 }
 
-HxDbObject* openValue(const HxDbTreeNode* node) {
-    return openAs<HxDbObject>(node->getTreeNodeValue(), 2);
-}
-
 void report(const HxDbTreeNode* node, const char* why) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node", why);
+    reportLeftOutNode(*node, "node", why);
 }
 
 constexpr const char* doesNotOpen = "it cannot be opened";
 
 }  // namespace
 
-bool ObmWalk::isSelected(const HxDbTreeNode* node) const {
-    const auto at = selection_.find(node->objectId());
-    return at != selection_.end() && at->second;
-}
-
 void ObmWalk::walkTree(HxDbTreeNode* root, const char* shortName) {
     if (root == nullptr) {
         return;
     }
-    shortName_ = shortName != nullptr ? shortName : "";
+    shortName_ = tolmar::textOrEmpty(shortName);
     world_ = nullptr;
     records_.clear();
     progress_.fetch();
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
-        if (!isSelected(node)) {
+        if (!isChecked(selection_, node)) {
             continue;
         }
-        if (HxDbObject* object = openValue(node)) {
+        if (HxDbObject* object = objectOfNode(node)) {
             visit(node, *object);
         } else {
             report(node, doesNotOpen);
@@ -138,9 +129,9 @@ void ObmWalk::visitOther(HxDbTreeNode* node, HxDbObject& object) {
 
 bool ObmWalk::isBelowSelected(const HxDbTreeNode* node) const {
     for (node = node->getParent(); node != nullptr; node = node->getParent()) {
-        const HxDbObject* object = openValue(node);
+        const HxDbObject* object = objectOfNode(node);
         const Level level = object != nullptr ? levelOf(*object) : noLevel;
-        if ((level == zoneLevel || level == directoryLevel) && isSelected(node)) {
+        if ((level == zoneLevel || level == directoryLevel) && isChecked(selection_, node)) {
             return true;
         }
     }
@@ -166,7 +157,7 @@ ObmNode& ObmWalk::addRecord(const HxDbTreeNode* node, const HxDbObject& object, 
 // The tree names the ancestors, so that nothing lands under the site or zone that happened to come before it.
 ObmNode& ObmWalk::recordAbove(const HxDbTreeNode* node, int level) {
     for (node = node->getParent(); node != nullptr; node = node->getParent()) {
-        const HxDbObject* object = openValue(node);
+        const HxDbObject* object = objectOfNode(node);
         const Level above = object != nullptr ? levelOf(*object) : noLevel;
         if (above >= level || above == directoryLevel) {
             continue;
@@ -196,7 +187,7 @@ void ObmWalk::walkZone(HxDbTreeNode* node, ObmNode& record) {
     walker.next();
     while (!walker.done()) {
         HxDbTreeNode* son = walker.current();
-        const HxDbObject* object = openValue(son);
+        const HxDbObject* object = objectOfNode(son);
         if (object == nullptr) {
             report(son, doesNotOpen);
         } else if (!object->isKindOf(HextAxiss::desc())) {
@@ -225,7 +216,7 @@ void ObmWalk::walkDirectory(HxDbTreeNode* node, ObmNode& record) {
     }
     std::size_t done = 0;
     for (HxDbTreeNode* son = node->getSon(); son != nullptr; son = son->getBrother()) {
-        HxDbObject* object = openValue(son);
+        HxDbObject* object = objectOfNode(son);
         if (object == nullptr) {
             report(son, doesNotOpen);
         } else if (writeInDirectory(son, *object, record)) {

@@ -39,7 +39,6 @@ private:
     ObmNode& addRecord(const HxDbTreeNode* node, const HxDbObject& object, int level);
     ObmNode& recordAbove(const HxDbTreeNode* node, int level);
     ObmNode& worldRecord();
-    bool isSelected(const HxDbTreeNode* node) const;
     bool isBelowSelected(const HxDbTreeNode* node) const;
 
     ObmTree& tree_;

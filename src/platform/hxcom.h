@@ -56,6 +56,10 @@ T* openAs(HxDbObjectId id, HxDb::OpenMode mode = 3) {
     HxDbObject* object = nullptr;
     return hxdbOpenObject(id, object, mode) == Hext::eOk ? T::cast(object) : nullptr;
 }
+// The object that a node of the tree stands for; null for no node, and for an object that does not open.
+inline HxDbObject* objectOfNode(const HxDbTreeNode* node) {
+    return node != nullptr ? openAs<HxDbObject>(node->getTreeNodeValue(), 2) : nullptr;
+}
 
 // Every object below a node in tree order, the node's own excluded. `stop` ends the walk; `out` is emptied first.
 void getAllSubObjects(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, const HxDbTreeNode* stop = nullptr);

@@ -1,7 +1,7 @@
 #include "rvm/export_tree.h"
 
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 namespace rvm {
 
@@ -25,10 +25,6 @@ int levelOfClass(const HxDbObject* object) {
     return noLevel;
 }
 
-HxDbObject* openValue(const HxDbTreeNode* node) {
-    return node != nullptr ? openAs<HxDbObject>(node->getTreeNodeValue(), 2) : nullptr;
-}
-
 HxDbTreeNode* parentOf(const HxDbTreeNode* node) {
     return node != nullptr ? node->getParent() : nullptr;
 }
@@ -42,8 +38,7 @@ int depthOf(const HxDbTreeNode* node) {
 }
 
 void report(const HxDbTreeNode* node, const char* why) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node", why);
+    reportLeftOutNode(*node, "node", why);
 }
 
 }  // namespace
@@ -83,7 +78,7 @@ RvmNode* RvmTree::slotAbove(const HxDbTreeNode* node, int level) {
     }
     RvmNode* slot = nullptr;
     for (int at = 0; at < level; ++at) {
-        slot = makeNode(at, openValue(ancestors[static_cast<std::size_t>(at)]), slot);
+        slot = makeNode(at, objectOfNode(ancestors[static_cast<std::size_t>(at)]), slot);
         top_ = at == 0 ? slot : top_;
     }
     return slot;
@@ -99,7 +94,7 @@ void RvmTree::walk(Place first) {
         if (place.node == nullptr || wasMet(place.node)) {
             continue;
         }
-        HxDbObject* object = isSelectedForRvm(selection_, place.node) ? openValue(place.node) : nullptr;
+        HxDbObject* object = isSelectedForRvm(selection_, place.node) ? objectOfNode(place.node) : nullptr;
         RvmNode* sonSlot = object != nullptr ? placeNode(place, object) : nullptr;
         place.isRowOpen = place.isRowOpen || (sonSlot != nullptr && place.slot != nullptr);
         if (object == nullptr || place.isRowOpen) {

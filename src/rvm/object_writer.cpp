@@ -1,10 +1,10 @@
 #include "rvm/object_writer.h"
 
 #include "exportbase/smart_object.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "rvm/object_material.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <cstring>
@@ -16,12 +16,6 @@ namespace {
 bool isObstruction(const HextPrimary3D& solid) {
     const char* material = solid.getMaterial();
     return material != nullptr && std::strcmp(material, obstructionMaterial) == 0;
-}
-
-void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
-                                   status == eNotWanted ? "bolts have no place in an RVM file" : "it has no shape");
 }
 
 }  // namespace
@@ -67,7 +61,8 @@ bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
     HextPrimaryView shape;
     const Hext::ErrorStatus status = viewPrimaries(&object, shape, false, false);
     if (status != Hext::eOk) {
-        reportShapeless(object, status);
+        reportLeftOut(&object, "object",
+                      status == eNotWanted ? "bolts have no place in an RVM file" : "it has no shape");
         return false;
     }
     for (const HextPrimary* primitive : shape) {

@@ -2,10 +2,10 @@
 
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "rvm/big_endian.h"
 #include "rvm/object_material.h"
 #include "tolmar/host_ui.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <charconv>
@@ -358,7 +358,7 @@ void PrimitiveWriter::writePart(const TlDbEntity& part) {
 void PrimitiveWriter::reportTrouble(std::string_view name) const {
     if (trouble_ != nullptr) {
         std::string what = ownerName_.empty() ? std::string() : std::string(ownerName_) + "/";
-        tolmar::runReport().passedOver(ownerId_, what.append(name), "primitive", trouble_);
+        reportLeftOut({HxDbObjectId(ownerId_), what.append(name), "primitive"}, trouble_);
     }
 }
 

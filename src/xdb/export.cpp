@@ -3,6 +3,7 @@
 #include "exportbase/smart_object.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
@@ -65,10 +66,8 @@ bool hasNoPlace(const HxDbSmrtlnEntity& object) {
 void reportUnopened(HxDbTreeNode& manager) {
     for (TreeWalker walker(&manager); !walker.done(); walker.next()) {
         const HxDbTreeNode& node = *walker.current();
-        if (openAs<HxDbObject>(node.getTreeNodeValue()) == nullptr) {
-            const char* name = node.getName();
-            runReport().passedOver(node.getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
-                                   "it cannot be opened");
+        if (objectOfNode(&node) == nullptr) {
+            reportLeftOutNode(node, "object", "it cannot be opened");
         }
     }
 }
@@ -108,7 +107,7 @@ private:
     bool writeObject(const HxDbSmrtlnEntity& object) {
         if (getObjectPrimaries(&object, shape_.list()) != Hext::eOk) {
             if (!isMarkOnly(object) && !hasNoPlace(object)) {
-                passOver(object, "object", "it has no shape");
+                reportLeftOut(&object, "object", "it has no shape");
             }
             return true;
         }

@@ -1,9 +1,9 @@
 #include "navisworks/geometry/shape_streamer.h"
 
 #include "navisworks/geometry/node.h"
-#include "navisworks/passed_over.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "tolmar/brep.h"
 
@@ -94,7 +94,7 @@ void ShapeStreamer::addShape(const HxDbSmrtlnEntity& object, LiNwcGroup group) {
     color_ = objectColor(object);
     HextPrimaryView shape;
     if (viewPrimaries(&object, shape, true, true) != Hext::eOk) {
-        reportPassedOver(&object, "object", "it has no shape");
+        reportLeftOut(&object, "object", "it has no shape");
         return;
     }
     const HextPrimary* const unwanted = unwantedText(shape);
@@ -239,7 +239,7 @@ void ShapeStreamer::streamFaces(const TlDbSurface& surface) {
 }
 
 void ShapeStreamer::report(const std::string& why) const {
-    reportPassedOver(object_, "primitive", why);
+    reportLeftOut(object_, "primitive", why);
 }
 
 }  // namespace nv

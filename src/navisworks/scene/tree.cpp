@@ -1,13 +1,12 @@
 #include "navisworks/scene/tree.h"
 
 #include "exportbase/child_chain.h"
-#include "navisworks/passed_over.h"
 #include "navisworks/scene/grid_system.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <vector>
 
@@ -35,26 +34,19 @@ OwnedGroup namedGroup(const HxDbObject& object, const char* otherwise) {
     return group;
 }
 
-void reportUnopened(const HxDbTreeNode* node) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node",
-                                   "its object cannot be opened");
-}
-
 // What stands below a zone goes with the zone. What stands above all zones, or under a site that is not selected, has
 // no place.
 void reportHomeless(const HxDbObject& object, const HxDbTreeNode* node) {
-    const HxDbTreeNode* parent = node->getParent();
-    const HxDbObject* above = parent != nullptr ? openAs<HxDbObject>(parent->getTreeNodeValue()) : nullptr;
+    const HxDbObject* above = objectOfNode(node->getParent());
     if (above != nullptr && (above->isKindOf(HextSite::desc()) || above->isKindOf(HextWorld::desc()))) {
-        reportPassedOver(&object, "node", "it stands in no selected site and zone");
+        reportLeftOut(&object, "node", "it stands in no selected site and zone");
     }
 }
 
 void reportRest(const HxDbTreeNode* failed, const SceneTree::Selection& selection) {
     for (const HxDbTreeNode* node = failed->getBrother(); node != nullptr; node = node->getBrother()) {
-        if (isSelected(node, selection)) {
-            reportPassedOver(openAs<HxDbObject>(node->getTreeNodeValue()), "node", endedLevel);
+        if (isChecked(selection, node)) {
+            reportLeftOut(objectOfNode(node), "node", endedLevel);
         }
     }
 }
@@ -73,11 +65,11 @@ void SceneTree::addDataTree(LiNwcScene scene, HxDbTreeNode* root, const Selectio
 
 void SceneTree::visit(HxDbTreeNode* node, Tree& tree, const std::string& shortName) {
     steps_.visit();
-    HxDbObject* object = openAs<HxDbObject>(node->getTreeNodeValue(), 2);
+    HxDbObject* object = objectOfNode(node);
     if (object == nullptr) {
         // The dialog has no item for such a node.
-        if (node->getParent() == nullptr || isSelected(node->getParent(), tree.selection)) {
-            reportUnopened(node);
+        if (node->getParent() == nullptr || isChecked(tree.selection, node->getParent())) {
+            reportLeftOutNode(*node, "node", "its object cannot be opened");
         }
         return;
     }
@@ -85,7 +77,7 @@ void SceneTree::visit(HxDbTreeNode* node, Tree& tree, const std::string& shortNa
     if (isWorld) {
         setName(tree.group.get(), shortName);
     }
-    if (!isWorld && isSelected(node, tree.selection)) {
+    if (!isWorld && isChecked(tree.selection, node)) {
         addSelected(object, node, tree);
     }
 }
@@ -155,7 +147,7 @@ void SceneTree::addDirectoryChildren(HxDbTreeNode* directoryNode, LiNwcGroup par
     hxcad::hextPrintf("\nOpen ObjId:%lld Fail", static_cast<long long>(failed->getTreeNodeValue().toInt()));
     reportRest(failed, selection);
     for (const auto& entry : level.waiting) {
-        reportPassedOver(openAs<HxDbObject>(entry.first), "node", "an object behind it cannot be opened");
+        reportLeftOut(openAs<HxDbObject>(entry.first), "node", "an object behind it cannot be opened");
     }
 }
 
@@ -164,10 +156,10 @@ const HxDbTreeNode* SceneTree::addChildren(const HxDbTreeNode* node, Level& leve
         return nullptr;
     }
     for (HxDbTreeNode* child = node->getSon(); child != nullptr; child = child->getBrother()) {
-        if (!isSelected(child, level.selection)) {
+        if (!isChecked(level.selection, child)) {
             continue;
         }
-        HxDbObject* object = openAs<HxDbObject>(child->getTreeNodeValue(), 2);
+        HxDbObject* object = objectOfNode(child);
         if (object == nullptr) {
             return child;
         }
@@ -205,7 +197,7 @@ void SceneTree::addDirectory(const HxDbObject& object, HxDbTreeNode* node, const
 bool SceneTree::isEnteredAgain(const HxDbObject& object, const HxDbTreeNode* node) {
     const bool isNew = entered_.insert(node->objectId()).second;
     if (!isNew) {
-        reportPassedOver(&object, "tree", "the directory stands in the tree a second time");
+        reportLeftOut(&object, "tree", "the directory stands in the tree a second time");
     }
     return !isNew;
 }
@@ -227,8 +219,7 @@ void SceneTree::addSortedManagers(const Level& level) {
         if (object != nullptr) {
             managers_.addManager(object, entry->second, level.parentGroup, level.selection);
         } else {
-            tolmar::runReport().passedOver(id.toInt(), "", "node",
-                                           "sortTreeNodes gives it, but no manager has this id");
+            reportLeftOut({id, "", "node"}, "sortTreeNodes gives it, but no manager has this id");
         }
     }
 }
