@@ -4,9 +4,7 @@
 #include "eem/file.h"
 #include "platform/primitives.h"
 
-#include <array>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace eem {
@@ -35,16 +33,9 @@ public:
 
 private:
     const char* encode(const HextPrimary& primitive, const ObjectColor& color);
-    std::int32_t wordOf(std::int64_t code);
 
     EemFile& file_;
     std::vector<LeftOut> leftOut_;
-    // Colour words of the codes met last, each at a place of its own among these.
-    struct KnownWord {
-        std::int64_t code = std::numeric_limits<std::int64_t>::min();
-        std::int32_t word = 0;
-    };
-    std::array<KnownWord, 64> words_{};
 };
 
 }  // namespace eem
