@@ -37,7 +37,7 @@ runOne() {
         --report report.json "$@" >stdout 2>stderr) || status=$?
     echo "$status" >"$work/run/status"
     find "$work/run" \( -name '*.log' -o -name stderr \) \
-        -exec sed -i -E 's/\[[0-9]{4}(\.[0-9]{2}){2} [^]]*\]/[time]/; s/^[0-9]+\.[0-9]{6}s$/[seconds]/' {} +
+        -exec sed -i -E 's/\[[0-9]{4}(\.[0-9]{2}){2} [^]]*\]/[time]/; s/^[0-9]+\.[0-9]{6}s/[seconds]/' {} +
     mv "$work/run" "$work/$build"
 }
 

@@ -1,8 +1,8 @@
 #include "eem/content.h"
 
 #include "eem/color.h"
+#include "exportbase/left_out_shapes.h"
 #include "exportbase/object_properties.h"
-#include "exportbase/smart_object.h"
 #include "platform/kvparams.h"
 #include "platform/left_out.h"
 #include "platform/smrtln.h"
@@ -22,12 +22,12 @@ constexpr char paperTag[] = "PNA:";
 constexpr char idTag[] = "OBJID:";
 constexpr char shapeTag[] = "GEO:";
 
-const TreeLevel worldLevel{HextWorld::desc(), 3, ""};
-const TreeLevel siteLevel{HextSite::desc(), 2, "ORNA_SITE"};
-const TreeLevel zoneLevel{HextZone::desc(), 1, "ORNA_ZONE"};
-const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDirectory::desc(), 1, "ORNA_ZONEDIR"}};
-const TreeLevel paperLevels[] = {
-    worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
+constexpr TreeLevel modelLevels[] = {treelevels::world, treelevels::site, treelevels::zone, treelevels::directory};
+constexpr TreeLevel paperLevels[] = {treelevels::world,
+                                     {&HextItem::classRecord, 2, "ORNA_ITEM"},
+                                     {&HextUnit::classRecord, 2, "ORNA_UNIT"},
+                                     treelevels::site,
+                                     treelevels::zone};
 
 // More than the head of a block takes beside the name.
 constexpr std::size_t headRoom = 64;
@@ -39,16 +39,6 @@ char* writeBlockHead(EemFile& file, const char (&tag)[size], std::string_view na
     char* at = file.room(headRoom + name.size());
     at = putString(putTag(at, tag), name);
     return putInt64(putTag(at, idTag), object.objectId().toInt());
-}
-
-// An object without a colour of its own takes `color` when it is a component of a pipe.
-ObjectColor colorOf(const HxDbSmrtlnEntity& object, int color) {
-    const bool isComponent = object.isKindOf(HxDbTubeModelSpec::desc());
-    const bool isPipe = object.isKindOf(HxDbPipeSpec::desc());
-    const bool isFitting = isComponent && !isPipe && !smrtln::isValve(&object);
-    const int own = object.getColorIdx();
-    const std::int64_t index = own == 0 && isComponent ? color : own;
-    return {index + (isFitting ? inverseCode : 0), isPipe};
 }
 
 }  // namespace
@@ -74,41 +64,24 @@ std::string_view Output::nameOf(const HxDbObject& object) {
 }
 
 void Output::addMember(const HxDbObject& object, std::string_view name) {
-    const std::int64_t id = object.objectId().toInt();
-    if (!asksNames_ && !asksProperties_) {
-        side_.addObject(id, plainMembers(object));
-        return;
+    side_.beginObject(object.objectId().toInt());
+    side_.beginObject("attr");
+    if (asksProperties_) {
+        addProperties(object);
     }
-    side_.beginObject(id);
-    writeMembers(side_, object, name);
+    side_.endObject();
+    side_.addText("cls", object.isA()->name());
+    side_.addText("name", name);
     side_.endObject();
 }
 
-// Without a script they depend on the class alone.
-const std::string& Output::plainMembers(const HxDbObject& object) {
-    const auto at = std::find_if(plain_.begin(), plain_.end(),
-                                 [&object](const PlainMembers& known) { return known.type == object.isA(); });
-    if (at != plain_.end()) {
-        return at->text;
-    }
-    JsonSideFile side(2);
-    writeMembers(side, object, namelessName);
-    return plain_.emplace_back(PlainMembers{object.isA(), side.members()}).text;
-}
-
-void Output::writeMembers(JsonSideFile& side, const HxDbObject& object, std::string_view name) {
-    side.beginObject("attr");
-    if (asksProperties_) {
-        getObjectProperties(object.objectId(), properties_);
-    }
+void Output::addProperties(const HxDbObject& object) {
+    getObjectProperties(object.objectId(), properties_);
     for (const KVParams& property : properties_) {
         value_.clear();
         appendKvText(value_, property);
-        side.addText(propertyKey(&object, property.key), value_);
+        side_.addText(propertyKey(&object, property.key), value_);
     }
-    side.endObject();
-    side.addText("cls", object.isA()->name());
-    side.addText("name", name);
 }
 
 // ------------------------------------------------------------------------------------------------------- the model
@@ -121,12 +94,12 @@ bool ModelContent::startManager(const HxDbObject& manager) {
     return !manager.isKindOf(HextAxiss::desc());
 }
 
-bool ModelContent::isWanted(const HxDbObject& object) const {
+bool ModelContent::isLossWhenMissed(const HxDbObject& object) const {
     return isShapeObject(object) || object.isKindOf(HextManager::desc());
 }
 
 // Managers stand in zones, directories and other managers, objects below managers.
-bool ModelContent::isPlace(const HxDbObject& object, const HxDbObject* parent) const {
+bool ModelContent::isReachedBelow(const HxDbObject* parent, const HxDbObject& object) const {
     if (parent == nullptr) {
         return false;
     }
@@ -155,13 +128,13 @@ void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
         return;
     }
     const std::string_view name = output_.nameOf(object);
-    writeBlock(object, colorOf(object, color), name);
+    writeBlock(object, objectColor(object, colorIndexOf(object, color)), name);
     output_.addMember(object, name);
 }
 
 // Welds and stops are no losses.
 void ModelContent::passOver(const HxDbObject& object) const {
-    smartObject(&object);
+    reportNoSmartObject(&object);
 }
 
 void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {
@@ -200,11 +173,11 @@ bool PaperContent::startManager(const HxDbObject& manager) {
     return true;
 }
 
-bool PaperContent::isWanted(const HxDbObject& object) const {
+bool PaperContent::isLossWhenMissed(const HxDbObject& object) const {
     return object.isKindOf(HextPIDPaperManager::desc());
 }
 
-bool PaperContent::isPlace(const HxDbObject&, const HxDbObject* parent) const {
+bool PaperContent::isReachedBelow(const HxDbObject* parent, const HxDbObject&) const {
     return parent != nullptr && parent->isKindOf(HextZone::desc());
 }
 

@@ -8,7 +8,6 @@
 
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <type_traits>
 
 // A record is, for a solid,  int code, fields, int handedness, int colour word  and for a line  int 20, fields, int
@@ -336,15 +335,6 @@ const auto rowsByClass = [] {
     }
     return rows;
 }();
-
-std::int64_t materialCode(const HextPrimary3D& solid, const ObjectColor& color) {
-    std::int64_t code = color.baseCode;
-    if (solid.getMaterial() != nullptr && std::strcmp(solid.getMaterial(), obstructionMaterial) == 0) {
-        code += obstructionCode;
-    }
-    const bool isForeign = color.isPipe && !solid.isKindOf(HextCylinder3D::desc());
-    return isForeign && code < inverseCode ? code + inverseCode : code;
-}
 
 }  // namespace
 

@@ -2,18 +2,13 @@
 #pragma once
 
 #include "eem/file.h"
+#include "exportbase/material_code.h"
 #include "platform/primitives.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace eem {
-
-// The colour of an object's primitives.
-struct ObjectColor {
-    std::int64_t baseCode = 0;  // material code of a plain primitive
-    bool isPipe = false;        // everything but the pipe's cylinders goes out in the inverse colour
-};
 
 // A primitive without a record, and why.
 struct LeftOut {

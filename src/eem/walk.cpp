@@ -33,17 +33,11 @@ bool isTreePart(const HxDbObject* object) {
     return object->isKindOf(HextNameNode::desc());
 }
 
-const TreeLevel* levelOf(std::span<const TreeLevel> levels, const HxDbObject& object) {
-    const auto at = std::find_if(levels.begin(), levels.end(),
-                                 [&object](const TreeLevel& level) { return object.isKindOf(level.type); });
-    return at != levels.end() ? &*at : nullptr;
-}
-
 }  // namespace
 
 TreeWalk::TreeWalk(Content& content)
     : content_(content), selectedNodes_(ExportDataDlg::selectedNodes()),
-      selectedObjects_(ExportDataDlg::selectedObjects()), bars_(content.title()) {}
+      selectedObjects_(ExportDataDlg::selectedObjects()) {}
 
 void TreeWalk::walk(HxDbTreeNode* root) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
@@ -65,7 +59,7 @@ void TreeWalk::enterNode(HxDbTreeNode* node, const HxDbObject& object) {
         reportMisplaced(node, object);
         return;
     }
-    bars_.enter(*level, object);
+    bars_.enter(*level, object, content_.title());
     if (level->type == HextSite::desc()) {
         bars_.startSite(checkChildChain(node).count);
     } else if (level->type == HextZone::desc()) {
@@ -173,7 +167,7 @@ void TreeWalk::reportGrid(const HxDbTreeNode* node, const HxDbObject& grid) cons
 void TreeWalk::reportRest(const HxDbObject& manager, std::size_t from) const {
     for (std::size_t i = from; i < objects_.size() && manager.isKindOf(HextManager::desc()); ++i) {
         const HxDbObject& object = *objects_[i];
-        const bool isLost = isShapeObject(object) && content_.isWanted(object);
+        const bool isLost = isShapeObject(object) && content_.isLossWhenMissed(object);
         if (isLost && selectedObjects_.contains(object.objectId())) {
             reportLeftOut(&object, "object", "an object before it in its manager was not selected");
         }
@@ -187,7 +181,8 @@ void TreeWalk::reportMisplaced(const HxDbTreeNode* node, const HxDbObject& objec
         lastParent_ = parent;
         lastParentObject_ = objectOfNode(parent);
     }
-    if (content_.isWanted(object) && !content_.isPlace(object, lastParentObject_) && isChecked(selectedNodes_, node)) {
+    if (content_.isLossWhenMissed(object) && !content_.isReachedBelow(lastParentObject_, object) &&
+        isChecked(selectedNodes_, node)) {
         const bool isObject = object.isKindOf(HxDbSmrtlnEntity::desc());
         reportLeftOut(&object, isObject ? "object" : "manager",
                       isObject ? "it stands under no manager" : "it stands in no zone");

@@ -1,7 +1,6 @@
 // The walk through a data tree for an EEM file: zones and directories, their managers, the objects below those.
 #pragma once
 
-#include "eem/bars.h"
 #include "eem/content.h"
 #include "frame/export_dialog.h"
 #include "platform/objects.h"

@@ -1,5 +1,6 @@
 #include "frame/export_dialog.h"
 
+#include "forms/scope_dialog.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/id_pages.h"
@@ -19,8 +20,8 @@ namespace {
 
 using tolmar::textOrEmpty;
 
-constexpr int treeId = 12581;
-constexpr int cacheId = 12587;
+using scopedialog::treeId;
+
 constexpr int clientLeft = 110;
 constexpr int rightMargin = 10;
 constexpr int formWidth = 560;
@@ -37,13 +38,16 @@ struct OptionBox {
 constexpr unsigned inMode(ExportDataDlg::Mode mode) {
     return 1U << mode;
 }
+constexpr int idOf(const char* option) {
+    return scopedialog::optionOf(option)->id;
+}
 constexpr unsigned nvOnly = inMode(ExportDataDlg::NvOut);
 constexpr unsigned weldModes = nvOnly | inMode(ExportDataDlg::RvmOut) | inMode(ExportDataDlg::HextOut);
 constexpr OptionBox optionBoxes[] = {
-    {12584, u"输出焊点", {10, 0, 100, 25}, "outWeld", weldModes},
-    {12585, u"展开分支", {10, 30, 100, 55}, "nvExpandBranch", nvOnly},
-    {12586, u"OR轴网", {10, 60, 100, 85}, "orAxiss", nvOnly},
-    {cacheId, u"刷新缓存", {10, 90, 100, 115}, "clearCache", inMode(ExportDataDlg::HextOut)},
+    {idOf(options::outWeld), u"输出焊点", {10, 0, 100, 25}, options::outWeld, weldModes},
+    {idOf(options::nvExpandBranch), u"展开分支", {10, 30, 100, 55}, options::nvExpandBranch, nvOnly},
+    {idOf(options::orAxiss), u"OR轴网", {10, 60, 100, 85}, options::orAxiss, nvOnly},
+    {idOf(options::clearCache), u"刷新缓存", {10, 90, 100, 115}, options::clearCache, inMode(ExportDataDlg::HextOut)},
 };
 
 // What the dialog leaves behind, and its table of which item shows which node.
@@ -300,7 +304,7 @@ void ExportDataDlg::clickOption(OrnLogicButton& box) {
             setOption(option.option, box.checked());
         }
     }
-    if (box.id() == cacheId && box.checked()) {
+    if (box.id() == idOf(options::clearCache) && box.checked()) {
         clearBomCache();
     }
 }

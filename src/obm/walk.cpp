@@ -1,6 +1,7 @@
 #include "obm/walk.h"
 
 #include "exportbase/child_chain.h"
+#include "frame/progress_slot.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
 #include "platform/tree_walker.h"
@@ -16,29 +17,12 @@ constexpr const char* directoryTitle = "PMODEL导出";
 
 enum Level : int { worldLevel = 0, siteLevel = 1, zoneLevel = 2, directoryLevel = 3, noLevel = 4 };
 
-// Names of records whose object has none; the world has its database's short name.
-constexpr const char* namelessRecords[] = {"", "ORNA_SITE", "ORNA_ZONE", "ORNA_ZONEDIR"};
+// By Level.
+constexpr TreeLevel levels[] = {treelevels::world, treelevels::site, treelevels::zone, treelevels::directory};
 
 Level levelOf(const HxDbObject& object) {
-    struct Row {
-        const HxRxClass* type;
-        Level level;
-    };
-    static const Row rows[] = {{HextWorld::desc(), worldLevel},
-                               {HextSite::desc(), siteLevel},
-                               {HextZone::desc(), zoneLevel},
-                               {HextZoneDirectory::desc(), directoryLevel}};
-    for (const Row& row : rows) {
-        if (object.isKindOf(row.type)) {
-            return row.level;
-        }
-    }
-    return noLevel;
-}
-
-const char* nameOf(const HxDbObject& object, const char* otherwise) {
-    const char* name = object.getDisplayName();
-    return name != nullptr ? name : otherwise;
+    const TreeLevel* level = ::levelOf(levels, object);
+    return level != nullptr ? static_cast<Level>(level - levels) : noLevel;
 }
 
 void report(const HxDbTreeNode* node, const char* why) {
@@ -56,7 +40,8 @@ void ObmWalk::walkTree(HxDbTreeNode* root, const char* shortName) {
     shortName_ = tolmar::textOrEmpty(shortName);
     world_ = nullptr;
     records_.clear();
-    progress_.fetch();
+    // Each tree has a dialog of its own.
+    progressSlot() = hxcad::getNamedPipeProgressDialog();
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
         if (!isChecked(selection_, node)) {
@@ -68,7 +53,8 @@ void ObmWalk::walkTree(HxDbTreeNode* root, const char* shortName) {
             report(node, doesNotOpen);
         }
     }
-    progress_.finish();
+    bars_.close();
+    progressSlot() = nullptr;
 }
 
 void ObmWalk::visit(HxDbTreeNode* node, HxDbObject& object) {
@@ -87,34 +73,23 @@ void ObmWalk::visit(HxDbTreeNode* node, HxDbObject& object) {
 }
 
 void ObmWalk::visitWorld(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 3);
+    bars_.enter(treelevels::world, object, title);
     addRecord(node, object, worldLevel);
 }
 
 void ObmWalk::visitSite(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 2);
-    if (progress_.barCount() >= 3) {
-        progress_.setText(nameOf(object, namelessRecords[siteLevel]), progress_.barCount() - 2);
-    }
+    bars_.enter(treelevels::site, object, title);
     addRecord(node, object, siteLevel);
 }
 
 void ObmWalk::visitZone(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 1);
-    if (progress_.barCount() >= 2) {
-        progress_.setText(nameOf(object, namelessRecords[zoneLevel]), progress_.barCount() - 1);
-    }
+    bars_.enter(treelevels::zone, object, title);
     walkZone(node, addRecord(node, object, zoneLevel));
-    if (progress_.barCount() >= 2) {
-        progress_.setBar(++zonesDone_, zonesOfSite_, progress_.barCount() - 2);
-    }
+    bars_.zoneDone();
 }
 
 void ObmWalk::visitDirectory(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(directoryTitle, 1);
-    if (progress_.barCount() >= 2) {
-        progress_.setText(nameOf(object, namelessRecords[directoryLevel]), progress_.barCount() - 1);
-    }
+    bars_.enter(treelevels::directory, object, directoryTitle);
     walkDirectory(node, addRecord(node, object, directoryLevel));
 }
 
@@ -145,11 +120,10 @@ ObmNode& ObmWalk::addRecord(const HxDbTreeNode* node, const HxDbObject& object, 
         return *(records_[node] = world_);
     }
     if (level == siteLevel) {
-        zonesOfSite_ = checkChildChain(node).count;
-        zonesDone_ = 0;
+        bars_.startSite(checkChildChain(node).count);
     }
     ObmNode& parent = recordAbove(node, level);
-    ObmNode& record = tree_.add(parent, nameOf(object, namelessRecords[level]));
+    ObmNode& record = tree_.add(parent, nameOf(levels[level], object));
     records_[node] = &record;
     return record;
 }
@@ -192,7 +166,7 @@ void ObmWalk::walkZone(HxDbTreeNode* node, ObmNode& record) {
             report(son, doesNotOpen);
         } else if (!object->isKindOf(HextAxiss::desc())) {
             writeManager(son, *object, record);
-            progress_.setBar(done++, sons.count, progress_.barCount() - 1);
+            bars_.managerDone(done++, sons.count);
         }
         walker.skipChildren();
         walker.next();
@@ -220,17 +194,17 @@ void ObmWalk::walkDirectory(HxDbTreeNode* node, ObmNode& record) {
         if (object == nullptr) {
             report(son, doesNotOpen);
         } else if (writeInDirectory(son, *object, record)) {
-            progress_.setBar(done++, sons.count, progress_.barCount() - 1);
+            bars_.managerDone(done++, sons.count);
         }
     }
-    progress_.setBar(0, 1, progress_.barCount() - 1);
+    bars_.resetManagers();
     openDirectories_.erase(node);
 }
 
 // True for a son whose objects went into the directory's own record.
 bool ObmWalk::writeInDirectory(HxDbTreeNode* son, HxDbObject& object, ObmNode& record) {
     if (object.isKindOf(HextZoneDirectory::desc())) {
-        walkDirectory(son, tree_.add(record, nameOf(object, namelessRecords[directoryLevel])));
+        walkDirectory(son, tree_.add(record, nameOf(treelevels::directory, object)));
         return false;
     }
     if (object.isKindOf(HextAxiss::desc())) {

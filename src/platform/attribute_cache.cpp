@@ -22,16 +22,20 @@ public:
     // `none` for a key that no attribute has.
     std::uint32_t find(std::string_view key) {
         const auto keys = smrtln::bomKeys();
-        while (numbers_.size() < keys.size()) {
-            numbers_.emplace(keys[numbers_.size()], static_cast<std::uint32_t>(numbers_.size()));
+        for (; known_ < keys.size(); ++known_) {
+            numbers_.emplace(keys[known_], static_cast<std::uint32_t>(known_));
         }
         const auto known = numbers_.find(key);
         return known != numbers_.end() ? known->second : none;
     }
-    void clear() { numbers_.clear(); }
+    void clear() {
+        numbers_.clear();
+        known_ = 0;
+    }
 
 private:
     tsl::robin_map<std::string_view, std::uint32_t> numbers_;
+    std::size_t known_ = 0;  // of the keys, from the first on
 };
 
 // The platform keeps the records of a list as long as the model lives, so the cache holds views, and the text forms of
@@ -149,17 +153,6 @@ void BomFields::read(const HxDbObject* object, std::span<std::string_view> out) 
         if ((found >> i & 1U) == 0) {
             out[i] = defaultValue(object, keys_[i]);
         }
-    }
-}
-
-void getBomData(HxDbObjectId id, std::vector<KVParams>& out) {
-    out.clear();
-    HxDbObject* object = nullptr;
-    if (hxdbOpenObject(id, object, 3) != Hext::eOk) {
-        return;
-    }
-    for (const smrtln::BomRecord& record : attributeCache.recordsOf(object)) {
-        out.push_back(smrtln::toKVParams(record));
     }
 }
 

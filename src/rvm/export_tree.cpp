@@ -91,7 +91,7 @@ void RvmTree::walk(Place first) {
     while (!open.empty()) {
         Place place = open.back();
         open.pop_back();
-        if (place.node == nullptr || wasMet(place.node)) {
+        if (place.node == nullptr || !enterOnce(place.node)) {
             continue;
         }
         HxDbObject* object = isSelectedForRvm(selection_, place.node) ? objectOfNode(place.node) : nullptr;
@@ -108,13 +108,13 @@ void RvmTree::walk(Place first) {
     }
 }
 
-// A node that was met before ends its row: a tree that is bent into a loop ends.
-bool RvmTree::wasMet(const HxDbTreeNode* node) {
+// False, which ends the row, for a node that was entered before: a tree that is bent into a loop ends.
+bool RvmTree::enterOnce(const HxDbTreeNode* node) {
     const bool isNew = visited_.insert(node).second;
     if (!isNew) {
         report(node, "met a second time");
     }
-    return !isNew;
+    return isNew;
 }
 
 // Gives the slot for the node's sons, null when the node has no place in the tree.
@@ -167,7 +167,7 @@ void RvmTree::reportRest(const Place& place) {
         return;
     }
     HxDbTreeNode* node = place.node->getBrother();
-    for (; node != nullptr && !wasMet(node); node = node->getBrother()) {
+    for (; node != nullptr && enterOnce(node); node = node->getBrother()) {
         report(node, "behind a node without a place at the head of its row");
     }
 }

@@ -1,6 +1,6 @@
 #include "xdb/export.h"
 
-#include "exportbase/smart_object.h"
+#include "exportbase/left_out_shapes.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
@@ -94,8 +94,10 @@ public:
         progressSlot()->openProgress(progressRange, "提取模型数据:", 0);
         for (std::size_t i = 0; i < objects.size(); ++i) {
             progressSlot()->setBar(static_cast<int>(i * 100 / objects.size()), 0);
-            const HxDbSmrtlnEntity* object = smartObject(objects[i]);
-            if (object != nullptr && !writeObject(*object)) {
+            const HxDbSmrtlnEntity* object = HxDbSmrtlnEntity::cast(objects[i]);
+            if (object == nullptr) {
+                reportNoSmartObject(objects[i]);
+            } else if (!writeObject(*object)) {
                 runReport().ended(RunOutcome::Failed, "an object's data has an error: see the message");
                 return false;
             }

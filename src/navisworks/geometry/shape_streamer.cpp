@@ -8,7 +8,6 @@
 #include "tolmar/brep.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace nv {
@@ -39,9 +38,7 @@ int paintColor(int objectColor, int primitiveColor) {
 }
 
 double opacityOf(const HextPrimary& primitive) {
-    const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
-    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
-    return material != nullptr && std::strcmp(material, obstructionMaterial) == 0 ? obstructionOpacity : opaque;
+    return isObstruction(primitive) ? obstructionOpacity : opaque;
 }
 
 // Takes entities over from a list of plain pointers.

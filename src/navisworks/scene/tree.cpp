@@ -1,6 +1,7 @@
 #include "navisworks/scene/tree.h"
 
 #include "exportbase/child_chain.h"
+#include "frame/tree_bars.h"
 #include "navisworks/scene/grid_system.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
@@ -14,10 +15,6 @@ namespace nv {
 
 namespace {
 
-constexpr const char* worldName = "ORNA_WORLD";
-constexpr const char* siteName = "ORNA_SITE";
-constexpr const char* zoneName = "ORNA_ZONE";
-constexpr const char* directoryName = "ORNA_ZONEDIR";
 constexpr const char* endedLevel = "an object before it cannot be opened";
 
 bool hasName(const HxDbObject& object) {
@@ -28,9 +25,9 @@ void setName(LiNwcGroup group, const std::string& name) {
     LiNwcNodeSetName(group, tolmar::toWide(name).c_str());
 }
 
-OwnedGroup namedGroup(const HxDbObject& object, const char* otherwise) {
+OwnedGroup namedGroup(const HxDbObject& object, const TreeLevel& level) {
     OwnedGroup group(LiNwcGroupCreate());
-    setName(group.get(), hasName(object) ? object.getDisplayName() : otherwise);
+    setName(group.get(), hasName(object) ? object.getDisplayName() : level.nameless);
     return group;
 }
 
@@ -84,7 +81,7 @@ void SceneTree::visit(HxDbTreeNode* node, Tree& tree, const std::string& shortNa
 
 void SceneTree::addSelected(HxDbObject* object, HxDbTreeNode* node, Tree& tree) {
     if (node == tree.root) {
-        setName(tree.group.get(), worldName);
+        setName(tree.group.get(), treelevels::world.nameless);
     }
     if (object->isKindOf(HextSite::desc())) {
         addSite(*object, node, tree);
@@ -98,7 +95,7 @@ void SceneTree::addSelected(HxDbObject* object, HxDbTreeNode* node, Tree& tree) 
 }
 
 void SceneTree::addSite(const HxDbObject& object, const HxDbTreeNode* node, Tree& tree) {
-    OwnedGroup group = namedGroup(object, siteName);
+    OwnedGroup group = namedGroup(object, treelevels::site);
     LiNwcGroupAddNode(tree.group.get(), group.get());
     tree.sites[node->objectId()] = std::move(group);
 }
@@ -113,7 +110,7 @@ void SceneTree::addBelowSite(const HxDbObject& object, HxDbTreeNode* node, Tree&
     }
     const bool isZone = object.isKindOf(HextZone::desc());
     entered_.insert(node->objectId());
-    const OwnedGroup group = namedGroup(object, isZone ? zoneName : directoryName);
+    const OwnedGroup group = namedGroup(object, isZone ? treelevels::zone : treelevels::directory);
     LiNwcGroupAddNode(site != tree.sites.end() ? site->second.get() : tree.group.get(), group.get());
     const auto addAll = isZone ? &SceneTree::addZoneChildren : &SceneTree::addDirectoryChildren;
     (this->*addAll)(node, group.get(), tree.scene, tree.selection);
@@ -185,21 +182,21 @@ void SceneTree::addChild(HxDbObject* object, HxDbTreeNode* node, Level& level) {
 }
 
 void SceneTree::addDirectory(const HxDbObject& object, HxDbTreeNode* node, const Level& level) {
-    if (isEnteredAgain(object, node)) {
+    if (!enterOnce(object, node)) {
         return;
     }
-    const OwnedGroup group = namedGroup(object, directoryName);
+    const OwnedGroup group = namedGroup(object, treelevels::directory);
     addDirectoryChildren(node, group.get(), level.scene, level.selection);
     LiNwcGroupAddNode(level.parentGroup, group.get());
 }
 
-// A directory below itself has no end.
-bool SceneTree::isEnteredAgain(const HxDbObject& object, const HxDbTreeNode* node) {
+// False for a node that was entered before: a directory below itself has no end.
+bool SceneTree::enterOnce(const HxDbObject& object, const HxDbTreeNode* node) {
     const bool isNew = entered_.insert(node->objectId()).second;
     if (!isNew) {
         reportLeftOut(&object, "tree", "the directory stands in the tree a second time");
     }
-    return !isNew;
+    return isNew;
 }
 
 // Ids that the script leaves out stand in the run report already.

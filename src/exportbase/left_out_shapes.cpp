@@ -1,10 +1,17 @@
-#include "exportbase/left_out_primitives.h"
+#include "exportbase/left_out_shapes.h"
 
 #include "platform/left_out.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
+
+void reportNoSmartObject(const HxDbObject* object) {
+    const bool isSmart = object != nullptr && object->isKindOf(HxDbSmrtlnEntity::desc());
+    if (object != nullptr && !isSmart && !object->isKindOf(HextNameNode::desc())) {
+        reportLeftOut(object, "object", "it is no smart object");
+    }
+}
 
 void LeftOutPrimitives::add(const HextPrimary& primitive, const char* why) {
     const auto row = std::find_if(rows_.begin(), rows_.end(), [&primitive, why](const Row& r) {
