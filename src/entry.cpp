@@ -10,6 +10,7 @@
 #include "rvm/command.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 #include "xdb/export.h"
 
 #include <cstdint>
@@ -70,7 +71,7 @@ TESSARO_EXPORT void CopyDesignAndDwg(const char* targetFolder) {
     try {
         const std::string item = HextSystem::getCurrentDesignItem("CurSelDatabase", false);
         const std::string source = std::string(HextSystem::getCurrentProjPath()) + "\\" + item;
-        tolmar::copyFile(source, std::string(targetFolder != nullptr ? targetFolder : "") + "\\" + item);
+        tolmar::copyFile(source, std::string(tolmar::textOrEmpty(targetFolder)) + "\\" + item);
     } catch (...) {
         return;
     }

@@ -1,6 +1,7 @@
 #include "eem/color.h"
 
 #include "exportbase/color_table.h"
+#include "exportbase/material_code.h"
 
 #include <algorithm>
 #include <limits>

@@ -6,6 +6,8 @@
 #include "frame/export_dialog.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
+#include "platform/tree_walker.h"
 #include "tolmar/file.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
@@ -26,30 +28,15 @@ void tell(const char* text) {
     tolmar::messageBox(text, "提示");
 }
 
-// A model without data has said so itself.
-bool askScope() {
-    if (ExportDataDlg(ExportDataDlg::OrnaOut, true).DoModal() == OrnLogicForm::ResultOk &&
-        !ExportDataDlg::selectedNodes().empty()) {
-        return true;
-    }
-    if (hxcom::getDataManTreeRoot() != nullptr) {
-        runReport().ended(RunOutcome::Cancelled, "nothing was selected");
-    }
-    return false;
-}
-
 void writeTrees(Content& content) {
-    if (!askScope()) {
+    if (!askScope(ExportDataDlg::OrnaOut)) {
         return;
     }
     content.writeHeader();
     hxcad::hextPrintf("准备输出%d个对象", static_cast<int>(ExportDataDlg::getSelectedObjectCount()));
     TreeWalk walk(content);
-    walk.walk(hxcom::getDataManTreeRoot());
-    std::vector<HxDbObject*> others;
-    hxcom::getTreeRootOfOther(others);
-    for (HxDbObject* other : others) {
-        walk.walk(HxDbTreeNode::cast(other));
+    for (HxDbTreeNode* root : dataTreeRoots()) {
+        walk.walk(root);
     }
     hxcad::hextPrintf("已经输出%d个对象", static_cast<int>(walk.objectCount()));
 }
@@ -65,7 +52,8 @@ void writeModule(EemFile& file, JsonSideFile& side) {
         PaperContent content(output);
         writeTrees(content);
     } else {
-        runReport().passedOver(module, "application module", "model", "an EEM file holds those of modules 65 and 73");
+        reportLeftOut({HxDbObjectId(module), "application module", "model"},
+                      "an EEM file holds those of modules 65 and 73");
     }
 }
 

@@ -1,14 +1,14 @@
 #include "eem/content.h"
 
 #include "eem/color.h"
+#include "exportbase/left_out_shapes.h"
 #include "exportbase/object_properties.h"
-#include "exportbase/smart_object.h"
 #include "platform/kvparams.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "scripts/node_name.h"
 #include "scripts/script_host.h"
 #include "scripts/script_presence.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <charconv>
@@ -22,12 +22,12 @@ constexpr char paperTag[] = "PNA:";
 constexpr char idTag[] = "OBJID:";
 constexpr char shapeTag[] = "GEO:";
 
-const TreeLevel worldLevel{HextWorld::desc(), 3, ""};
-const TreeLevel siteLevel{HextSite::desc(), 2, "ORNA_SITE"};
-const TreeLevel zoneLevel{HextZone::desc(), 1, "ORNA_ZONE"};
-const TreeLevel modelLevels[] = {worldLevel, siteLevel, zoneLevel, {HextZoneDirectory::desc(), 1, "ORNA_ZONEDIR"}};
-const TreeLevel paperLevels[] = {
-    worldLevel, {HextItem::desc(), 2, "ORNA_ITEM"}, {HextUnit::desc(), 2, "ORNA_UNIT"}, siteLevel, zoneLevel};
+constexpr TreeLevel modelLevels[] = {treelevels::world, treelevels::site, treelevels::zone, treelevels::directory};
+constexpr TreeLevel paperLevels[] = {treelevels::world,
+                                     {&HextItem::classRecord, 2, "ORNA_ITEM"},
+                                     {&HextUnit::classRecord, 2, "ORNA_UNIT"},
+                                     treelevels::site,
+                                     treelevels::zone};
 
 // More than the head of a block takes beside the name.
 constexpr std::size_t headRoom = 64;
@@ -41,26 +41,11 @@ char* writeBlockHead(EemFile& file, const char (&tag)[size], std::string_view na
     return putInt64(putTag(at, idTag), object.objectId().toInt());
 }
 
-// An object without a colour of its own takes `color` when it is a component of a pipe.
-ObjectColor colorOf(const HxDbSmrtlnEntity& object, int color) {
-    const bool isComponent = object.isKindOf(HxDbTubeModelSpec::desc());
-    const bool isPipe = object.isKindOf(HxDbPipeSpec::desc());
-    const bool isFitting = isComponent && !isPipe && !smrtln::isValve(&object);
-    const int own = object.getColorIdx();
-    const std::int64_t index = own == 0 && isComponent ? color : own;
-    return {index + (isFitting ? inverseCode : 0), isPipe};
-}
-
 }  // namespace
 
 bool isShapeObject(const HxDbObject& object) {
     return object.isKindOf(HxDbSmrtlnEntity::desc()) && !object.isKindOf(HxDbTubeWeld::desc()) &&
            !object.isKindOf(HxDbTubeStop::desc());
-}
-
-void reportLeftOut(const HxDbObject& object, const char* what, const char* why) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
 }
 
 // A script that loads is asked even for functions that it has not: each such call says so on the command line.
@@ -79,41 +64,24 @@ std::string_view Output::nameOf(const HxDbObject& object) {
 }
 
 void Output::addMember(const HxDbObject& object, std::string_view name) {
-    const std::int64_t id = object.objectId().toInt();
-    if (!asksNames_ && !asksProperties_) {
-        side_.addObject(id, plainMembers(object));
-        return;
+    side_.beginObject(object.objectId().toInt());
+    side_.beginObject("attr");
+    if (asksProperties_) {
+        addProperties(object);
     }
-    side_.beginObject(id);
-    writeMembers(side_, object, name);
+    side_.endObject();
+    side_.addText("cls", object.isA()->name());
+    side_.addText("name", name);
     side_.endObject();
 }
 
-// Without a script they depend on the class alone.
-const std::string& Output::plainMembers(const HxDbObject& object) {
-    const auto at = std::find_if(plain_.begin(), plain_.end(),
-                                 [&object](const PlainMembers& known) { return known.type == object.isA(); });
-    if (at != plain_.end()) {
-        return at->text;
-    }
-    JsonSideFile side(2);
-    writeMembers(side, object, namelessName);
-    return plain_.emplace_back(PlainMembers{object.isA(), side.members()}).text;
-}
-
-void Output::writeMembers(JsonSideFile& side, const HxDbObject& object, std::string_view name) {
-    side.beginObject("attr");
-    if (asksProperties_) {
-        getObjectProperties(object.objectId(), properties_);
-    }
+void Output::addProperties(const HxDbObject& object) {
+    getObjectProperties(object.objectId(), properties_);
     for (const KVParams& property : properties_) {
         value_.clear();
         appendKvText(value_, property);
-        side.addText(propertyKey(&object, property.key), value_);
+        side_.addText(propertyKey(&object, property.key), value_);
     }
-    side.endObject();
-    side.addText("cls", object.isA()->name());
-    side.addText("name", name);
 }
 
 // ------------------------------------------------------------------------------------------------------- the model
@@ -126,12 +94,12 @@ bool ModelContent::startManager(const HxDbObject& manager) {
     return !manager.isKindOf(HextAxiss::desc());
 }
 
-bool ModelContent::isWanted(const HxDbObject& object) const {
+bool ModelContent::isLossWhenMissed(const HxDbObject& object) const {
     return isShapeObject(object) || object.isKindOf(HextManager::desc());
 }
 
 // Managers stand in zones, directories and other managers, objects below managers.
-bool ModelContent::isPlace(const HxDbObject& object, const HxDbObject* parent) const {
+bool ModelContent::isReachedBelow(const HxDbObject* parent, const HxDbObject& object) const {
     if (parent == nullptr) {
         return false;
     }
@@ -144,12 +112,12 @@ bool ModelContent::isPlace(const HxDbObject& object, const HxDbObject* parent) c
 
 bool ModelContent::takeShape(const HxDbSmrtlnEntity& object) {
     if (object.isKindOf(HxDbAcadSerialObject::desc())) {
-        reportLeftOut(object, "object", "host content has no place in an EEM file");
+        reportLeftOut(&object, "object", "host content has no place in an EEM file");
         return false;
     }
     const Hext::ErrorStatus status = viewPrimaries(&object, shape_, false, false);
     if (status != Hext::eOk) {
-        reportLeftOut(object, "object",
+        reportLeftOut(&object, "object",
                       status == eNotWanted ? "bolts have no place in an EEM file" : "it has no shape");
     }
     return status == Hext::eOk;
@@ -160,13 +128,13 @@ void ModelContent::writeObject(const HxDbSmrtlnEntity& object, int color) {
         return;
     }
     const std::string_view name = output_.nameOf(object);
-    writeBlock(object, colorOf(object, color), name);
+    writeBlock(object, objectColor(object, colorIndexOf(object, color)), name);
     output_.addMember(object, name);
 }
 
 // Welds and stops are no losses.
 void ModelContent::passOver(const HxDbObject& object) const {
-    smartObject(&object);
+    reportNoSmartObject(&object);
 }
 
 void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor& color, std::string_view name) {
@@ -185,7 +153,7 @@ void ModelContent::writeBlock(const HxDbSmrtlnEntity& object, const ObjectColor&
 
 void ModelContent::reportPrimitives(const HxDbSmrtlnEntity& object) const {
     for (const LeftOut& item : encoder_.leftOut()) {
-        reportLeftOut(object, "primitive", (item.primitive->isA()->name() + std::string(": ") + item.why).c_str());
+        reportLeftOut(&object, "primitive", item.primitive->isA()->name() + std::string(": ") + item.why);
     }
 }
 
@@ -205,11 +173,11 @@ bool PaperContent::startManager(const HxDbObject& manager) {
     return true;
 }
 
-bool PaperContent::isWanted(const HxDbObject& object) const {
+bool PaperContent::isLossWhenMissed(const HxDbObject& object) const {
     return object.isKindOf(HextPIDPaperManager::desc());
 }
 
-bool PaperContent::isPlace(const HxDbObject&, const HxDbObject* parent) const {
+bool PaperContent::isReachedBelow(const HxDbObject* parent, const HxDbObject&) const {
     return parent != nullptr && parent->isKindOf(HextZone::desc());
 }
 

@@ -1,10 +1,10 @@
 // What an EEM file holds of a tree, by module: the shapes of objects, or the papers of P&ID.
 #pragma once
 
-#include "eem/bars.h"
 #include "eem/file.h"
 #include "eem/primitives.h"
 #include "exportbase/json_side_file.h"
+#include "frame/tree_bars.h"
 #include "platform/objects.h"
 #include "platform/param_list.h"
 #include "platform/primaries.h"
@@ -17,9 +17,6 @@ namespace eem {
 
 // A smart object with a shape of its own: no weld and no stop.
 bool isShapeObject(const HxDbObject& object);
-
-// Tells the run report of an object that is left out, under its own name.
-void reportLeftOut(const HxDbObject& object, const char* what, const char* why);
 
 // The two files of an export, which belong to the caller and outlive this object.
 class Output {
@@ -34,13 +31,7 @@ public:
     void addMember(const HxDbObject& object, std::string_view name);
 
 private:
-    // The members of an object of a class that no script was asked for.
-    struct PlainMembers {
-        const HxRxClass* type;
-        std::string text;
-    };
-    const std::string& plainMembers(const HxDbObject& object);
-    void writeMembers(JsonSideFile& side, const HxDbObject& object, std::string_view name);
+    void addProperties(const HxDbObject& object);
 
     EemFile& file_;
     JsonSideFile& side_;
@@ -49,7 +40,6 @@ private:
     std::string name_;
     ParamList properties_;
     std::string value_;
-    std::vector<PlainMembers> plain_;
 };
 
 class Content {
@@ -66,10 +56,10 @@ public:
     virtual void writeObject(const HxDbSmrtlnEntity& object, int color) = 0;
     // An object of the walk that has no shape of its own.
     virtual void passOver(const HxDbObject& object) const = 0;
-    // Whether an object goes out when it stands in the right place, and whether below `parent`, which may be null, is
-    // such a place.
-    virtual bool isWanted(const HxDbObject& object) const = 0;
-    virtual bool isPlace(const HxDbObject& object, const HxDbObject* parent) const = 0;
+    // For the run report: whether an object is a loss when the walk does not come to it, and whether the walk does come
+    // to an object below `parent`, which may be null.
+    virtual bool isLossWhenMissed(const HxDbObject& object) const = 0;
+    virtual bool isReachedBelow(const HxDbObject* parent, const HxDbObject& object) const = 0;
     // Title of the dialog, and the levels of the tree that show in it.
     virtual const char* title() const = 0;
     virtual std::span<const TreeLevel> levels() const = 0;
@@ -86,8 +76,8 @@ public:
     bool startManager(const HxDbObject& manager) override;
     void writeObject(const HxDbSmrtlnEntity& object, int color) override;
     void passOver(const HxDbObject& object) const override;
-    bool isWanted(const HxDbObject& object) const override;
-    bool isPlace(const HxDbObject& object, const HxDbObject* parent) const override;
+    bool isLossWhenMissed(const HxDbObject& object) const override;
+    bool isReachedBelow(const HxDbObject* parent, const HxDbObject& object) const override;
     const char* title() const override { return "导出REVIT"; }
     std::span<const TreeLevel> levels() const override;
 
@@ -109,8 +99,8 @@ public:
     bool startManager(const HxDbObject& manager) override;
     void writeObject(const HxDbSmrtlnEntity&, int) override {}
     void passOver(const HxDbObject&) const override {}
-    bool isWanted(const HxDbObject& object) const override;
-    bool isPlace(const HxDbObject& object, const HxDbObject* parent) const override;
+    bool isLossWhenMissed(const HxDbObject& object) const override;
+    bool isReachedBelow(const HxDbObject* parent, const HxDbObject& object) const override;
     const char* title() const override { return "导出数据"; }
     std::span<const TreeLevel> levels() const override;
 

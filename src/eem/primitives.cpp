@@ -4,10 +4,10 @@
 #include "eem/little_endian.h"
 #include "tolmar/ge.h"
 
-#include <array>
+#include <tsl/robin_map.h>
+
 #include <bit>
-#include <cstring>
-#include <iterator>
+#include <cmath>
 #include <type_traits>
 
 // A record is, for a solid,  int code, fields, int handedness, int colour word  and for a line  int 20, fields, int
@@ -75,7 +75,7 @@ constexpr std::size_t plainSize = 192;
 constexpr const char* noRecord = "its class has no record in an EEM file";
 constexpr const char* notFinite = "a coordinate or size is not finite";
 
-// Fills in a record; the caller has made room. Its writers stand inline, so that it lives in registers.
+// Fills in a record; the caller has made room.
 class Record {
 public:
     explicit Record(char* at) : at_(at) {}
@@ -85,7 +85,7 @@ public:
     }
     Record& number(double value) {
         at_ = putDouble(at_, value);
-        carries_ |= (std::bit_cast<std::uint64_t>(value) & exponentMask) + exponentUnit;
+        isFinite_ = isFinite_ && std::isfinite(value);
         return *this;
     }
     Record& point(const HxGePoint3D& value) { return number(value.x).number(value.y).number(value.z); }
@@ -93,15 +93,11 @@ public:
     Record& vertex(const HextVertex& value) { return integer(value.kind).point(value.point); }
 
     char* end() const { return at_; }
-    bool isFinite() const { return carries_ >> 63U == 0; }
+    bool isFinite() const { return isFinite_; }
 
 private:
-    // All bits of the exponent are set in infinite numbers and NaN: one more carries into the place of the sign.
-    static constexpr std::uint64_t exponentMask = 0x7FF0000000000000;
-    static constexpr std::uint64_t exponentUnit = 0x0010000000000000;
-
     char* at_;
-    std::uint64_t carries_ = 0;
+    bool isFinite_ = true;
 };
 
 void writeCylinder(const HextCylinder3D& solid, Record& record) {
@@ -147,12 +143,10 @@ std::size_t listSize(const HextVertexList* list) {
 }
 
 void writeVertices(const HextVertexList* list, Record& record) {
-    Record own = record;
-    own.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
+    record.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
     for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
-        own.vertex((*list)[i]);
+        record.vertex((*list)[i]);
     }
-    record = own;
 }
 
 std::size_t revolutionSize(const HextRevolve& solid) {
@@ -204,12 +198,10 @@ std::size_t extrusionSize(const HextSpolygon& solid) {
 }
 
 void writeMapped(const HextVertexList* list, const PlaneFrame& frame, Record& record) {
-    Record own = record;
-    own.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
+    record.integer(list != nullptr ? static_cast<std::int32_t>(list->size()) : 0);
     for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
-        own.vertex(frame.toWorld((*list)[i]));
+        record.vertex(frame.toWorld((*list)[i]));
     }
-    record = own;
 }
 
 void writeExtrusion(const HextSpolygon& solid, Record& record) {
@@ -335,42 +327,14 @@ const RecordRow recordRows[] = {
     row<HextWedge3D, writeWedge>(),
 };
 
-// The rows by class. Class records lie side by side, so nearly all rows have the slot of their own.
-class RowTable {
-public:
-    RowTable() {
-        for (const RecordRow& row : recordRows) {
-            slots_[slotOf(row.type)] = &row;
-        }
+// The rows by class.
+const auto rowsByClass = [] {
+    tsl::robin_map<const TlRxClass*, const RecordRow*> rows;
+    for (const RecordRow& row : recordRows) {
+        rows.emplace(row.type, &row);
     }
-    // Null for a class without a record.
-    const RecordRow* find(const TlRxClass* type) const { return slots_[slotOf(type)]; }
-
-private:
-    static constexpr std::size_t slotCount = 64;
-    static_assert(std::size(recordRows) < slotCount);
-
-    // That of the class, or the free one where it goes.
-    std::size_t slotOf(const TlRxClass* type) const {
-        std::size_t slot = reinterpret_cast<std::uintptr_t>(type) / sizeof(std::uintptr_t) / 2 % slotCount;
-        while (slots_[slot] != nullptr && slots_[slot]->type != type) {
-            slot = (slot + 1) % slotCount;
-        }
-        return slot;
-    }
-
-    std::array<const RecordRow*, slotCount> slots_{};
-};
-const RowTable rowTable;
-
-std::int64_t materialCode(const HextPrimary3D& solid, const ObjectColor& color) {
-    std::int64_t code = color.baseCode;
-    if (solid.getMaterial() != nullptr && std::strcmp(solid.getMaterial(), obstructionMaterial) == 0) {
-        code += obstructionCode;
-    }
-    const bool isForeign = color.isPipe && !solid.isKindOf(HextCylinder3D::desc());
-    return isForeign && code < inverseCode ? code + inverseCode : code;
-}
+    return rows;
+}();
 
 }  // namespace
 
@@ -386,10 +350,11 @@ std::int32_t PrimitiveEncoder::encodeList(HextPrimaryView list, const ObjectColo
 
 // Null, or why there is no record.
 const char* PrimitiveEncoder::encode(const HextPrimary& primitive, const ObjectColor& color) {
-    const RecordRow* row = rowTable.find(primitive.isA());
-    if (row == nullptr) {
+    const auto known = rowsByClass.find(primitive.isA());
+    if (known == rowsByClass.end()) {
         return noRecord;
     }
+    const RecordRow* row = known->second;
     file_.settle();
     char* place = file_.room(row->size != nullptr ? row->size(primitive) : plainSize);
     char* end = row->write(primitive, place);
@@ -399,20 +364,12 @@ const char* PrimitiveEncoder::encode(const HextPrimary& primitive, const ObjectC
     }
     if (row->isSolid) {
         const auto& solid = static_cast<const HextPrimary3D&>(primitive);
-        end = putInt(putInt(end, solid.handedness), wordOf(materialCode(solid, color)));
+        end = putInt(putInt(end, solid.handedness), std::bit_cast<std::int32_t>(colorWord(materialCode(solid, color))));
     } else {
         end = putInt(end, static_cast<std::int32_t>(color.baseCode));
     }
     file_.endRoom(end);
     return nullptr;
-}
-
-std::int32_t PrimitiveEncoder::wordOf(std::int64_t code) {
-    KnownWord& known = words_[static_cast<std::uint64_t>(code) % words_.size()];
-    if (known.code != code) {
-        known = {code, std::bit_cast<std::int32_t>(colorWord(code))};
-    }
-    return known.word;
 }
 
 }  // namespace eem

@@ -2,20 +2,13 @@
 #pragma once
 
 #include "eem/file.h"
+#include "exportbase/material_code.h"
 #include "platform/primitives.h"
 
-#include <array>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace eem {
-
-// The colour of an object's primitives.
-struct ObjectColor {
-    std::int64_t baseCode = 0;  // material code of a plain primitive
-    bool isPipe = false;        // everything but the pipe's cylinders goes out in the inverse colour
-};
 
 // A primitive without a record, and why.
 struct LeftOut {
@@ -35,16 +28,9 @@ public:
 
 private:
     const char* encode(const HextPrimary& primitive, const ObjectColor& color);
-    std::int32_t wordOf(std::int64_t code);
 
     EemFile& file_;
     std::vector<LeftOut> leftOut_;
-    // Colour words of the codes met last, each at a place of its own among these.
-    struct KnownWord {
-        std::int64_t code = std::numeric_limits<std::int64_t>::min();
-        std::int32_t word = 0;
-    };
-    std::array<KnownWord, 64> words_{};
 };
 
 }  // namespace eem

@@ -4,23 +4,15 @@
 #include "exportbase/object_properties.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 
 namespace eem {
 
 namespace {
-
-HxDbObject* objectOf(const HxDbTreeNode* node) {
-    HxDbObject* object = nullptr;
-    return hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk ? object : nullptr;
-}
-
-std::string textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
 
 // The colour that a pipeline gives to its components; 0 for all else.
 int pipelineColor(const HxDbObject& manager) {
@@ -41,22 +33,16 @@ bool isTreePart(const HxDbObject* object) {
     return object->isKindOf(HextNameNode::desc());
 }
 
-const TreeLevel* levelOf(std::span<const TreeLevel> levels, const HxDbObject& object) {
-    const auto at = std::find_if(levels.begin(), levels.end(),
-                                 [&object](const TreeLevel& level) { return object.isKindOf(level.type); });
-    return at != levels.end() ? &*at : nullptr;
-}
-
 }  // namespace
 
 TreeWalk::TreeWalk(Content& content)
     : content_(content), selectedNodes_(ExportDataDlg::selectedNodes()),
-      selectedObjects_(ExportDataDlg::selectedObjects()), bars_(content.title()) {}
+      selectedObjects_(ExportDataDlg::selectedObjects()) {}
 
 void TreeWalk::walk(HxDbTreeNode* root) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         // The scope dialog has told of those that do not open.
-        if (const HxDbObject* object = objectOf(walker.current())) {
+        if (const HxDbObject* object = objectOfNode(walker.current())) {
             enterNode(walker.current(), *object);
         }
         if (plainManagers_.contains(walker.current())) {
@@ -73,7 +59,7 @@ void TreeWalk::enterNode(HxDbTreeNode* node, const HxDbObject& object) {
         reportMisplaced(node, object);
         return;
     }
-    bars_.enter(*level, object);
+    bars_.enter(*level, object, content_.title());
     if (level->type == HextSite::desc()) {
         bars_.startSite(checkChildChain(node).count);
     } else if (level->type == HextZone::desc()) {
@@ -88,7 +74,7 @@ void TreeWalk::enterZone(HxDbTreeNode* node) {
     const ChildChain chain = checkChildChain(node);
     std::size_t done = 0;
     for (HxDbTreeNode* son = chain.isWhole ? node->getSon() : nullptr; son != nullptr; son = son->getBrother()) {
-        const HxDbObject* manager = objectOf(son);
+        const HxDbObject* manager = objectOfNode(son);
         if (manager == nullptr) {
             continue;
         }
@@ -103,15 +89,15 @@ void TreeWalk::enterZone(HxDbTreeNode* node) {
 
 void TreeWalk::enterDirectory(HxDbTreeNode* node) {
     if (std::find(openDirectories_.begin(), openDirectories_.end(), node) != openDirectories_.end()) {
-        tolmar::runReport().passedOver(node->objectId().toInt(), textOrEmpty(node->getName()), "tree",
-                                       "the directory stands below itself");
+        reportLeftOut({node->objectId(), tolmar::textOrEmpty(node->getName()), "tree"},
+                      "the directory stands below itself");
         return;
     }
     const ChildChain chain = checkChildChain(node);
     std::size_t done = 0;
     openDirectories_.push_back(node);
     for (HxDbTreeNode* son = chain.isWhole ? node->getSon() : nullptr; son != nullptr; son = son->getBrother()) {
-        const HxDbObject* object = objectOf(son);
+        const HxDbObject* object = objectOfNode(son);
         if (object != nullptr && object->isKindOf(HextZoneDirectory::desc())) {
             enterDirectory(son);
         } else if (object != nullptr && enterDirectorySon(son, *object)) {
@@ -170,14 +156,9 @@ void TreeWalk::takeObject(const HxDbObject& object, int& color) {
     content_.writeObject(smart, color);
 }
 
-bool TreeWalk::isChecked(const HxDbTreeNode* node) const {
-    const auto at = selectedNodes_.find(node->objectId());
-    return at != selectedNodes_.end() && at->second;
-}
-
 void TreeWalk::reportGrid(const HxDbTreeNode* node, const HxDbObject& grid) const {
-    if (isChecked(node)) {
-        reportLeftOut(grid, "grid", "grids have no place in an EEM file");
+    if (isChecked(selectedNodes_, node)) {
+        reportLeftOut(&grid, "grid", "grids have no place in an EEM file");
     }
 }
 
@@ -186,9 +167,9 @@ void TreeWalk::reportGrid(const HxDbTreeNode* node, const HxDbObject& grid) cons
 void TreeWalk::reportRest(const HxDbObject& manager, std::size_t from) const {
     for (std::size_t i = from; i < objects_.size() && manager.isKindOf(HextManager::desc()); ++i) {
         const HxDbObject& object = *objects_[i];
-        const bool isLost = isShapeObject(object) && content_.isWanted(object);
+        const bool isLost = isShapeObject(object) && content_.isLossWhenMissed(object);
         if (isLost && selectedObjects_.contains(object.objectId())) {
-            reportLeftOut(object, "object", "an object before it in its manager was not selected");
+            reportLeftOut(&object, "object", "an object before it in its manager was not selected");
         }
     }
 }
@@ -198,11 +179,12 @@ void TreeWalk::reportMisplaced(const HxDbTreeNode* node, const HxDbObject& objec
     const HxDbTreeNode* parent = node->getParent();
     if (parent != lastParent_) {
         lastParent_ = parent;
-        lastParentObject_ = parent != nullptr ? objectOf(parent) : nullptr;
+        lastParentObject_ = objectOfNode(parent);
     }
-    if (content_.isWanted(object) && !content_.isPlace(object, lastParentObject_) && isChecked(node)) {
+    if (content_.isLossWhenMissed(object) && !content_.isReachedBelow(lastParentObject_, object) &&
+        isChecked(selectedNodes_, node)) {
         const bool isObject = object.isKindOf(HxDbSmrtlnEntity::desc());
-        reportLeftOut(object, isObject ? "object" : "manager",
+        reportLeftOut(&object, isObject ? "object" : "manager",
                       isObject ? "it stands under no manager" : "it stands in no zone");
     }
 }

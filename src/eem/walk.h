@@ -1,7 +1,6 @@
 // The walk through a data tree for an EEM file: zones and directories, their managers, the objects below those.
 #pragma once
 
-#include "eem/bars.h"
 #include "eem/content.h"
 #include "frame/export_dialog.h"
 #include "platform/objects.h"
@@ -33,7 +32,6 @@ private:
     bool enterDirectorySon(HxDbTreeNode* node, const HxDbObject& object);
     void enterManager(HxDbTreeNode* node, const HxDbObject& manager, int color);
     void takeObject(const HxDbObject& object, int& color);
-    bool isChecked(const HxDbTreeNode* node) const;
     void reportMisplaced(const HxDbTreeNode* node, const HxDbObject& object);
     void reportGrid(const HxDbTreeNode* node, const HxDbObject& grid) const;
     void reportRest(const HxDbObject& manager, std::size_t from) const;

@@ -1,7 +1,8 @@
 #include "exportbase/child_chain.h"
 
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
+#include "tolmar/text.h"
 
 #include <unordered_set>
 #include <vector>
@@ -17,9 +18,8 @@ void tellBrokenChain(const HxDbTreeNode* node, const HxDbTreeNode* repeated,
         hxcad::hextPrintf("%lld -->", idOf(item));
     }
     hxcad::hextPrintf("\n");
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->objectId().toInt(), name != nullptr ? name : "", "tree",
-                                   "the chain of its sons meets node " + std::to_string(idOf(repeated)) + " twice");
+    reportLeftOut({node->objectId(), tolmar::textOrEmpty(node->getName()), "tree"},
+                  "the chain of its sons meets node " + std::to_string(idOf(repeated)) + " twice");
 }
 
 // The chain of a node whose sons meet a node twice.

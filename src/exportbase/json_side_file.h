@@ -1,20 +1,18 @@
 // The JSON file that exports write beside their main file: one object at the top, whose members are objects.
 //
-// It is composed while the tree is walked and written at the end, in cJSON's formatted form. Keys and values are texts
-// in the code page and stand in the order in which they come; equal keys are not looked for.
+// It is composed while the tree is walked and written at the end, in cJSON's formatted form: a member a line, tabs for
+// the depth, a tab behind the colon. Keys and values are texts in the code page, which go out byte by byte, and stand
+// in the order in which they come; equal keys are not looked for.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 class JsonSideFile {
 public:
-    // Its members stand at this depth: 1 in a file, more in what goes into one by addObject.
-    explicit JsonSideFile(std::size_t depth = 1) : depth_(depth) {}
     // A member that is an object; what follows goes into it until its endObject. Objects may be nested.
     void beginObject(std::string_view key);
     // The same under a number.
@@ -22,10 +20,6 @@ public:
     void endObject();
     // A member that is a text.
     void addText(std::string_view key, std::string_view value);
-    // A member that is an object, from the members that another side file composed one level deeper.
-    void addObject(std::int64_t key, std::string_view members);
-    // What was composed, for addObject; every object must be closed.
-    std::string members() const;
     // Forgets everything.
     void clear();
     // Writes the file in text mode; every object must be closed. False when it could not be written whole, which the
@@ -33,25 +27,13 @@ public:
     bool write(std::string_view path) const;
 
 private:
-    // Bytes of the text, which is never copied as a whole.
-    struct Block {
-        std::unique_ptr<char[]> bytes;
-        std::size_t size = 0;
-        std::size_t used = 0;
-    };
-    // A place for this many bytes; keep() counts those that were used.
-    char* room(std::size_t size);
-    void keep(const char* end);
-    char* startLine(char* at) const;
-    std::size_t lineRoom() const;
-    char* putQuoted(char* at, std::string_view text);
-    char* startMember(std::string_view key, std::size_t more);
-    char* startMember(std::int64_t key, std::size_t more);
-    void openObject(char* at);
+    // Where text is added. Blocks keep a long text from being copied as it grows.
+    std::string& block();
+    std::string& startLine();
+    std::string& startMember(std::string_view key);
 
-    std::vector<Block> blocks_;
-    std::string terminated_;
-    std::size_t depth_;
+    std::vector<std::string> blocks_;
+    std::size_t depth_ = 1;
     bool hasMember_ = false;  // of the object in hand
 };
 

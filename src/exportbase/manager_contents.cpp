@@ -1,7 +1,7 @@
 #include "exportbase/manager_contents.h"
 
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -12,12 +12,6 @@ constexpr std::size_t leftOut = static_cast<std::size_t>(-1);
 
 bool dropsOwnNode(const HxDbObject* manager) {
     return manager->isKindOf(HextStruct::desc()) || manager->isKindOf(HextSupport::desc());
-}
-
-void reportOwnObject(const HxDbObject* object) {
-    const char* name = object->getDisplayName();
-    tolmar::runReport().passedOver(object->objectId().toInt(), name != nullptr ? name : "", "object",
-                                   "beside the managers below a structure or support");
 }
 
 // Gathers the objects below a node by the nearest manager above each. No recursion, and no node twice.
@@ -49,7 +43,7 @@ private:
 
     // Gives the part that the node's sons belong to.
     std::size_t take(const Place& place) {
-        HxDbObject* object = openAs<HxDbObject>(place.node->getTreeNodeValue());
+        HxDbObject* object = objectOfNode(place.node);
         if (object == nullptr) {
             return place.part;
         }
@@ -57,7 +51,7 @@ private:
             return startPart(place.node, object);
         }
         if (place.part == 0 && dropsOwn_) {
-            reportOwnObject(object);
+            reportLeftOut(object, "object", "beside the managers below a structure or support");
         } else if (place.part != leftOut) {
             parts_[place.part].objects.push_back(object);
         }

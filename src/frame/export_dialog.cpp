@@ -1,13 +1,16 @@
 #include "frame/export_dialog.h"
 
+#include "forms/scope_dialog.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/id_pages.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/options.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <cstdio>
 #include <optional>
@@ -15,8 +18,10 @@
 
 namespace {
 
-constexpr int treeId = 12581;
-constexpr int cacheId = 12587;
+using tolmar::textOrEmpty;
+
+using scopedialog::treeId;
+
 constexpr int clientLeft = 110;
 constexpr int rightMargin = 10;
 constexpr int formWidth = 560;
@@ -33,13 +38,16 @@ struct OptionBox {
 constexpr unsigned inMode(ExportDataDlg::Mode mode) {
     return 1U << mode;
 }
+constexpr int idOf(const char* option) {
+    return scopedialog::optionOf(option)->id;
+}
 constexpr unsigned nvOnly = inMode(ExportDataDlg::NvOut);
 constexpr unsigned weldModes = nvOnly | inMode(ExportDataDlg::RvmOut) | inMode(ExportDataDlg::HextOut);
 constexpr OptionBox optionBoxes[] = {
-    {12584, u"输出焊点", {10, 0, 100, 25}, "outWeld", weldModes},
-    {12585, u"展开分支", {10, 30, 100, 55}, "nvExpandBranch", nvOnly},
-    {12586, u"OR轴网", {10, 60, 100, 85}, "orAxiss", nvOnly},
-    {cacheId, u"刷新缓存", {10, 90, 100, 115}, "clearCache", inMode(ExportDataDlg::HextOut)},
+    {idOf(options::outWeld), u"输出焊点", {10, 0, 100, 25}, options::outWeld, weldModes},
+    {idOf(options::nvExpandBranch), u"展开分支", {10, 30, 100, 55}, options::nvExpandBranch, nvOnly},
+    {idOf(options::orAxiss), u"OR轴网", {10, 60, 100, 85}, options::orAxiss, nvOnly},
+    {idOf(options::clearCache), u"刷新缓存", {10, 90, 100, 115}, options::clearCache, inMode(ExportDataDlg::HextOut)},
 };
 
 // What the dialog leaves behind, and its table of which item shows which node.
@@ -55,11 +63,6 @@ FormRect treeRect(int width, int height) {
 OrnLogicTree::Item itemOf(const HxDbTreeNode* node) {
     const OrnLogicTree::Item* item = nodeItems.find(node->objectId());
     return item != nullptr ? *item : nullptr;
-}
-
-HxDbObject* objectOf(const HxDbTreeNode* node, HxDb::OpenMode mode) {
-    HxDbObject* object = nullptr;
-    return hxdbOpenObject(node->getTreeNodeValue(), object, mode) == Hext::eOk ? object : nullptr;
 }
 
 void setBranch(OrnLogicTree::Item top, bool checked) {
@@ -105,7 +108,7 @@ ExportDataDlg::ObjectSelection objectsOf(const ExportDataDlg::NodeSelection& nod
     const auto forEachObject = [&nodes](bool checked, auto&& use) {
         for (const auto& [id, on] : nodes) {
             const HxDbTreeNode* node = on == checked ? openAs<HxDbTreeNode>(id) : nullptr;
-            if (const HxDbObject* object = node != nullptr ? objectOf(node, 3) : nullptr) {
+            if (const HxDbObject* object = objectOfNode(node)) {
                 use(node, object);
             }
         }
@@ -127,6 +130,22 @@ ExportDataDlg::ObjectSelection objectsOf(const ExportDataDlg::NodeSelection& nod
 }
 
 }  // namespace
+
+// A model without data has said so itself.
+bool askScope(ExportDataDlg::Mode mode) {
+    if (ExportDataDlg(mode, true).DoModal() == OrnLogicForm::ResultOk && !nodeSelection.empty()) {
+        return true;
+    }
+    if (hxcom::getDataManTreeRoot() != nullptr) {
+        tolmar::runReport().ended(tolmar::RunOutcome::Cancelled, "nothing was selected");
+    }
+    return false;
+}
+
+bool isChecked(const ExportDataDlg::NodeSelection& selection, const HxDbTreeNode* node) {
+    const auto at = selection.find(node->objectId());
+    return at != selection.end() && at->second;
+}
 
 bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId node) {
     const auto at = selection.find(node);
@@ -198,12 +217,10 @@ bool ExportDataDlg::fillTree() {
 void ExportDataDlg::fillFrom(HxDbTreeNode* root, const char* worldPrefix) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
-        if (HxDbObject* object = objectOf(node, 2)) {
+        if (HxDbObject* object = objectOfNode(node)) {
             addNode(node, object, worldPrefix);
         } else {
-            const char* name = node->getName();
-            tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
-                                           "cannot be opened");
+            reportLeftOutNode(*node, "object", "cannot be opened");
         }
     }
 }
@@ -214,8 +231,7 @@ void ExportDataDlg::addNode(HxDbTreeNode* node, HxDbObject* object, const char* 
     if (object->isKindOf(HextWorld::desc())) {
         const char* name =
             worldPrefix != nullptr ? hxcom::queryDbShortName(object->database()) : object->getDisplayName();
-        std::string label = worldPrefix != nullptr ? worldPrefix : "";
-        label += name != nullptr ? name : "";
+        const std::string label = std::string(textOrEmpty(worldPrefix)) + textOrEmpty(name);
         item = tree_->insertLast(parent, label.empty() ? u"World" : tolmar::toWide(label), node);
     } else {
         const char* name = node->getName();
@@ -288,7 +304,7 @@ void ExportDataDlg::clickOption(OrnLogicButton& box) {
             setOption(option.option, box.checked());
         }
     }
-    if (box.id() == cacheId && box.checked()) {
+    if (box.id() == idOf(options::clearCache) && box.checked()) {
         clearBomCache();
     }
 }

@@ -51,6 +51,12 @@ private:
     OrnLogicTree::Item lastParentItem_ = nullptr;
 };
 
+// Shows the dialog of an export to the user. False when nothing is selected then; the run report knows why.
+bool askScope(ExportDataDlg::Mode mode);
+
+// Whether a node was checked at OK. One that the dialog did not show, such as one whose object does not open, was not.
+bool isChecked(const ExportDataDlg::NodeSelection& selection, const HxDbTreeNode* node);
+
 // The value of a tree node's id in a selection, for callers to whom an unknown id is a fault: throws a standard
 // exception with "invalid map<K, T> key".
 bool selectedValue(const ExportDataDlg::NodeSelection& selection, HxDbObjectId node);

@@ -1,5 +1,7 @@
 #include "max/names.h"
 
+#include "tolmar/text.h"
+
 namespace maxfile {
 
 namespace {
@@ -46,8 +48,7 @@ const NameRow nameRows[] = {
 const char* objectName(const HxDbObject& object) {
     for (const NameRow& row : nameRows) {
         if (object.isKindOf(row.type)) {
-            const char* text = row.text(object);
-            return text != nullptr ? text : "";
+            return tolmar::textOrEmpty(row.text(object));
         }
     }
     return "Other";

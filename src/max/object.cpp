@@ -3,7 +3,7 @@
 #include "max/names.h"
 #include "max/shape.h"
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 namespace maxfile {
 
@@ -12,8 +12,8 @@ namespace {
 constexpr const char* stationDescription = "站场代号";
 constexpr const char* projectDescription = "项目编码";
 
-void passOver(const HxDbSmrtlnEntity& object, const char* what, const char* why) {
-    tolmar::runReport().passedOver(object.objectId().toInt(), objectName(object), what, why);
+void reportPart(const HxDbSmrtlnEntity& object, const char* what, const char* why) {
+    reportLeftOut({&object, objectName(object), what}, why);
 }
 
 constexpr const char* noScript = "the script maxoutplugins.lua does not load";
@@ -25,14 +25,14 @@ void MaxObjectWriter::write(const HxDbSmrtlnEntity& object, const ElementPair& p
     writeGeometry(object, *parents.geometry, id);
     writeProperties(object, *parents.properties, id);
     if (geometry_.replacedTexts() + properties_.replacedTexts() != before) {
-        passOver(object, "text", "it holds characters that XML cannot hold");
+        reportPart(object, "text", "it holds characters that XML cannot hold");
     }
 }
 
 void MaxObjectWriter::writeGeometry(const HxDbSmrtlnEntity& object, XmlNode& parent, std::int64_t id) {
     ScriptedObject script(script_, object);
     if (!script.isLoaded()) {
-        passOver(object, "geometry", noScript);
+        reportPart(object, "geometry", noScript);
         return;
     }
     const bool isMesh = script.isObjChangeMesh();
@@ -71,7 +71,7 @@ bool MaxObjectWriter::makeMesh(const HxDbSmrtlnEntity& object, ScriptedObject& s
     const bool hasCenter = script.getObjCenterPt(center);
     mesh_.clear();
     if (!meshObject(object, mesh_)) {
-        passOver(object, "geometry", "it has no shape");
+        reportPart(object, "geometry", "it has no shape");
         return false;
     }
     if (mesh_.vertexCount() == 0) {
@@ -92,7 +92,7 @@ bool MaxObjectWriter::makeSpline(const HxDbSmrtlnEntity& object, ScriptedObject&
     const int partNum = script.getPartNum();
     const std::string size = script.getObjsize();
     if (partNum == 0) {
-        passOver(object, "geometry", "getPartNum gives no number of at least 1");
+        reportPart(object, "geometry", "getPartNum gives no number of at least 1");
         return false;
     }
     group = startGroup("splineGroup", hasCenter ? &center : nullptr);
@@ -119,7 +119,7 @@ void MaxObjectWriter::addPoint(XmlNode& group, const char* type, std::size_t ind
 void MaxObjectWriter::writeProperties(const HxDbSmrtlnEntity& object, XmlNode& parent, std::int64_t id) {
     ScriptedObject script(script_, object);
     if (!script.isLoaded()) {
-        passOver(object, "properties", noScript);
+        reportPart(object, "properties", noScript);
         return;
     }
     XmlNode* element = properties_.element("object");

@@ -2,7 +2,7 @@
 
 #include "max/names.h"
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 #include <lua.hpp>
 
@@ -41,7 +41,7 @@ MaxScript::MaxScript() : compiled_((std::string(HextSystem::hextEnv()) + scriptF
 
 void MaxScript::reportMissing(const char* function) {
     if (missing_.insert(function).second) {
-        tolmar::runReport().passedOver(0, function, "script function", "maxoutplugins.lua does not define it");
+        reportLeftOut({nullptr, function, "script function"}, "maxoutplugins.lua does not define it");
     }
 }
 
@@ -95,7 +95,7 @@ ScriptedObject::ScriptedObject(MaxScript& script, const HxDbSmrtlnEntity& object
       isLoaded_(script.compiled().isCompiled() && script.compiled().run(scriptor_.getLua(0)) == 0) {}
 
 void ScriptedObject::report(const char* what, const std::string& why) const {
-    tolmar::runReport().passedOver(object_.objectId().toInt(), objectName(object_), what, why);
+    reportLeftOut({&object_, objectName(object_), what}, why);
 }
 
 bool ScriptedObject::isObjChangeMesh() {

@@ -3,9 +3,9 @@
 #include "exportbase/shared_vertices.h"
 #include "max/names.h"
 #include "platform/entities.h"
+#include "platform/left_out.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
 
 #include <memory>
 
@@ -56,9 +56,8 @@ bool meshObject(const HxDbSmrtlnEntity& object, Mesh& mesh) {
     for (std::size_t i = 0; i < list.size(); ++i) {
         const std::unique_ptr<TlDbEntity> entity(entities.get()[i]);
         if (const char* why = meshEntity(entity.get(), mesh)) {
-            tolmar::runReport().passedOver(object.objectId().toInt(),
-                                           std::string(objectName(object)) + ": " + list.list()[i]->isA()->name(),
-                                           "primitive", why);
+            const std::string name = std::string(objectName(object)) + ": " + list.list()[i]->isA()->name();
+            reportLeftOut({&object, name, "primitive"}, why);
         }
     }
     shareVertices(mesh);

@@ -2,23 +2,19 @@
 
 #include "max/names.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace maxfile {
 
 namespace {
 
-HxDbObject* objectOf(const HxDbTreeNode& node) {
-    HxDbObject* object = nullptr;
-    return hxdbOpenObject(node.getTreeNodeValue(), object, 2) == Hext::eOk ? object : nullptr;
-}
-
 // Whether getAllSubObjects of the node would give anything, at the price of the way to the first object.
 bool hasObjectsBelow(HxDbTreeNode& node) {
     TreeWalker walker(&node);
     for (walker.next(); !walker.done(); walker.next()) {
-        if (objectOf(*walker.current()) != nullptr) {
+        if (objectOfNode(walker.current()) != nullptr) {
             return true;
         }
     }
@@ -30,18 +26,10 @@ bool isBareNode(const HxDbObject& object) {
            object.isKindOf(HextZoneDirectory::desc());
 }
 
-std::string textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
-
-void passOver(const HxDbTreeNode& node, const char* why) {
-    tolmar::runReport().passedOver(node.getTreeNodeValue().toInt(), textOrEmpty(node.getName()), "node", why);
-}
-
 // Managers below a node have elements of their own.
-void passOver(const HxDbObject& object, const char* why) {
+void reportObject(const HxDbObject& object, const char* why) {
     if (!object.isKindOf(HextNameNode::desc())) {
-        tolmar::runReport().passedOver(object.objectId().toInt(), objectName(object), "object", why);
+        reportLeftOut({&object, objectName(object), "object"}, why);
     }
 }
 
@@ -50,9 +38,9 @@ void passOver(const HxDbObject& object, const char* why) {
 void MaxTreeWriter::writeTree(HxDbTreeNode* root) {
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode& node = *walker.current();
-        const HxDbObject* object = objectOf(node);
+        const HxDbObject* object = objectOfNode(&node);
         if (object == nullptr) {
-            passOver(node, "its object does not open");
+            reportLeftOutNode(node, "node", "its object does not open");
         } else if (hasObjectsBelow(node)) {
             writeNode(node, *object);
             ++id_;
@@ -65,10 +53,10 @@ void MaxTreeWriter::writeNode(const HxDbTreeNode& node, const HxDbObject& object
     const bool isWorld = object.isKindOf(HextWorld::desc());
     const ElementPair elements = isWorld ? addWorld(node, object) : addNode(node);
     if (geometry_.replacedTexts() != replaced) {
-        passOver(node, "its name holds characters that XML cannot hold");
+        reportLeftOutNode(node, "node", "its name holds characters that XML cannot hold");
     }
     if (elements.geometry == nullptr) {
-        passOver(node, "its parent has no element");
+        reportLeftOutNode(node, "node", "its parent has no element");
     }
     if (!isWorld && !isBareNode(object)) {
         writeObjects(node, elements);
@@ -91,7 +79,8 @@ ElementPair MaxTreeWriter::addWorld(const HxDbTreeNode& node, const HxDbObject& 
     if (name == nullptr) {
         name = object.database()->dbName();
     }
-    return elements_[node.getTreeNodeValue()] = addElements({&geometry_.top(), &properties_.top()}, textOrEmpty(name));
+    return elements_[node.getTreeNodeValue()] =
+               addElements({&geometry_.top(), &properties_.top()}, tolmar::textOrEmpty(name));
 }
 
 ElementPair MaxTreeWriter::addNode(const HxDbTreeNode& node) {
@@ -102,7 +91,7 @@ ElementPair MaxTreeWriter::addNode(const HxDbTreeNode& node) {
     }
     const ElementPair parents = found->second;
     return elements_[node.getTreeNodeValue()] =
-               addElements(parents, textOrEmpty(node.getName()) + "_" + std::to_string(id_));
+               addElements(parents, std::string(tolmar::textOrEmpty(node.getName())) + "_" + std::to_string(id_));
 }
 
 void MaxTreeWriter::writeObjects(const HxDbTreeNode& node, const ElementPair& parents) {
@@ -114,9 +103,9 @@ void MaxTreeWriter::writeObjects(const HxDbTreeNode& node, const ElementPair& pa
         ++id_;
         const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(object);
         if (smart == nullptr) {
-            passOver(*object, "it is no smart object");
+            reportObject(*object, "it is no smart object");
         } else if (parents.geometry == nullptr) {
-            passOver(*object, "its manager has no element");
+            reportObject(*object, "its manager has no element");
         } else {
             objects_.write(*smart, parents, id_);
         }

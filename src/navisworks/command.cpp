@@ -7,12 +7,14 @@
 #include "navisworks/scene/tree.h"
 #include "nwcreate/inspect.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <string>
@@ -22,12 +24,9 @@ namespace {
 
 using tolmar::RunOutcome;
 using tolmar::runReport;
+using tolmar::textOrEmpty;
 
 constexpr const char* boxTitle = "提示";
-
-std::string textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
 
 std::string askPath() {
     tolmar::FileDialog dialog;
@@ -41,35 +40,6 @@ std::string askPath() {
         folder = textOrEmpty(HextSystem::getCurrentProjPath());
     }
     return folder + "\\" + safeFileName(textOrEmpty(HextSystem::getCurrentProjName())) + ".nwc";
-}
-
-// A model without data has said so itself.
-bool askSelection() {
-    if (ExportDataDlg(ExportDataDlg::NvOut, true).DoModal() == OrnLogicForm::ResultOk &&
-        !ExportDataDlg::selectedNodes().empty()) {
-        return true;
-    }
-    if (hxcom::getDataManTreeRoot() != nullptr) {
-        runReport().ended(RunOutcome::Cancelled, "nothing was selected");
-    }
-    return false;
-}
-
-// The main tree's root first, none twice.
-std::vector<HxDbTreeNode*> dataTreeRoots() {
-    std::vector<HxDbTreeNode*> roots;
-    const auto add = [&roots](HxDbTreeNode* root) {
-        if (root != nullptr && std::find(roots.begin(), roots.end(), root) == roots.end()) {
-            roots.push_back(root);
-        }
-    };
-    add(hxcom::getDataManTreeRoot());
-    std::vector<HxDbObject*> others;
-    hxcom::getTreeRootOfOther(others);
-    for (HxDbObject* other : others) {
-        add(HxDbTreeNode::cast(other));
-    }
-    return roots;
 }
 
 std::size_t countNodes(const std::vector<HxDbTreeNode*>& roots) {
@@ -105,13 +75,13 @@ nv::OwnedScene createScene(const std::string& path) {
 bool exportScene(bool isScriptLoaded, std::string& path, nv::PropertyFile& file) {
     path = askPath();
     const nv::OwnedScene scene = createScene(path);
-    if (!askSelection()) {
+    if (!askScope(ExportDataDlg::NvOut)) {
         return false;
     }
     buildScene(scene.get(), nv::readOptions(isScriptLoaded), file);
     const nv::SceneForm form = nv::sceneFormOf(path);
     if (form == nv::SceneForm::None) {
-        runReport().passedOver(0, path, "file", "a scene is a file that ends in .nwc or .nwd");
+        reportLeftOut({nullptr, path, "file"}, "a scene is a file that ends in .nwc or .nwd");
     } else {
         nv::writeScene(scene.get(), form, path);
     }

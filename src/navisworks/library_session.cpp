@@ -1,8 +1,8 @@
 #include "navisworks/library_session.h"
 
-#include "navisworks/passed_over.h"
 #include "nwcreate/nwcreate.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 
 namespace nv {
 
@@ -48,7 +48,7 @@ void LibrarySession::handle(int kind, const char* text) {
     }
     if (kind == LI_NWC_WARNING) {
         hxcad::hextPrintf("Warning: %s\n", text);
-        reportPassedOver(current->object_, "geometry", text);
+        reportLeftOut(current->object_, "geometry", text);
         return;
     }
     hxcad::hextPrintf(kind == LI_NWC_ERROR ? "Error: %s\n" : "UNKNOWN: %s\n", text);

@@ -5,6 +5,7 @@
 #include "obm/walk.h"
 #include "obmsdk/obmsdk.h"
 #include "platform/hxcom.h"
+#include "platform/tree_walker.h"
 #include "tolmar/code_page.h"
 #include "tolmar/file.h"
 #include "tolmar/host_ui.h"
@@ -46,30 +47,10 @@ int told(int status) {
     return status;
 }
 
-// A model without data has said so itself.
-bool askSelection() {
-    const bool isAnswered = ExportDataDlg(ExportDataDlg::ObmOut, true).DoModal() == OrnLogicForm::ResultOk;
-    if (isAnswered && !ExportDataDlg::selectedNodes().empty()) {
-        return true;
-    }
-    if (hxcom::getDataManTreeRoot() != nullptr) {
-        runReport().ended(RunOutcome::Cancelled, "nothing was selected");
-    }
-    return false;
-}
-
 void walkAll(pmodel::ObmTree& tree, OBM3dPackage& package) {
     pmodel::ObmWalk walk(tree, package, ExportDataDlg::selectedNodes());
-    const auto walkFrom = [&walk](HxDbTreeNode* root) {
-        if (root != nullptr) {
-            walk.walkTree(root, hxcom::queryDbShortName(root->database()));
-        }
-    };
-    walkFrom(hxcom::getDataManTreeRoot());
-    std::vector<HxDbObject*> others;
-    hxcom::getTreeRootOfOther(others);
-    for (HxDbObject* other : others) {
-        walkFrom(HxDbTreeNode::cast(other));
+    for (HxDbTreeNode* root : dataTreeRoots()) {
+        walk.walkTree(root, hxcom::queryDbShortName(root->database()));
     }
 }
 
@@ -84,7 +65,7 @@ int exportInto(OBM3dPackage& package, const std::u16string& folder) {
     package.setSpatialViewName(spatialViewName);
     pmodel::ObmTree tree;
     tree.root().name = wideText(HextSystem::getCurrentProjName());
-    if (!askSelection()) {
+    if (!askScope(ExportDataDlg::ObmOut)) {
         return nothingChosen;
     }
     walkAll(tree, package);

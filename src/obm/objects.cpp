@@ -1,15 +1,16 @@
 #include "obm/objects.h"
 
+#include "exportbase/left_out_shapes.h"
+#include "exportbase/material_code.h"
 #include "exportbase/object_properties.h"
-#include "exportbase/smart_object.h"
 #include "obmsdk/obmsdk.h"
 #include "platform/attribute_cache.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "platform/tree_walker.h"
 #include "scripts/node_name.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <memory>
@@ -23,18 +24,12 @@ constexpr int highestColor = 255;
 constexpr float weldTolerance = 1e-6F;
 constexpr const char* colorKey = "color";
 
-void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
-                                   status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
-}
-
 // What lies below a grid stays out.
 void gatherWithoutGrids(HxDbTreeNode* node, std::vector<HxDbObject*>& out) {
     out.clear();
     TreeWalker walker(node);
     for (walker.next(); !walker.done(); walker.next()) {
-        HxDbObject* object = openAs<HxDbObject>(walker.current()->getTreeNodeValue(), 2);
+        HxDbObject* object = objectOfNode(walker.current());
         if (object != nullptr && object->isKindOf(HextAxiss::desc())) {
             walker.skipChildren();
         } else if (object != nullptr) {
@@ -53,14 +48,15 @@ void gather(HxDbTreeNode* node, std::vector<HxDbObject*>& out) {
     }
 }
 
-bool isWanted(const HxDbSmrtlnEntity* object) {
-    return object != nullptr && !object->isKindOf(HxDbTubeWeld::desc()) && !object->isKindOf(HxDbTubeStop::desc());
+// Welds and stops are nothing but places in a pipe.
+bool isMark(const HxDbSmrtlnEntity& object) {
+    return object.isKindOf(HxDbTubeWeld::desc()) || object.isKindOf(HxDbTubeStop::desc());
 }
 
-bool isTranslucent(const HextPrimary& primitive) {
-    const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
-    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
-    return material != nullptr && std::string_view(material) == obstructionMaterial;
+// A colour that the table does not have would read as flags of the code.
+ObjectColor colorOf(const HxDbSmrtlnEntity& object, int pipelineColor) {
+    const int index = colorIndexOf(object, pipelineColor);
+    return objectColor(object, index < 0 || index > highestColor ? 0 : index);
 }
 
 using EntityPtr = std::unique_ptr<TlDbEntity>;
@@ -124,9 +120,10 @@ bool ObmObjects::addScriptProperties(const HxDbObject& object, ObmNode& record) 
 void ObmObjects::writeObjects(HxDbTreeNode* node, ObmNode& record, int color) {
     gather(node, objects_);
     for (std::size_t i = 0; i < objects_.size(); ++i) {
-        progress_.setBar(i + 1, objects_.size(), progress_.barCount());
-        const HxDbSmrtlnEntity* object = smartObject(objects_[i]);
-        if (!isWanted(object)) {
+        bars_.objectDone(i + 1, objects_.size());
+        const HxDbSmrtlnEntity* object = HxDbSmrtlnEntity::cast(objects_[i]);
+        if (object == nullptr || isMark(*object)) {
+            reportNoSmartObject(objects_[i]);
             continue;
         }
         if (object->isKindOf(HxDbNonTube::desc())) {
@@ -137,7 +134,7 @@ void ObmObjects::writeObjects(HxDbTreeNode* node, ObmNode& record, int color) {
             writeBoltSet(*component, record);
         }
     }
-    progress_.setBar(0, 1, progress_.barCount());
+    bars_.resetObjects();
 }
 
 void ObmObjects::writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, int color) {
@@ -145,10 +142,10 @@ void ObmObjects::writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, in
     addScriptProperties(object, record);
     const Hext::ErrorStatus status = getPrimaries(&object, shape_.list(), false, false);
     if (status != Hext::eOk) {
-        reportShapeless(object, status);
+        reportLeftOut(&object, "object", status == eNotWanted ? "bolts have no shape in a package" : "it has no shape");
         return;
     }
-    writeShape(object, record, lookOf(object, color));
+    writeShape(object, record, colorOf(object, color));
     freeHextPrimaryArray(shape_.list());
 }
 
@@ -159,32 +156,14 @@ void ObmObjects::writeBoltSet(const HxDbTubeModelSpec& flange, ObmNode& parent) 
     }
 }
 
-// A colour that the table does not have would read as flags of the code.
-ObmObjects::Look ObmObjects::lookOf(const HxDbSmrtlnEntity& object, int color) {
-    Look look;
-    look.color = object.getColorIdx();
-    look.isPipe = object.isKindOf(HxDbPipeSpec::desc());
-    const bool isComponent = object.isKindOf(HxDbTubeModelSpec::desc());
-    look.isFitting = isComponent && !look.isPipe && !smrtln::isValve(&object);
-    if (isComponent && look.color == 0) {
-        look.color = color;
-    }
-    look.color = look.color < 0 || look.color > highestColor ? 0 : look.color;
-    return look;
-}
-
-int ObmObjects::materialCode(const HextPrimary& primitive, const Look& look) {
-    const bool isInverted = look.isFitting || (look.isPipe && !primitive.isKindOf(HextCylinder3D::desc()));
-    return look.color + (isTranslucent(primitive) ? translucentCode : 0) + (isInverted ? invertedCode : 0);
-}
-
 // Items that are no solids, such as lines and texts, have no place in a package; the run report has them.
-void ObmObjects::writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const Look& look) {
+void ObmObjects::writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const ObjectColor& color) {
     std::vector<EntityPtr> entities = entitiesOf(shape_.list());
     for (std::size_t i = 0; i < entities.size(); ++i) {
         const HextPrimary& primitive = *shape_.list()[i];
         const EntityPtr entity = std::move(entities[i]);
-        if (const char* trouble = writePrimitive(entity.get(), record, materialCode(primitive, look))) {
+        if (const char* trouble =
+                writePrimitive(entity.get(), record, static_cast<int>(materialCode(primitive, color)))) {
             leftOut_.add(primitive, primitive.isKindOf(HextPrimary3D::desc()) ? trouble : "it is no solid");
         }
     }

@@ -1,9 +1,10 @@
 // The objects of a manager: their records, properties, and meshes.
 #pragma once
 
-#include "exportbase/left_out_primitives.h"
+#include "exportbase/left_out_shapes.h"
+#include "exportbase/material_code.h"
 #include "exportbase/mesher.h"
-#include "obm/progress.h"
+#include "frame/tree_bars.h"
 #include "obm/record.h"
 #include "platform/objects.h"
 #include "platform/param_list.h"
@@ -16,11 +17,10 @@ class TlDbEntity;
 
 namespace pmodel {
 
-// Keeps its buffers from object to object. Tree, package and progress belong to the caller and must outlive it.
+// Keeps its buffers from object to object. Tree, package and bars belong to the caller and must outlive it.
 class ObmObjects {
 public:
-    ObmObjects(ObmTree& tree, OBM3dPackage& package, ObmProgress& progress)
-        : tree_(tree), package_(package), progress_(progress) {}
+    ObmObjects(ObmTree& tree, OBM3dPackage& package, TreeBars& bars) : tree_(tree), package_(package), bars_(bars) {}
 
     // Everything below a node, or else the node's own object, goes under `record`. `color` is what a component without
     // a colour takes.
@@ -31,25 +31,16 @@ public:
     bool addScriptProperties(const HxDbObject& object, ObmNode& record);
 
 private:
-    // How the material codes of an object come about.
-    struct Look {
-        int color = 0;
-        bool isPipe = false;
-        bool isFitting = false;
-    };
-
     void writeObject(const HxDbSmrtlnEntity& object, ObmNode& parent, int color);
     void writeBoltSet(const HxDbTubeModelSpec& flange, ObmNode& parent);
-    void writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const Look& look);
+    void writeShape(const HxDbSmrtlnEntity& object, ObmNode& record, const ObjectColor& color);
     // Null when all went well, otherwise why the primitive has no mesh.
     const char* writePrimitive(const TlDbEntity* entity, ObmNode& record, int code);
     const char* addMesh(ObmNode& record);
-    static int materialCode(const HextPrimary& primitive, const Look& look);
-    static Look lookOf(const HxDbSmrtlnEntity& object, int color);
 
     ObmTree& tree_;
     OBM3dPackage& package_;
-    ObmProgress& progress_;
+    TreeBars& bars_;
     std::vector<HxDbObject*> objects_;
     std::vector<KVParams> bomData_;
     ParamList params_;

@@ -1,6 +1,7 @@
 #include "obm/package_writer.h"
 
 #include "exportbase/color_table.h"
+#include "exportbase/material_code.h"
 #include "obmsdk/obmsdk.h"
 #include "tolmar/code_page.h"
 
@@ -17,10 +18,10 @@ constexpr const char16_t* propertyCategory = u"Orna属性";
 constexpr const char* instanceRootId = "-2";
 
 OBMColor colorOf(int code) {
-    const bool isInverted = code >= invertedCode;
-    code -= isInverted ? invertedCode : 0;
-    const bool isTranslucent = code >= translucentCode;
-    code -= isTranslucent ? translucentCode : 0;
+    const bool isInverted = code >= inverseCode;
+    code -= isInverted ? inverseCode : 0;
+    const bool isTranslucent = code >= obstructionCode;
+    code -= isTranslucent ? obstructionCode : 0;
     float rgb[3] = {0, 0, 0};
     colorToRgb(code, rgb);
     for (float& part : rgb) {

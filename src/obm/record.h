@@ -80,9 +80,7 @@ private:
 // or meshes bear one id while the module stays loaded.
 std::string nextObmId();
 
-// A material code is a colour index from 0 to 255 and two flags.
-inline constexpr int translucentCode = 500;
-inline constexpr int invertedCode = 1000;
+// The name and id of the material of a code (exportbase/material_code).
 std::string materialName(int code);
 // All codes used since the module was loaded: the materials of an earlier run go into a later package as well.
 std::set<int>& materialCodes();

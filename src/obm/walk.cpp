@@ -1,10 +1,12 @@
 #include "obm/walk.h"
 
 #include "exportbase/child_chain.h"
+#include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/node_name.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace pmodel {
 
@@ -15,69 +17,44 @@ constexpr const char* directoryTitle = "PMODEL导出";
 
 enum Level : int { worldLevel = 0, siteLevel = 1, zoneLevel = 2, directoryLevel = 3, noLevel = 4 };
 
-// Names of records whose object has none; the world has its database's short name.
-constexpr const char* namelessRecords[] = {"", "ORNA_SITE", "ORNA_ZONE", "ORNA_ZONEDIR"};
+// By Level.
+constexpr TreeLevel levels[] = {treelevels::world, treelevels::site, treelevels::zone, treelevels::directory};
 
 Level levelOf(const HxDbObject& object) {
-    struct Row {
-        const HxRxClass* type;
-        Level level;
-    };
-    static const Row rows[] = {{HextWorld::desc(), worldLevel},
-                               {HextSite::desc(), siteLevel},
-                               {HextZone::desc(), zoneLevel},
-                               {HextZoneDirectory::desc(), directoryLevel}};
-    for (const Row& row : rows) {
-        if (object.isKindOf(row.type)) {
-            return row.level;
-        }
-    }
-    return noLevel;
-}
-
-const char* nameOf(const HxDbObject& object, const char* otherwise) {
-    const char* name = object.getDisplayName();
-    return name != nullptr ? name : otherwise;
-}
-
-HxDbObject* openValue(const HxDbTreeNode* node) {
-    return openAs<HxDbObject>(node->getTreeNodeValue(), 2);
+    const TreeLevel* level = ::levelOf(levels, object);
+    return level != nullptr ? static_cast<Level>(level - levels) : noLevel;
 }
 
 void report(const HxDbTreeNode* node, const char* why) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node", why);
+    reportLeftOutNode(*node, "node", why);
 }
 
 constexpr const char* doesNotOpen = "it cannot be opened";
 
 }  // namespace
 
-bool ObmWalk::isSelected(const HxDbTreeNode* node) const {
-    const auto at = selection_.find(node->objectId());
-    return at != selection_.end() && at->second;
-}
-
 void ObmWalk::walkTree(HxDbTreeNode* root, const char* shortName) {
     if (root == nullptr) {
         return;
     }
-    shortName_ = shortName != nullptr ? shortName : "";
+    shortName_ = tolmar::textOrEmpty(shortName);
     world_ = nullptr;
     records_.clear();
-    progress_.fetch();
+    // Each tree has a dialog of its own.
+    progressSlot() = hxcad::getNamedPipeProgressDialog();
     for (TreeWalker walker(root); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
-        if (!isSelected(node)) {
+        if (!isChecked(selection_, node)) {
             continue;
         }
-        if (HxDbObject* object = openValue(node)) {
+        if (HxDbObject* object = objectOfNode(node)) {
             visit(node, *object);
         } else {
             report(node, doesNotOpen);
         }
     }
-    progress_.finish();
+    bars_.close();
+    progressSlot() = nullptr;
 }
 
 void ObmWalk::visit(HxDbTreeNode* node, HxDbObject& object) {
@@ -96,34 +73,23 @@ void ObmWalk::visit(HxDbTreeNode* node, HxDbObject& object) {
 }
 
 void ObmWalk::visitWorld(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 3);
+    bars_.enter(treelevels::world, object, title);
     addRecord(node, object, worldLevel);
 }
 
 void ObmWalk::visitSite(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 2);
-    if (progress_.barCount() >= 3) {
-        progress_.setText(nameOf(object, namelessRecords[siteLevel]), progress_.barCount() - 2);
-    }
+    bars_.enter(treelevels::site, object, title);
     addRecord(node, object, siteLevel);
 }
 
 void ObmWalk::visitZone(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(title, 1);
-    if (progress_.barCount() >= 2) {
-        progress_.setText(nameOf(object, namelessRecords[zoneLevel]), progress_.barCount() - 1);
-    }
+    bars_.enter(treelevels::zone, object, title);
     walkZone(node, addRecord(node, object, zoneLevel));
-    if (progress_.barCount() >= 2) {
-        progress_.setBar(++zonesDone_, zonesOfSite_, progress_.barCount() - 2);
-    }
+    bars_.zoneDone();
 }
 
 void ObmWalk::visitDirectory(HxDbTreeNode* node, HxDbObject& object) {
-    progress_.open(directoryTitle, 1);
-    if (progress_.barCount() >= 2) {
-        progress_.setText(nameOf(object, namelessRecords[directoryLevel]), progress_.barCount() - 1);
-    }
+    bars_.enter(treelevels::directory, object, directoryTitle);
     walkDirectory(node, addRecord(node, object, directoryLevel));
 }
 
@@ -138,9 +104,9 @@ void ObmWalk::visitOther(HxDbTreeNode* node, HxDbObject& object) {
 
 bool ObmWalk::isBelowSelected(const HxDbTreeNode* node) const {
     for (node = node->getParent(); node != nullptr; node = node->getParent()) {
-        const HxDbObject* object = openValue(node);
+        const HxDbObject* object = objectOfNode(node);
         const Level level = object != nullptr ? levelOf(*object) : noLevel;
-        if ((level == zoneLevel || level == directoryLevel) && isSelected(node)) {
+        if ((level == zoneLevel || level == directoryLevel) && isChecked(selection_, node)) {
             return true;
         }
     }
@@ -154,11 +120,10 @@ ObmNode& ObmWalk::addRecord(const HxDbTreeNode* node, const HxDbObject& object, 
         return *(records_[node] = world_);
     }
     if (level == siteLevel) {
-        zonesOfSite_ = checkChildChain(node).count;
-        zonesDone_ = 0;
+        bars_.startSite(checkChildChain(node).count);
     }
     ObmNode& parent = recordAbove(node, level);
-    ObmNode& record = tree_.add(parent, nameOf(object, namelessRecords[level]));
+    ObmNode& record = tree_.add(parent, nameOf(levels[level], object));
     records_[node] = &record;
     return record;
 }
@@ -166,7 +131,7 @@ ObmNode& ObmWalk::addRecord(const HxDbTreeNode* node, const HxDbObject& object, 
 // The tree names the ancestors, so that nothing lands under the site or zone that happened to come before it.
 ObmNode& ObmWalk::recordAbove(const HxDbTreeNode* node, int level) {
     for (node = node->getParent(); node != nullptr; node = node->getParent()) {
-        const HxDbObject* object = openValue(node);
+        const HxDbObject* object = objectOfNode(node);
         const Level above = object != nullptr ? levelOf(*object) : noLevel;
         if (above >= level || above == directoryLevel) {
             continue;
@@ -196,12 +161,12 @@ void ObmWalk::walkZone(HxDbTreeNode* node, ObmNode& record) {
     walker.next();
     while (!walker.done()) {
         HxDbTreeNode* son = walker.current();
-        const HxDbObject* object = openValue(son);
+        const HxDbObject* object = objectOfNode(son);
         if (object == nullptr) {
             report(son, doesNotOpen);
         } else if (!object->isKindOf(HextAxiss::desc())) {
             writeManager(son, *object, record);
-            progress_.setBar(done++, sons.count, progress_.barCount() - 1);
+            bars_.managerDone(done++, sons.count);
         }
         walker.skipChildren();
         walker.next();
@@ -225,21 +190,21 @@ void ObmWalk::walkDirectory(HxDbTreeNode* node, ObmNode& record) {
     }
     std::size_t done = 0;
     for (HxDbTreeNode* son = node->getSon(); son != nullptr; son = son->getBrother()) {
-        HxDbObject* object = openValue(son);
+        HxDbObject* object = objectOfNode(son);
         if (object == nullptr) {
             report(son, doesNotOpen);
         } else if (writeInDirectory(son, *object, record)) {
-            progress_.setBar(done++, sons.count, progress_.barCount() - 1);
+            bars_.managerDone(done++, sons.count);
         }
     }
-    progress_.setBar(0, 1, progress_.barCount() - 1);
+    bars_.resetManagers();
     openDirectories_.erase(node);
 }
 
 // True for a son whose objects went into the directory's own record.
 bool ObmWalk::writeInDirectory(HxDbTreeNode* son, HxDbObject& object, ObmNode& record) {
     if (object.isKindOf(HextZoneDirectory::desc())) {
-        walkDirectory(son, tree_.add(record, nameOf(object, namelessRecords[directoryLevel])));
+        walkDirectory(son, tree_.add(record, nameOf(treelevels::directory, object)));
         return false;
     }
     if (object.isKindOf(HextAxiss::desc())) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "frame/export_dialog.h"
+#include "frame/tree_bars.h"
 #include "obm/objects.h"
-#include "obm/progress.h"
 #include "obm/record.h"
 
 #include <string>
@@ -18,7 +18,7 @@ namespace pmodel {
 class ObmWalk {
 public:
     ObmWalk(ObmTree& tree, OBM3dPackage& package, const ExportDataDlg::NodeSelection& selection)
-        : tree_(tree), selection_(selection), objects_(tree, package, progress_) {}
+        : tree_(tree), selection_(selection), objects_(tree, package, bars_) {}
 
     // `shortName` is that of the tree's database; a null root is no tree.
     void walkTree(HxDbTreeNode* root, const char* shortName);
@@ -39,12 +39,11 @@ private:
     ObmNode& addRecord(const HxDbTreeNode* node, const HxDbObject& object, int level);
     ObmNode& recordAbove(const HxDbTreeNode* node, int level);
     ObmNode& worldRecord();
-    bool isSelected(const HxDbTreeNode* node) const;
     bool isBelowSelected(const HxDbTreeNode* node) const;
 
     ObmTree& tree_;
     const ExportDataDlg::NodeSelection& selection_;
-    ObmProgress progress_;
+    TreeBars bars_;
     ObmObjects objects_;
 
     // Of the walk in hand.
@@ -52,8 +51,6 @@ private:
     ObmNode* world_ = nullptr;
     std::unordered_map<const HxDbTreeNode*, ObmNode*> records_;
     std::unordered_set<const HxDbTreeNode*> openDirectories_;
-    std::size_t zonesOfSite_ = 0;
-    std::size_t zonesDone_ = 0;
 };
 
 }  // namespace pmodel

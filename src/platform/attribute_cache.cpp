@@ -1,56 +1,41 @@
 #include "platform/attribute_cache.h"
 
-#include "platform/id_pages.h"
 #include "platform/model_tests.h"
+
+#include <tsl/robin_map.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <unordered_map>
+#include <memory>
 
 namespace {
 
 using Records = std::span<const smrtln::BomRecord>;
 
-// Numbers of attribute keys. Callers ask with literals, so the place of a text in memory finds its slot, and the text
-// itself says whether the slot is the right one.
+// The numbers that the platform gives to attribute keys. Keys only ever join those of a model.
 class KeyNumbers {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
 
+    // `none` for a key that no attribute has.
     std::uint32_t find(std::string_view key) {
         const auto keys = smrtln::bomKeys();
-        Slot& slot = slots_[slotOf(key)];
-        const bool known =
-            slot.number < keys.size() ? keys[slot.number] == key : slot.keyCount == keys.size() && slot.missing == key;
-        if (!known) {
-            fill(slot, keys, key);
+        for (; known_ < keys.size(); ++known_) {
+            numbers_.emplace(keys[known_], static_cast<std::uint32_t>(known_));
         }
-        return slot.number;
+        const auto known = numbers_.find(key);
+        return known != numbers_.end() ? known->second : none;
     }
-    void clear() { slots_.assign(slotCount, {}); }
+    void clear() {
+        numbers_.clear();
+        known_ = 0;
+    }
 
 private:
-    struct Slot {
-        std::uint32_t number = none;
-        std::size_t keyCount = 0;  // when `missing` was not among the keys
-        std::string missing;
-    };
-    static constexpr std::size_t slotCount = 2048;
-
-    static std::size_t slotOf(std::string_view key) {
-        const auto place = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key.data()));
-        return static_cast<std::size_t>((place * 0x9E3779B97F4A7C15ULL) >> 53);
-    }
-    static void fill(Slot& slot, std::span<const std::string_view> keys, std::string_view key) {
-        const auto at = std::find(keys.begin(), keys.end(), key);
-        slot.number = at == keys.end() ? none : static_cast<std::uint32_t>(at - keys.begin());
-        slot.keyCount = keys.size();
-        slot.missing = at == keys.end() ? key : std::string_view();
-    }
-
-    std::vector<Slot> slots_{slotCount};
+    tsl::robin_map<std::string_view, std::uint32_t> numbers_;
+    std::size_t known_ = 0;  // of the keys, from the first on
 };
 
 // The platform keeps the records of a list as long as the model lives, so the cache holds views, and the text forms of
@@ -58,11 +43,15 @@ private:
 class BomCache {
 public:
     Records recordsOf(const HxDbObject* object) {
-        if (object != lastObject_) {
-            last_ = listOf(object);
-            lastObject_ = object;
+        const HxDbObjectId id = object->objectId();
+        if (id.toInt() == 0) {
+            return smrtln::getObjectBomRecords(object);
         }
-        return last_;
+        const auto [known, isNew] = lists_.try_emplace(id);
+        if (isNew) {
+            known.value() = smrtln::getObjectBomRecords(object);
+        }
+        return known->second;
     }
 
     std::string_view textOf(const smrtln::BomRecord& record) {
@@ -71,9 +60,9 @@ public:
         }
         const auto [at, isNew] = texts_.try_emplace(&record);
         if (isNew) {
-            at->second = kvText(smrtln::toKVParams(record));
+            at.value() = std::make_unique<const std::string>(kvText(smrtln::toKVParams(record)));
         }
-        return at->second;
+        return *at->second;
     }
 
     const smrtln::BomRecord* find(const HxDbObject* object, std::string_view key) {
@@ -95,35 +84,12 @@ public:
         lists_.clear();
         texts_.clear();
         keys_.clear();
-        lastObject_ = nullptr;
-        last_ = {};
     }
 
 private:
-    struct List {
-        const smrtln::BomRecord* data = nullptr;
-        std::uint32_t count = 0;
-        bool known = false;
-    };
-
-    Records listOf(const HxDbObject* object) {
-        const HxDbObjectId id = object->objectId();
-        if (id.toInt() == 0) {
-            return smrtln::getObjectBomRecords(object);
-        }
-        List& list = lists_[id];
-        if (!list.known) {
-            const Records records = smrtln::getObjectBomRecords(object);
-            list = {records.data(), static_cast<std::uint32_t>(records.size()), true};
-        }
-        return {list.data, list.count};
-    }
-
-    IdPages<List> lists_;
+    tsl::robin_map<HxDbObjectId, Records> lists_;
     KeyNumbers keys_;
-    std::unordered_map<const smrtln::BomRecord*, std::string> texts_;
-    const HxDbObject* lastObject_ = nullptr;
-    Records last_;
+    tsl::robin_map<const smrtln::BomRecord*, std::unique_ptr<const std::string>> texts_;
     std::uint64_t generation_ = 1;
 };
 
@@ -187,17 +153,6 @@ void BomFields::read(const HxDbObject* object, std::span<std::string_view> out) 
         if ((found >> i & 1U) == 0) {
             out[i] = defaultValue(object, keys_[i]);
         }
-    }
-}
-
-void getBomData(HxDbObjectId id, std::vector<KVParams>& out) {
-    out.clear();
-    HxDbObject* object = nullptr;
-    if (hxdbOpenObject(id, object, 3) != Hext::eOk) {
-        return;
-    }
-    for (const smrtln::BomRecord& record : attributeCache.recordsOf(object)) {
-        out.push_back(smrtln::toKVParams(record));
     }
 }
 

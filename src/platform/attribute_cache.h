@@ -34,9 +34,6 @@ private:
     std::uint64_t generation_ = 0;      // of the cache, when the numbers were found
 };
 
-// All attributes of an object.
-void getBomData(HxDbObjectId id, std::vector<KVParams>& out);
-
 void clearBomCache();
 
 // A zero-terminated number text read as atof and atoi read it: leading blanks, then as much as is a number, else 0.

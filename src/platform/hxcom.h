@@ -56,11 +56,13 @@ T* openAs(HxDbObjectId id, HxDb::OpenMode mode = 3) {
     HxDbObject* object = nullptr;
     return hxdbOpenObject(id, object, mode) == Hext::eOk ? T::cast(object) : nullptr;
 }
+// The object that a node of the tree stands for; null for no node, and for an object that does not open.
+inline HxDbObject* objectOfNode(const HxDbTreeNode* node) {
+    return node != nullptr ? openAs<HxDbObject>(node->getTreeNodeValue(), 2) : nullptr;
+}
 
 // Every object below a node in tree order, the node's own excluded. `stop` ends the walk; `out` is emptied first.
 void getAllSubObjects(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, const HxDbTreeNode* stop = nullptr);
-// The direct sub-nodes whose object is of the class; any class when it is null.
-void getAllSubNode(const HxDbTreeNode* node, std::vector<HxDbTreeNode*>& out, const HxRxClass* filter, bool = true);
 // The object of the node itself, when it passes the filter.
 void getTreeNodeObject(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, const HxRxClass* filter = nullptr);
 // Opens a list of ids; those that open and are of the class, in order.

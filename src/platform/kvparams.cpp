@@ -1,5 +1,7 @@
 #include "platform/kvparams.h"
 
+#include "tolmar/text.h"
+
 #include <charconv>
 #include <cstdio>
 
@@ -44,7 +46,7 @@ void appendKvText(std::string& out, const KVParams& params) {
     case KVParams::Point:
         return appendPoint(out, value.point);
     case KVParams::Text:
-        out += value.text != nullptr ? value.text : "";
+        out += tolmar::textOrEmpty(value.text);
         return;
     case KVParams::Int:
         return appendInteger(out, value.intValue);

@@ -8,9 +8,6 @@
 
 namespace {
 
-constexpr std::string_view teeLikeItems[] = {"TESO", "CROSS", "RCROSS", "TEE",  "RTEE",
-                                             "YTEE", "YRTEE", "LRTEE",  "OLET", "BOSS"};
-constexpr std::string_view reducerItems[] = {"CRED", "ERED", "CSWAGE"};
 constexpr std::string_view elbowItems[] = {"ELBOW", "RELBOW", "RETURN"};
 constexpr std::string_view bendTypes[] = {"Bend", "Arc", "Angle"};
 
@@ -42,20 +39,8 @@ bool isUnset(std::string_view text) {
     return text.empty() || equalNoCase(text, "unset");
 }
 
-bool isTeeLikeItem(std::string_view item) {
-    return contains(teeLikeItems, item);
-}
-
-bool isReducerItem(std::string_view item) {
-    return contains(reducerItems, item);
-}
-
 bool isCapItem(std::string_view item) {
     return item == "CAP";
-}
-
-bool isOrificeItem(std::string_view item) {
-    return item == "ORIFICEG";
 }
 
 bool isElbowItem(std::string_view item) {

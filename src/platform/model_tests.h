@@ -8,10 +8,7 @@
 bool isBendType(const HxDbTubeModel* model);    // geometric family "Bend", "Arc" or "Angle"
 bool isNormalType(const HxDbTubeModel* model);  // geometric family "Normal"
 bool isUnset(std::string_view text);            // empty, or "unset" in any case of letters
-bool isTeeLikeItem(std::string_view item);
-bool isReducerItem(std::string_view item);
 bool isCapItem(std::string_view item);
-bool isOrificeItem(std::string_view item);
 bool isElbowItem(std::string_view item);
 bool isBendLikeItem(const HxDbObject* object);  // elbow item, or "PIPE" of family "Arc"
 bool isBranchItem(std::string_view item);       // "OLET" or "BOSS"

@@ -3,6 +3,8 @@
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 
+#include <string_view>
+
 namespace {
 
 constexpr int flagShape = 1;
@@ -91,4 +93,10 @@ Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray&
                           hxcom::getLastErrorText());
     }
     return eNoShape;
+}
+
+bool isObstruction(const HextPrimary& primitive) {
+    const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
+    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
+    return material != nullptr && std::string_view(material) == obstructionMaterial;
 }

@@ -22,6 +22,9 @@ Hext::ErrorStatus viewPrimaries(const HxDbObject* object, HextPrimaryView& view,
 // on the command line unless the object is a weld. The list is emptied first and belongs to the caller.
 Hext::ErrorStatus getObjectPrimaries(const HxDbObject* object, HextPrimaryArray& list);
 
+// Whether a primitive is a solid of the obstruction volume of its object, such as insulation: by its material.
+bool isObstruction(const HextPrimary& primitive);
+
 // A list of primitives that frees itself.
 class PrimaryList {
 public:

@@ -19,10 +19,6 @@ class HextPrimary : public TlRxObject {
     TLRX_CLASS(HextPrimary)
 public:
     virtual ~HextPrimary() = default;
-    // Lists of primitives come and go with each object, so freed ones are kept for the next of their size. Main thread
-    // only.
-    static void* operator new(std::size_t size);
-    static void operator delete(void* place, std::size_t size);
     // A new primitive with the same fields, owned by the caller.
     virtual HextPrimary* clone() const = 0;
 

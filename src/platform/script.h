@@ -156,9 +156,6 @@ bool callLuaFunc(lua_State* state, const char* function, const char* signature, 
 // state runs. False, with nothing pushed, for tables nested too deep.
 bool copyLuaTable(lua_State* from, int table, lua_State* to);
 
-// A member of the table at a stack index: text (null when there is none; lives with the table) and whole number.
-const char* getAString(lua_State* state, int table, const char* key);
-int getAInt(lua_State* state, int table, const char* key);
 // The numbers at 1, 2, ... of the table at a stack index; false when one of them is missing.
 bool getNumbers(lua_State* state, int table, double* numbers, int count);
 // A Lua number as an object id; invalid for what is no whole number in range.

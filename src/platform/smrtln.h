@@ -16,6 +16,7 @@
 
 namespace smrtln {
 
+// What kind of part an object is, by the platform's library.
 bool isPipe(const HxDbObject* object);
 bool isBend(const HxDbObject* object);
 bool isGask(const HxDbObject* object);
@@ -37,8 +38,7 @@ inline bool isValve(const HxDbObject* object) {
 bool getObjectBomData(const HxDbObject* object, std::vector<KVParams>& out);
 bool getObjectBomData(HxDbObjectId id, std::vector<KVParams>& out);
 
-// getObjectBomRecords gives the same list as getObjectBomData without a
-// copy; the span lives with the model.
+// The same list without a copy; the span lives with the model.
 std::span<const BomRecord> getObjectBomRecords(const HxDbObject* object);
 KVParams toKVParams(const BomRecord& record);
 

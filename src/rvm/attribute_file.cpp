@@ -1,8 +1,8 @@
 #include "rvm/attribute_file.h"
 
+#include "platform/left_out.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <array>
@@ -137,7 +137,7 @@ void AttributeFile::writeElementAttributes(HxDbObjectId id, int level) {
 // With `compat` the line is mended; else the text stays as it is, and no reader gets it back.
 void AttributeFile::reportBrokenLine(HxDbObjectId id, std::string_view key, const char* why) const {
     if (!compat_) {
-        tolmar::runReport().passedOver(id.toInt(), key, "attribute", why);
+        reportLeftOut({id, key, "attribute"}, why);
     }
 }
 

@@ -4,6 +4,8 @@
 #include "frame/export_dialog.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
+#include "platform/tree_walker.h"
 #include "rvm/export_tree.h"
 #include "rvm/pair.h"
 #include "rvm/sibling_names.h"
@@ -13,6 +15,7 @@
 #include "scripts/script_presence.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <string>
@@ -22,14 +25,11 @@ namespace {
 
 using tolmar::RunOutcome;
 using tolmar::runReport;
+using tolmar::textOrEmpty;
 
 constexpr int progressRange = 100;
 constexpr int extraBars = 2;
 constexpr const char* noSites = "it holds no site that is selected";
-
-std::string textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
 
 void startProgress(const std::string& title) {
     if (!progressSlot()->isProgressOpen()) {
@@ -42,11 +42,10 @@ class RvmExport {
 public:
     RvmExport(std::string basePath, const rvm::Options& options)
         : basePath_(std::move(basePath)), options_(options), selection_(ExportDataDlg::selectedNodes()) {
-        addRoot(hxcom::getDataManTreeRoot());
-        std::vector<HxDbObject*> others;
-        hxcom::getTreeRootOfOther(others);
-        for (HxDbObject* other : others) {
-            addRoot(HxDbTreeNode::cast(other));
+        for (HxDbTreeNode* root : dataTreeRoots()) {
+            if (rvm::isSelectedForRvm(selection_, root)) {
+                roots_.push_back(root);
+            }
         }
     }
 
@@ -61,7 +60,7 @@ public:
             pair.writeAttributeHeader();
             rvm::TreeWriter(pair, tree, selection_).writeNode(world, "WORLD");
         } else {
-            runReport().passedOver(0, "WORLD", "tree", noSites);
+            reportLeftOut({nullptr, "WORLD", "tree"}, noSites);
         }
         progressSlot()->close();
         pair.writeEnd();
@@ -80,13 +79,6 @@ public:
     bool hasRoots() const { return !roots_.empty(); }
 
 private:
-    void addRoot(HxDbTreeNode* root) {
-        const bool isNew = root != nullptr && std::find(roots_.begin(), roots_.end(), root) == roots_.end();
-        if (isNew && rvm::isSelectedForRvm(selection_, root)) {
-            roots_.push_back(root);
-        }
-    }
-
     rvm::RvmNode* joinRoots(rvm::RvmTree& tree) const {
         std::vector<rvm::RvmNode*> tops;
         for (HxDbTreeNode* root : roots_) {
@@ -115,7 +107,7 @@ private:
             rvm::TreeWriter(pair, tree, selection_).writeNode(*top, name);
             pair.writeEnd();
         } else {
-            runReport().passedOver(root->objectId().toInt(), name, "tree", noSites);
+            reportLeftOut({root->objectId(), name, "tree"}, noSites);
             hxcad::hextPrintf("\n导出%s失败", name.c_str());
         }
         progressSlot()->close();
@@ -151,18 +143,6 @@ std::string askBasePath() {
     return folder + "\\" + safeFileName(textOrEmpty(HextSystem::getCurrentProjName()));
 }
 
-// A model without data has said so itself.
-bool askSelection() {
-    if (ExportDataDlg(ExportDataDlg::RvmOut, true).DoModal() == OrnLogicForm::ResultOk &&
-        !ExportDataDlg::selectedNodes().empty()) {
-        return true;
-    }
-    if (hxcom::getDataManTreeRoot() != nullptr) {
-        runReport().ended(RunOutcome::Cancelled, "nothing was selected");
-    }
-    return false;
-}
-
 // A script that loads is asked even for functions that it has not: each such call says so on the command line.
 rvm::Options readOptions(bool isScriptLoaded) {
     return {optionOn(options::rvmCompat), optionOn(options::nvExpandBranch),
@@ -172,7 +152,7 @@ rvm::Options readOptions(bool isScriptLoaded) {
 void runExport(bool isScriptLoaded) {
     const bool isCustom = checkExportCustom();
     const std::string basePath = askBasePath();
-    if (!askSelection()) {
+    if (!askScope(ExportDataDlg::RvmOut)) {
         return;
     }
     RvmExport run(basePath, readOptions(isScriptLoaded));

@@ -1,7 +1,7 @@
 #include "rvm/export_tree.h"
 
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 namespace rvm {
 
@@ -25,10 +25,6 @@ int levelOfClass(const HxDbObject* object) {
     return noLevel;
 }
 
-HxDbObject* openValue(const HxDbTreeNode* node) {
-    return node != nullptr ? openAs<HxDbObject>(node->getTreeNodeValue(), 2) : nullptr;
-}
-
 HxDbTreeNode* parentOf(const HxDbTreeNode* node) {
     return node != nullptr ? node->getParent() : nullptr;
 }
@@ -42,8 +38,7 @@ int depthOf(const HxDbTreeNode* node) {
 }
 
 void report(const HxDbTreeNode* node, const char* why) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node", why);
+    reportLeftOutNode(*node, "node", why);
 }
 
 }  // namespace
@@ -83,7 +78,7 @@ RvmNode* RvmTree::slotAbove(const HxDbTreeNode* node, int level) {
     }
     RvmNode* slot = nullptr;
     for (int at = 0; at < level; ++at) {
-        slot = makeNode(at, openValue(ancestors[static_cast<std::size_t>(at)]), slot);
+        slot = makeNode(at, objectOfNode(ancestors[static_cast<std::size_t>(at)]), slot);
         top_ = at == 0 ? slot : top_;
     }
     return slot;
@@ -96,10 +91,10 @@ void RvmTree::walk(Place first) {
     while (!open.empty()) {
         Place place = open.back();
         open.pop_back();
-        if (place.node == nullptr || wasMet(place.node)) {
+        if (place.node == nullptr || !enterOnce(place.node)) {
             continue;
         }
-        HxDbObject* object = isSelectedForRvm(selection_, place.node) ? openValue(place.node) : nullptr;
+        HxDbObject* object = isSelectedForRvm(selection_, place.node) ? objectOfNode(place.node) : nullptr;
         RvmNode* sonSlot = object != nullptr ? placeNode(place, object) : nullptr;
         place.isRowOpen = place.isRowOpen || (sonSlot != nullptr && place.slot != nullptr);
         if (object == nullptr || place.isRowOpen) {
@@ -113,13 +108,13 @@ void RvmTree::walk(Place first) {
     }
 }
 
-// A node that was met before ends its row: a tree that is bent into a loop ends.
-bool RvmTree::wasMet(const HxDbTreeNode* node) {
+// False, which ends the row, for a node that was entered before: a tree that is bent into a loop ends.
+bool RvmTree::enterOnce(const HxDbTreeNode* node) {
     const bool isNew = visited_.insert(node).second;
     if (!isNew) {
         report(node, "met a second time");
     }
-    return !isNew;
+    return isNew;
 }
 
 // Gives the slot for the node's sons, null when the node has no place in the tree.
@@ -172,7 +167,7 @@ void RvmTree::reportRest(const Place& place) {
         return;
     }
     HxDbTreeNode* node = place.node->getBrother();
-    for (; node != nullptr && !wasMet(node); node = node->getBrother()) {
+    for (; node != nullptr && enterOnce(node); node = node->getBrother()) {
         report(node, "behind a node without a place at the head of its row");
     }
 }

@@ -51,7 +51,7 @@ private:
     RvmNode* makeNode(int level, HxDbObject* object, RvmNode* parent);
     RvmNode* slotAbove(const HxDbTreeNode* node, int level);
     void walk(Place first);
-    bool wasMet(const HxDbTreeNode* node);
+    bool enterOnce(const HxDbTreeNode* node);
     RvmNode* placeNode(const Place& place, HxDbObject* object);
     RvmNode* placeWorld(const Place& place, HxDbObject* object);
     RvmNode* placeManager(const Place& place, HxDbObject* object);

@@ -1,30 +1,15 @@
 #include "rvm/object_writer.h"
 
-#include "exportbase/smart_object.h"
+#include "exportbase/left_out_shapes.h"
+#include "platform/left_out.h"
+#include "platform/primaries.h"
 #include "platform/smrtln.h"
-#include "rvm/object_material.h"
+#include "rvm/shapes/object_material.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace rvm {
-
-namespace {
-
-bool isObstruction(const HextPrimary3D& solid) {
-    const char* material = solid.getMaterial();
-    return material != nullptr && std::strcmp(material, obstructionMaterial) == 0;
-}
-
-void reportShapeless(const HxDbObject& object, Hext::ErrorStatus status) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "object",
-                                   status == eNotWanted ? "bolts have no place in an RVM file" : "it has no shape");
-}
-
-}  // namespace
 
 void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObjectId id, std::string_view name,
                                 bool isPipeline) {
@@ -40,8 +25,10 @@ void ObjectWriter::writeObjects(const std::vector<HxDbObject*>& objects, HxDbObj
         if (i + CadGiDraw::shapesAhead < objects.size()) {
             CadGiDraw::expectPrimarys(objects[i + CadGiDraw::shapesAhead]);
         }
-        const HxDbSmrtlnEntity* smart = smartObject(objects[i]);
-        if (smart != nullptr && !smart->isKindOf(HxDbTubeWeld::desc())) {
+        const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(objects[i]);
+        if (smart == nullptr) {
+            reportNoSmartObject(objects[i]);
+        } else if (!smart->isKindOf(HxDbTubeWeld::desc())) {
             writeObject(*smart, isPipeline);
         }
     }
@@ -67,7 +54,8 @@ bool ObjectWriter::takeShape(const HxDbSmrtlnEntity& object) {
     HextPrimaryView shape;
     const Hext::ErrorStatus status = viewPrimaries(&object, shape, false, false);
     if (status != Hext::eOk) {
-        reportShapeless(object, status);
+        reportLeftOut(&object, "object",
+                      status == eNotWanted ? "bolts have no place in an RVM file" : "it has no shape");
         return false;
     }
     for (const HextPrimary* primitive : shape) {

@@ -1,7 +1,7 @@
 // Objects of a manager, written into both files.
 #pragma once
 
-#include "exportbase/left_out_primitives.h"
+#include "exportbase/left_out_shapes.h"
 #include "platform/objects.h"
 #include "platform/primaries.h"
 #include "rvm/pair.h"

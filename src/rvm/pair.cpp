@@ -1,25 +1,22 @@
 #include "rvm/pair.h"
 
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "scripts/node_name.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace rvm {
 
 namespace {
 
-std::string textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
-}
-
 std::string projectName() {
-    return textOrEmpty(HextSystem::getCurrentProjName());
+    return tolmar::textOrEmpty(HextSystem::getCurrentProjName());
 }
 
 std::string databaseName() {
     const HxDbDataBase* database = hxcom::getMainDataBase(true);
-    return database != nullptr ? textOrEmpty(database->dbName()) : "";
+    return database != nullptr ? tolmar::textOrEmpty(database->dbName()) : "";
 }
 
 // A file that was never open has failed without a word from its close.
@@ -55,8 +52,7 @@ std::string RvmPair::nameOf(const HxDbObject* object, bool isPipelineObject) con
     if (options_.compat) {
         return flattened(name);
     }
-    tolmar::runReport().passedOver(object != nullptr ? object->objectId().toInt() : 0, name, "name",
-                                   "a line break splits its line in the attribute file");
+    reportLeftOut({object, name, "name"}, "a line break splits its line in the attribute file");
     return name;
 }
 

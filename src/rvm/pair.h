@@ -3,7 +3,7 @@
 
 #include "rvm/attribute_file.h"
 #include "rvm/file.h"
-#include "rvm/primitive_writer.h"
+#include "rvm/shapes/primitive_writer.h"
 #include "tolmar/file.h"
 
 #include <string>

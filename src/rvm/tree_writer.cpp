@@ -3,9 +3,10 @@
 #include "exportbase/manager_contents.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <unordered_set>
 
@@ -18,12 +19,7 @@ HxDbObjectId idOf(const HxDbObject* object) {
 }
 
 std::string displayName(const HxDbObject* object) {
-    const char* name = object != nullptr ? object->getDisplayName() : nullptr;
-    return name != nullptr ? name : "";
-}
-
-void report(const HxDbObject* object, const char* what, const char* why) {
-    tolmar::runReport().passedOver(idOf(object).toInt(), displayName(object), what, why);
+    return tolmar::textOrEmpty(object != nullptr ? object->getDisplayName() : nullptr);
 }
 
 // The label of a site's or zone's row: the prefix and the name, or the prefix twice.
@@ -40,7 +36,7 @@ void openBranch(const std::vector<HxDbObjectId>& ids, std::vector<HxDbObject*>& 
         if (HxDbObject* object = openAs<HxDbObject>(id)) {
             objects.push_back(object);
         } else {
-            tolmar::runReport().passedOver(id.toInt(), "", "object", "it cannot be opened");
+            reportLeftOut({id, "", "object"}, "it cannot be opened");
         }
     }
 }
@@ -55,7 +51,7 @@ void reportBranchless(HxDbTreeNode* node, const std::vector<std::vector<HxDbObje
     getAllSubObjects(node, all, nullptr);
     for (const HxDbObject* object : all) {
         if (!inBranch.contains(object->objectId()) && !object->isKindOf(HxDbTubeWeld::desc())) {
-            report(object, "object", "it stands in no branch of its pipeline");
+            reportLeftOut(object, "object", "it stands in no branch of its pipeline");
         }
     }
 }
@@ -80,7 +76,7 @@ void TreeWriter::writeNode(const RvmNode& root, const std::string& name) {
 
 bool TreeWriter::begin(const RvmNode& node, const std::string& rootName) {
     if (node.object != nullptr && node.object->isKindOf(HextAxiss::desc())) {
-        report(node.object, "grid", "grids have no place in an RVM file");
+        reportLeftOut(node.object, "grid", "grids have no place in an RVM file");
         return false;
     }
     const std::string plainName = node.level == levelRoot ? rootName : pair_.nameOf(node.object, true);
@@ -119,7 +115,7 @@ void TreeWriter::beginGroup(const std::string& name) {
 
 void TreeWriter::writeContents(const RvmNode& manager, const std::string& name) {
     if (manager.object == nullptr || !manager.object->isKindOf(HextManager::desc())) {
-        report(manager.object, "node", "its class holds no objects");
+        reportLeftOut(manager.object, "node", "its class holds no objects");
         return;
     }
     const bool isPipeline = manager.object->isKindOf(HextPipeline::desc());

@@ -1,6 +1,7 @@
 #include "scripts/json_value.h"
 
 #include "tolmar/file.h"
+#include "tolmar/text.h"
 
 #include <cjson/cJSON.h>
 
@@ -102,12 +103,11 @@ int JsonValue::intValue() const {
 }
 
 const char* JsonValue::stringValue() const {
-    const char* text = cJSON_GetStringValue(node_);
-    return text != nullptr ? text : "";
+    return tolmar::textOrEmpty(cJSON_GetStringValue(node_));
 }
 
 const char* JsonValue::name() const {
-    return node_ != nullptr && node_->string != nullptr ? node_->string : "";
+    return node_ != nullptr ? tolmar::textOrEmpty(node_->string) : "";
 }
 
 bool JsonValue::forEachChild(ChildCallback callback, void* userData, bool stopOnFalse) const {

@@ -3,8 +3,6 @@
 // The file is read anew at each use and not cached: code that asks once an object reads the option once a command.
 #pragma once
 
-#include <array>
-
 namespace options {
 
 inline constexpr const char* outWeld = "outWeld";                // welds are exported
@@ -14,20 +12,6 @@ inline constexpr const char* orAxiss = "orAxiss";                // a grid goes 
 inline constexpr const char* sortNode = "sortNode";              // the script orders the managers of a zone
 inline constexpr const char* clearCache = "clearCache";          // the attribute cache is cleared by the scope dialog
 inline constexpr const char* rvmCompat = "rvmCompat";            // RVM files for readers that are stricter
-
-struct Option {
-    const char* key;
-    const char* help;
-};
-inline constexpr std::array<Option, 7> all = {{
-    {outWeld, "export welds"},
-    {outWeldText, "keep the text of welds"},
-    {nvExpandBranch, "open pipelines into their branches"},
-    {orAxiss, "export grids as ordinary geometry"},
-    {sortNode, "let the script order the managers of a zone"},
-    {clearCache, "clear the attribute cache"},
-    {rvmCompat, "write RVM files for strict readers"},
-}};
 
 }  // namespace options
 

@@ -1,8 +1,8 @@
 #include "scripts/script_host.h"
 
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/script.h"
-#include "tolmar/run_report.h"
 #include "tolmar/system.h"
 
 #include "scripts/script_functions.h"
@@ -49,10 +49,9 @@ bool isQuiet() {
     return !host()->loaded;
 }
 
-void passOver(HxDbObjectId id, const char* what, const std::string& why) {
-    HxDbObject* object = nullptr;
-    const char* name = hxdbOpenObject(id, object, 3) == Hext::eOk ? object->getDisplayName() : nullptr;
-    tolmar::runReport().passedOver(id.toInt(), name != nullptr ? name : "", what, why);
+void reportLeftOutOf(HxDbObjectId id, const char* what, const std::string& why) {
+    const HxDbObject* object = openAs<HxDbObject>(id);
+    reportLeftOut(object != nullptr ? LeftOutThing(object, what) : LeftOutThing(id, "", what), why);
 }
 
 void pushIdField(lua_State* state, HxDbObjectId id) {
@@ -70,13 +69,13 @@ void readReference(lua_State* state, const char* function, HxDbObjectId id, Para
     lua_createtable(state, 0, 1);
     pushIdField(state, id);
     if (!call.run()) {
-        passOver(id, "attributes", std::string("the script function ") + function + " failed");
+        reportLeftOutOf(id, "attributes", std::string("the script function ") + function + " failed");
         return;
     }
     hextlua::getParams(state, call.result(), out);
     if (out.skipped() > 0) {
-        passOver(id, "attribute",
-                 std::to_string(out.skipped()) + " entries of the result of " + function + " are no attributes");
+        reportLeftOutOf(id, "attribute",
+                        std::to_string(out.skipped()) + " entries of the result of " + function + " are no attributes");
     }
 }
 
@@ -87,7 +86,7 @@ void reportMissing(const std::vector<HxDbObjectId>& ids, const std::vector<HxDbO
     std::sort(given.begin(), given.end());
     for (const HxDbObjectId id : ids) {
         if (!std::binary_search(given.begin(), given.end(), id)) {
-            passOver(id, "manager", "not in the list that sortTreeNodes gives");
+            reportLeftOutOf(id, "manager", "not in the list that sortTreeNodes gives");
         }
     }
 }

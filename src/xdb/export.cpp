@@ -1,8 +1,9 @@
 #include "xdb/export.h"
 
-#include "exportbase/smart_object.h"
+#include "exportbase/left_out_shapes.h"
 #include "frame/progress_slot.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
@@ -65,10 +66,8 @@ bool hasNoPlace(const HxDbSmrtlnEntity& object) {
 void reportUnopened(HxDbTreeNode& manager) {
     for (TreeWalker walker(&manager); !walker.done(); walker.next()) {
         const HxDbTreeNode& node = *walker.current();
-        if (openAs<HxDbObject>(node.getTreeNodeValue()) == nullptr) {
-            const char* name = node.getName();
-            runReport().passedOver(node.getTreeNodeValue().toInt(), name != nullptr ? name : "", "object",
-                                   "it cannot be opened");
+        if (objectOfNode(&node) == nullptr) {
+            reportLeftOutNode(node, "object", "it cannot be opened");
         }
     }
 }
@@ -95,8 +94,10 @@ public:
         progressSlot()->openProgress(progressRange, "提取模型数据:", 0);
         for (std::size_t i = 0; i < objects.size(); ++i) {
             progressSlot()->setBar(static_cast<int>(i * 100 / objects.size()), 0);
-            const HxDbSmrtlnEntity* object = smartObject(objects[i]);
-            if (object != nullptr && !writeObject(*object)) {
+            const HxDbSmrtlnEntity* object = HxDbSmrtlnEntity::cast(objects[i]);
+            if (object == nullptr) {
+                reportNoSmartObject(objects[i]);
+            } else if (!writeObject(*object)) {
                 runReport().ended(RunOutcome::Failed, "an object's data has an error: see the message");
                 return false;
             }
@@ -108,7 +109,7 @@ private:
     bool writeObject(const HxDbSmrtlnEntity& object) {
         if (getObjectPrimaries(&object, shape_.list()) != Hext::eOk) {
             if (!isMarkOnly(object) && !hasNoPlace(object)) {
-                passOver(object, "object", "it has no shape");
+                reportLeftOut(&object, "object", "it has no shape");
             }
             return true;
         }

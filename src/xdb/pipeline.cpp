@@ -4,6 +4,7 @@
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 #include "tolmar/host_ui.h"
+#include "tolmar/text.h"
 #include "xdb/text.h"
 
 #include <array>
@@ -43,10 +44,6 @@ HxGePoint3D scaled(HxGePoint3D point) {
         point.z /= finer;
     }
     return point;
-}
-
-const char* textOrEmpty(const char* text) {
-    return text != nullptr ? text : "";
 }
 
 }  // namespace
@@ -135,7 +132,7 @@ bool PipelineFields::noRoad() const {
     if (notes_ != nullptr) {
         hxcad::hextPrintf("\n%I64d道路编号为空", static_cast<long long>(object_.objectId().toInt()));
     } else {
-        hxcad::hextPrintf("\n%s道路编号为空", textOrEmpty(pipeline_->getDisplayName()));
+        hxcad::hextPrintf("\n%s道路编号为空", tolmar::textOrEmpty(pipeline_->getDisplayName()));
     }
     return false;
 }

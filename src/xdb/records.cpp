@@ -2,9 +2,10 @@
 
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 #include "xdb/pipeline.h"
 #include "xdb/text.h"
 
@@ -97,7 +98,7 @@ public:
     Ends writeEnds() {
         const HxDbTubeModel* tube = HxDbTubeModel::cast(&object_);
         if (!isBend_ && tube == nullptr) {
-            passOver(object_, "ends of a pipe", "it is no tube model");
+            reportLeftOut(&object_, "ends of a pipe", "it is no tube model");
             return Ends::Fine;
         }
         const int insNo = isBend_ ? bendInsNo : tube->getInsNo();
@@ -137,7 +138,7 @@ public:
         const HxDbSmrtlnPoint* p2 = object_.getPointOfNo(2, pointMode);
         const HxDbSmrtlnPoint* p3 = object_.getPointOfNo(3, pointMode);
         if (p0 == nullptr || p2 == nullptr || p3 == nullptr) {
-            passOver(object_, "arc of a bend", "it lacks one of the points 0, 2 and 3");
+            reportLeftOut(&object_, "arc of a bend", "it lacks one of the points 0, 2 and 3");
             return;
         }
         const double radius = numberOf(radius_) * numberOf(size_);
@@ -157,10 +158,7 @@ public:
     const std::string& lineno() const { return lineno_; }
 
 private:
-    std::string_view objectName() const {
-        const char* name = object_.getObjectName();
-        return name != nullptr ? name : "";
-    }
+    std::string_view objectName() const { return tolmar::textOrEmpty(object_.getObjectName()); }
 
     static void printMissing(const char* format, int number) {
         char text[256];
@@ -171,7 +169,7 @@ private:
     Ends writeEnds(const HxGePoint3D& start, const HxGePoint3D& end) {
         if (start.distanceTo(end) < shortestPipe) {
             hxcad::hextPrintf("\nerror point: %lf,%lf,%lf", start.x, start.y, start.z);
-            passOver(object_, "record", "its ends are closer than 1 mm");
+            reportLeftOut(&object_, "record", "its ends are closer than 1 mm");
             return Ends::TooShort;
         }
         text_ += "pstart:";
@@ -194,14 +192,9 @@ constexpr const char* noAttributes = "its attributes cannot be read";
 
 }  // namespace
 
-void passOver(const HxDbSmrtlnEntity& object, const char* what, std::string_view why) {
-    const char* name = object.getDisplayName();
-    tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", what, why);
-}
-
 void RecordWriter::writeFields(const HxDbSmrtlnEntity& object, std::span<const std::string_view> keys) {
     if (!smrtln::getObjectBomData(&object, params_)) {
-        passOver(object, "record", noAttributes);
+        reportLeftOut(&object, "record", noAttributes);
         return;
     }
     std::string text;
@@ -216,7 +209,7 @@ void RecordWriter::writeFields(const HxDbSmrtlnEntity& object, std::span<const s
 bool RecordWriter::writeFittingData(const HxDbSmrtlnEntity& object) {
     std::string text = linkPoints(object);
     if (!smrtln::getObjectBomData(&object, params_)) {
-        passOver(object, "record", noAttributes);
+        reportLeftOut(&object, "record", noAttributes);
         return true;
     }
     FittingNotes notes;
@@ -241,7 +234,7 @@ bool RecordWriter::writePipeData(const HxDbSmrtlnEntity* object) {
         return false;
     }
     if (!smrtln::getObjectBomData(object, params_)) {
-        passOver(*object, "record", noAttributes);
+        reportLeftOut(object, "record", noAttributes);
         return true;
     }
     std::string text;

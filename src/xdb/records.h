@@ -11,9 +11,6 @@
 
 namespace xdb {
 
-// Tells the run report of something that an object lost.
-void passOver(const HxDbSmrtlnEntity& object, const char* what, std::string_view why);
-
 class RecordWriter {
 public:
     // Records are appended to `data`. With `strict` 1 gaps in the data of a pipeline are errors.

@@ -4,6 +4,7 @@
 #include "exportbase/shared_vertices.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "xdb/records.h"
 
 #include <algorithm>
@@ -70,7 +71,7 @@ void ShapeWriter::write(const HxDbSmrtlnEntity& object, const HextPrimaryArray& 
     for (const HextPrimary* primitive : list) {
         const std::unique_ptr<TlDbEntity> entity(transHextPrimary(primitive));
         if (const char* why = writeEntity(entity.get())) {
-            passOver(object, primitive->isA()->name(), why);
+            reportLeftOut(&object, primitive->isA()->name(), why);
         }
     }
     writeSolids();

@@ -16,7 +16,7 @@ struct Encoded {
 };
 
 // The list in a block of its own, read back.
-Encoded encode(const HextPrimaryArray& list, const eem::ObjectColor& color = {}) {
+Encoded encode(const HextPrimaryArray& list, const ObjectColor& color = {}) {
     std::string bytes;
     tolmar::OutputFile target(std::make_unique<MemorySink>(bytes), tolmar::FileMode::Binary);
     eem::EemFile file(target);
@@ -43,7 +43,7 @@ Encoded encode(const HextPrimaryArray& list, const eem::ObjectColor& color = {})
     return result;
 }
 
-eemcheck::Record encodeOne(HextPrimary& primitive, const eem::ObjectColor& color = {}) {
+eemcheck::Record encodeOne(HextPrimary& primitive, const ObjectColor& color = {}) {
     const Encoded result = encode({&primitive}, color);
     EXPECT_EQ(result.records.size(), 1U);
     return result.records.empty() ? eemcheck::Record() : result.records[0];
@@ -200,7 +200,7 @@ TEST(EemPrimitives, APipeKeepsItsColourInItsCylindersAlone) {
     HextSphere3D insulated;
     insulation.material = insulated.material = obstructionMaterial;
     sphere.material = "steel";
-    const auto colours = [&](const eem::ObjectColor& color) {
+    const auto colours = [&](const ObjectColor& color) {
         std::vector<std::uint32_t> words;
         for (const auto& record :
              encode({&cylinder, &sloped, &sphere, &insulation, &insulated, &line}, color).records) {

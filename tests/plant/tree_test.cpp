@@ -66,11 +66,6 @@ TEST(Tree, WalksInTreeOrder) {
     EXPECT_EQ(numbersOf(objects), Numbers{5});
     getTreeNodeObject(&model.node(5), objects, HextSite::desc());
     EXPECT_TRUE(objects.empty());
-    std::vector<HxDbTreeNode*> nodes;
-    getAllSubNode(hxcom::getDataManTreeRoot(), nodes, nullptr);
-    EXPECT_EQ(nodes, (std::vector<HxDbTreeNode*>{&model.node(2), &model.node(6)}));
-    getAllSubNode(&model.node(4), nodes, HextPipeline::desc());
-    EXPECT_TRUE(nodes.empty());
     transIdArray2PointerArray({HxDbObjectId(7), HxDbObjectId(99), HxDbObjectId(2)}, objects);
     EXPECT_EQ(numbersOf(objects), (Numbers{7, 2}));
     transIdArray2PointerArray({HxDbObjectId(7), HxDbObjectId(2)}, objects, HextSite::desc());
@@ -86,9 +81,6 @@ TEST(Tree, BentTreesEnd) {
     plant::relinkBrother(model.model(), model.node(6), &model.node(2));
     EXPECT_EQ(model.node(6).getBrother(), &model.node(2));
     EXPECT_EQ(numbersOf(model.get<HextWorld>(1).getMemberIds()), (Numbers{2, 6}));
-    std::vector<HxDbTreeNode*> nodes;
-    getAllSubNode(hxcom::getDataManTreeRoot(), nodes, nullptr);
-    EXPECT_EQ(nodes.size(), 2U);
     plant::relinkSon(model.model(), model.node(1), nullptr);
     getAllSubObjects(hxcom::getDataManTreeRoot(), objects);
     EXPECT_TRUE(objects.empty());

@@ -173,24 +173,6 @@ TEST(Walker, EntersEachOfManyNodesOnce) {
     EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
 }
 
-TEST(NodeSet, KnowsWhatWasPutIn) {
-    // From nodes side by side to nodes in many stretches of memory; nothing looks at the nodes.
-    std::vector<const HxDbTreeNode*> nodes;
-    for (std::uintptr_t step = 16, at = 1 << 20; step < std::uintptr_t{1} << 30U; step += step / 16, at += step) {
-        nodes.push_back(reinterpret_cast<const HxDbTreeNode*>(at / 16 * 16));
-    }
-    NodeSet set;
-    EXPECT_FALSE(set.contains(nodes.front()));
-    for (std::size_t i = 0; i < nodes.size(); i += 2) {
-        EXPECT_TRUE(set.insert(nodes[i])) << i;
-    }
-    for (std::size_t i = 0; i < nodes.size(); ++i) {
-        EXPECT_EQ(set.contains(nodes[i]), i % 2 == 0) << i;
-        EXPECT_EQ(set.insert(nodes[i]), i % 2 != 0) << i;
-        EXPECT_TRUE(set.contains(nodes[i])) << i;
-    }
-}
-
 TEST(Walker, EndsOnACycle) {
     TestModel model(TestModel::withObjects(smallTree));
     HxDbTreeNode* root = hxcom::getDataManTreeRoot();
@@ -213,8 +195,8 @@ TEST(ModelTests, FamiliesGoByTheirWords) {
     EXPECT_TRUE(isBendType(HxDbTubeModel::cast(smart(4))));
     EXPECT_TRUE(isUnset("UnSet"));
     EXPECT_FALSE(isUnset("unset "));
-    EXPECT_TRUE(isTeeLikeItem("BOSS") && isReducerItem("CSWAGE") && isElbowItem("RETURN") && isBranchItem("OLET"));
-    EXPECT_FALSE(isTeeLikeItem("tee") || isReducerItem("") || isElbowItem("BEND") || isCapItem("CAPS"));
+    EXPECT_TRUE(isElbowItem("RETURN") && isBranchItem("OLET"));
+    EXPECT_FALSE(isElbowItem("BEND") || isCapItem("CAPS"));
 }
 
 constexpr const char* box = R"([{"type":"HextBox3D","point":[0,0,0],"xLength":1,"yLength":1,"zLength":1}])";

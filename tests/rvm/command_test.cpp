@@ -2,7 +2,7 @@
 
 #include "platform/hxcom.h"
 #include "rvm/command.h"
-#include "rvm/object_material.h"
+#include "rvm/shapes/object_material.h"
 #include "scripts/node_name.h"
 #include "support/export_test.h"
 #include "tolmar/code_page.h"

@@ -1,7 +1,7 @@
 #include "support.h"
 
 #include "platform/primaries.h"
-#include "rvm/primitive_writer.h"
+#include "rvm/shapes/primitive_writer.h"
 #include "support/test_support.h"
 
 #include <cmath>

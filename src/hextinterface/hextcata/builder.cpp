@@ -1,6 +1,6 @@
 #include "hextinterface/hextcata/builder.h"
 
-#include "exportbase/left_out_primitives.h"
+#include "exportbase/left_out_shapes.h"
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/hextcata/bolt_catalogue.h"

@@ -1,14 +1,13 @@
 #include "navisworks/geometry/shape_streamer.h"
 
 #include "navisworks/geometry/node.h"
-#include "navisworks/passed_over.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "tolmar/brep.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace nv {
@@ -39,9 +38,7 @@ int paintColor(int objectColor, int primitiveColor) {
 }
 
 double opacityOf(const HextPrimary& primitive) {
-    const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
-    const char* material = solid != nullptr ? solid->getMaterial() : nullptr;
-    return material != nullptr && std::strcmp(material, obstructionMaterial) == 0 ? obstructionOpacity : opaque;
+    return isObstruction(primitive) ? obstructionOpacity : opaque;
 }
 
 // Takes entities over from a list of plain pointers.
@@ -94,7 +91,7 @@ void ShapeStreamer::addShape(const HxDbSmrtlnEntity& object, LiNwcGroup group) {
     color_ = objectColor(object);
     HextPrimaryView shape;
     if (viewPrimaries(&object, shape, true, true) != Hext::eOk) {
-        reportPassedOver(&object, "object", "it has no shape");
+        reportLeftOut(&object, "object", "it has no shape");
         return;
     }
     const HextPrimary* const unwanted = unwantedText(shape);
@@ -239,7 +236,7 @@ void ShapeStreamer::streamFaces(const TlDbSurface& surface) {
 }
 
 void ShapeStreamer::report(const std::string& why) const {
-    reportPassedOver(object_, "primitive", why);
+    reportLeftOut(object_, "primitive", why);
 }
 
 }  // namespace nv

@@ -1,8 +1,12 @@
 // Solids that were shown once, for showing equal ones without meshing them again.
+//
+// For each primitive: look, and then either addKnown, or mesh it and remember the shape that came of it.
 #pragma once
 
 #include "exportbase/solid_key.h"
 #include "navisworks/handles.h"
+
+#include <tsl/robin_map.h>
 
 #include <cstdint>
 #include <vector>
@@ -13,7 +17,6 @@ namespace nv {
 // session ends.
 class SolidShapes {
 public:
-    SolidShapes();
     // Looks for a solid that equals that of the primitive; false when none is known.
     bool look(const HextPrimary& primitive);
     // Adds a node for the primitive that the last look found an equal solid for.
@@ -22,18 +25,18 @@ public:
     void remember(OwnedShape shape);
 
 private:
-    // The place of the key in hand: that of an equal solid, or where the next one of its hash goes.
-    std::uint32_t& findPlace();
+    struct Known {
+        OwnedShape shape;
+        HxGePoint3D place;
+    };
+    struct HashWords {
+        std::size_t operator()(const std::vector<std::uint64_t>& words) const;
+    };
 
     SolidKey key_;  // in hand
     bool hasKey_ = false;
-    std::uint64_t hash_ = 0;
-    std::uint32_t found_ = 0;
-    // Few and small, so that they stay near the processor: where a record begins, and above that a part of the hash.
-    std::vector<std::uint32_t> places_;
-    // The head of a record, and behind it its words: a look touches one place in memory.
-    std::vector<std::uint64_t> records_;
-    std::vector<OwnedShape> shapes_;
+    const Known* found_ = nullptr;  // by the last look
+    tsl::robin_map<std::vector<std::uint64_t>, Known, HashWords> shapes_;
 };
 
 }  // namespace nv

@@ -2,11 +2,12 @@
 
 #include "navisworks/handles.h"
 #include "navisworks/library_session.h"
-#include "navisworks/passed_over.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
 #include "tolmar/code_page.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 
@@ -21,8 +22,7 @@ constexpr const char16_t* levelName = u"Base";
 constexpr double levelHeight = 0;
 
 std::u16string numberOf(const HxDbAxissLine& line) {
-    const char* number = line.getNo();
-    return tolmar::toWide(number != nullptr ? number : "");
+    return tolmar::toWide(tolmar::textOrEmpty(line.getNo()));
 }
 
 // The first line of a shape; null when there is none.
@@ -40,7 +40,7 @@ void addLine(const HxDbAxissLine& axis, LiNwcGridSystem system) {
     PrimaryList shape;
     const HextPrimaryLine* segment = firstLine(axis, shape);
     if (segment == nullptr) {
-        reportPassedOver(&axis, "grid line", "its shape holds no line");
+        reportLeftOut(&axis, "grid line", "its shape holds no line");
         return;
     }
     const double start[3] = {segment->startPoint.x, segment->startPoint.y, segment->startPoint.z};
@@ -61,7 +61,7 @@ void addGrid(const HxDbObject& axissObject, const HxDbTreeNode* treeNode, const 
             LibrarySession::setCurrentObject(axis);
             addLine(*axis, system.get());
         } else if (!object->isKindOf(HextNameNode::desc())) {
-            reportPassedOver(object, "object", "a grid system holds nothing but lines");
+            reportLeftOut(object, "object", "a grid system holds nothing but lines");
         }
     }
     LibrarySession::setCurrentObject(&axissObject);

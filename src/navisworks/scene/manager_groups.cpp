@@ -2,11 +2,10 @@
 
 #include "exportbase/manager_contents.h"
 #include "navisworks/library_session.h"
-#include "navisworks/passed_over.h"
 #include "navisworks/properties/attribute.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <unordered_set>
 
@@ -31,7 +30,7 @@ std::vector<HxDbObject*> openAll(const std::vector<HxDbObjectId>& ids) {
         if (HxDbObject* object = openAs<HxDbObject>(id)) {
             objects.push_back(object);
         } else {
-            tolmar::runReport().passedOver(id.toInt(), "", "object", "it cannot be opened");
+            reportLeftOut({id, "", "object"}, "it cannot be opened");
         }
     }
     return objects;
@@ -48,22 +47,17 @@ void reportRunless(const HxDbTreeNode* node, const smrtln::PipeRuns& runs) {
     for (const HxDbObject* object : all) {
         const bool isLoss = !object->isKindOf(HxDbTubeWeld::desc()) && !object->isKindOf(HxDbTubeStop::desc());
         if (isLoss && !inRun.contains(object->objectId())) {
-            reportPassedOver(object, "object", "it stands in no run of its pipeline");
+            reportLeftOut(object, "object", "it stands in no run of its pipeline");
         }
     }
 }
 
 }  // namespace
 
-bool isSelected(const HxDbTreeNode* treeNode, const ExportDataDlg::NodeSelection& selection) {
-    const auto entry = selection.find(treeNode->objectId());
-    return entry != selection.end() && entry->second;
-}
-
 void ManagerGroups::addManager(HxDbObject* object, HxDbTreeNode* treeNode, LiNwcGroup parentGroup,
                                const ExportDataDlg::NodeSelection& selection) {
     if (object->isKindOf(HxDbSmrtlnEntity::desc())) {
-        reportPassedOver(object, "object", "it stands in no manager");
+        reportLeftOut(object, "object", "it stands in no manager");
     }
     const OwnedAttribute attribute = objects_.propertiesOf(*object);
     const OwnedGroup group(LiNwcGroupCreate());
@@ -106,7 +100,7 @@ void ManagerGroups::addPipeRun(const std::string& name, const std::vector<KVPara
 
 void ManagerGroups::addContents(HxDbObject* object, HxDbTreeNode* treeNode, LiNwcGroup group,
                                 const ExportDataDlg::NodeSelection& selection) {
-    const auto passes = [&selection](const HxDbTreeNode* node) { return isSelected(node, selection); };
+    const auto passes = [&selection](const HxDbTreeNode* node) { return isChecked(selection, node); };
     for (const ContentPart& part : managerContents(object, treeNode, passes)) {
         objects_.addObjects(part.node, group, part.objects);
     }

@@ -10,9 +10,6 @@
 
 namespace nv {
 
-// True when the selection holds the node's id and maps it to true.
-bool isSelected(const HxDbTreeNode* treeNode, const ExportDataDlg::NodeSelection& selection);
-
 class ManagerGroups {
 public:
     ManagerGroups(const Options& options, ObjectGroups& objects) : options_(options), objects_(objects) {}

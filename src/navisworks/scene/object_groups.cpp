@@ -1,7 +1,7 @@
 #include "navisworks/scene/object_groups.h"
 
+#include "exportbase/left_out_shapes.h"
 #include "exportbase/object_properties.h"
-#include "exportbase/smart_object.h"
 #include "navisworks/library_session.h"
 #include "navisworks/properties/attribute.h"
 #include "navisworks/scene/object_path.h"
@@ -15,8 +15,10 @@ void ObjectGroups::addObjects(const HxDbTreeNode* treeNode, LiNwcGroup group, co
     const std::string path = objectPath(treeNode);
     for (const HxDbObject* object : objects) {
         steps_.takeAhead();
-        const HxDbSmrtlnEntity* smart = smartObject(object);
-        if (smart != nullptr && isWanted(*smart)) {
+        const HxDbSmrtlnEntity* smart = HxDbSmrtlnEntity::cast(object);
+        if (smart == nullptr) {
+            reportNoSmartObject(object);
+        } else if (isWanted(*smart)) {
             addObject(*smart, group, path);
         }
     }

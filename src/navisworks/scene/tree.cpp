@@ -1,13 +1,13 @@
 #include "navisworks/scene/tree.h"
 
 #include "exportbase/child_chain.h"
-#include "navisworks/passed_over.h"
+#include "frame/tree_bars.h"
 #include "navisworks/scene/grid_system.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "scripts/script_host.h"
 #include "tolmar/code_page.h"
-#include "tolmar/run_report.h"
 
 #include <vector>
 
@@ -15,10 +15,6 @@ namespace nv {
 
 namespace {
 
-constexpr const char* worldName = "ORNA_WORLD";
-constexpr const char* siteName = "ORNA_SITE";
-constexpr const char* zoneName = "ORNA_ZONE";
-constexpr const char* directoryName = "ORNA_ZONEDIR";
 constexpr const char* endedLevel = "an object before it cannot be opened";
 
 bool hasName(const HxDbObject& object) {
@@ -29,32 +25,25 @@ void setName(LiNwcGroup group, const std::string& name) {
     LiNwcNodeSetName(group, tolmar::toWide(name).c_str());
 }
 
-OwnedGroup namedGroup(const HxDbObject& object, const char* otherwise) {
+OwnedGroup namedGroup(const HxDbObject& object, const TreeLevel& level) {
     OwnedGroup group(LiNwcGroupCreate());
-    setName(group.get(), hasName(object) ? object.getDisplayName() : otherwise);
+    setName(group.get(), hasName(object) ? object.getDisplayName() : level.nameless);
     return group;
-}
-
-void reportUnopened(const HxDbTreeNode* node) {
-    const char* name = node->getName();
-    tolmar::runReport().passedOver(node->getTreeNodeValue().toInt(), name != nullptr ? name : "", "node",
-                                   "its object cannot be opened");
 }
 
 // What stands below a zone goes with the zone. What stands above all zones, or under a site that is not selected, has
 // no place.
 void reportHomeless(const HxDbObject& object, const HxDbTreeNode* node) {
-    const HxDbTreeNode* parent = node->getParent();
-    const HxDbObject* above = parent != nullptr ? openAs<HxDbObject>(parent->getTreeNodeValue()) : nullptr;
+    const HxDbObject* above = objectOfNode(node->getParent());
     if (above != nullptr && (above->isKindOf(HextSite::desc()) || above->isKindOf(HextWorld::desc()))) {
-        reportPassedOver(&object, "node", "it stands in no selected site and zone");
+        reportLeftOut(&object, "node", "it stands in no selected site and zone");
     }
 }
 
 void reportRest(const HxDbTreeNode* failed, const SceneTree::Selection& selection) {
     for (const HxDbTreeNode* node = failed->getBrother(); node != nullptr; node = node->getBrother()) {
-        if (isSelected(node, selection)) {
-            reportPassedOver(openAs<HxDbObject>(node->getTreeNodeValue()), "node", endedLevel);
+        if (isChecked(selection, node)) {
+            reportLeftOut(objectOfNode(node), "node", endedLevel);
         }
     }
 }
@@ -73,11 +62,11 @@ void SceneTree::addDataTree(LiNwcScene scene, HxDbTreeNode* root, const Selectio
 
 void SceneTree::visit(HxDbTreeNode* node, Tree& tree, const std::string& shortName) {
     steps_.visit();
-    HxDbObject* object = openAs<HxDbObject>(node->getTreeNodeValue(), 2);
+    HxDbObject* object = objectOfNode(node);
     if (object == nullptr) {
         // The dialog has no item for such a node.
-        if (node->getParent() == nullptr || isSelected(node->getParent(), tree.selection)) {
-            reportUnopened(node);
+        if (node->getParent() == nullptr || isChecked(tree.selection, node->getParent())) {
+            reportLeftOutNode(*node, "node", "its object cannot be opened");
         }
         return;
     }
@@ -85,14 +74,14 @@ void SceneTree::visit(HxDbTreeNode* node, Tree& tree, const std::string& shortNa
     if (isWorld) {
         setName(tree.group.get(), shortName);
     }
-    if (!isWorld && isSelected(node, tree.selection)) {
+    if (!isWorld && isChecked(tree.selection, node)) {
         addSelected(object, node, tree);
     }
 }
 
 void SceneTree::addSelected(HxDbObject* object, HxDbTreeNode* node, Tree& tree) {
     if (node == tree.root) {
-        setName(tree.group.get(), worldName);
+        setName(tree.group.get(), treelevels::world.nameless);
     }
     if (object->isKindOf(HextSite::desc())) {
         addSite(*object, node, tree);
@@ -106,7 +95,7 @@ void SceneTree::addSelected(HxDbObject* object, HxDbTreeNode* node, Tree& tree) 
 }
 
 void SceneTree::addSite(const HxDbObject& object, const HxDbTreeNode* node, Tree& tree) {
-    OwnedGroup group = namedGroup(object, siteName);
+    OwnedGroup group = namedGroup(object, treelevels::site);
     LiNwcGroupAddNode(tree.group.get(), group.get());
     tree.sites[node->objectId()] = std::move(group);
 }
@@ -121,7 +110,7 @@ void SceneTree::addBelowSite(const HxDbObject& object, HxDbTreeNode* node, Tree&
     }
     const bool isZone = object.isKindOf(HextZone::desc());
     entered_.insert(node->objectId());
-    const OwnedGroup group = namedGroup(object, isZone ? zoneName : directoryName);
+    const OwnedGroup group = namedGroup(object, isZone ? treelevels::zone : treelevels::directory);
     LiNwcGroupAddNode(site != tree.sites.end() ? site->second.get() : tree.group.get(), group.get());
     const auto addAll = isZone ? &SceneTree::addZoneChildren : &SceneTree::addDirectoryChildren;
     (this->*addAll)(node, group.get(), tree.scene, tree.selection);
@@ -155,7 +144,7 @@ void SceneTree::addDirectoryChildren(HxDbTreeNode* directoryNode, LiNwcGroup par
     hxcad::hextPrintf("\nOpen ObjId:%lld Fail", static_cast<long long>(failed->getTreeNodeValue().toInt()));
     reportRest(failed, selection);
     for (const auto& entry : level.waiting) {
-        reportPassedOver(openAs<HxDbObject>(entry.first), "node", "an object behind it cannot be opened");
+        reportLeftOut(openAs<HxDbObject>(entry.first), "node", "an object behind it cannot be opened");
     }
 }
 
@@ -164,10 +153,10 @@ const HxDbTreeNode* SceneTree::addChildren(const HxDbTreeNode* node, Level& leve
         return nullptr;
     }
     for (HxDbTreeNode* child = node->getSon(); child != nullptr; child = child->getBrother()) {
-        if (!isSelected(child, level.selection)) {
+        if (!isChecked(level.selection, child)) {
             continue;
         }
-        HxDbObject* object = openAs<HxDbObject>(child->getTreeNodeValue(), 2);
+        HxDbObject* object = objectOfNode(child);
         if (object == nullptr) {
             return child;
         }
@@ -193,21 +182,21 @@ void SceneTree::addChild(HxDbObject* object, HxDbTreeNode* node, Level& level) {
 }
 
 void SceneTree::addDirectory(const HxDbObject& object, HxDbTreeNode* node, const Level& level) {
-    if (isEnteredAgain(object, node)) {
+    if (!enterOnce(object, node)) {
         return;
     }
-    const OwnedGroup group = namedGroup(object, directoryName);
+    const OwnedGroup group = namedGroup(object, treelevels::directory);
     addDirectoryChildren(node, group.get(), level.scene, level.selection);
     LiNwcGroupAddNode(level.parentGroup, group.get());
 }
 
-// A directory below itself has no end.
-bool SceneTree::isEnteredAgain(const HxDbObject& object, const HxDbTreeNode* node) {
+// False for a node that was entered before: a directory below itself has no end.
+bool SceneTree::enterOnce(const HxDbObject& object, const HxDbTreeNode* node) {
     const bool isNew = entered_.insert(node->objectId()).second;
     if (!isNew) {
-        reportPassedOver(&object, "tree", "the directory stands in the tree a second time");
+        reportLeftOut(&object, "tree", "the directory stands in the tree a second time");
     }
-    return !isNew;
+    return isNew;
 }
 
 // Ids that the script leaves out stand in the run report already.
@@ -227,8 +216,7 @@ void SceneTree::addSortedManagers(const Level& level) {
         if (object != nullptr) {
             managers_.addManager(object, entry->second, level.parentGroup, level.selection);
         } else {
-            tolmar::runReport().passedOver(id.toInt(), "", "node",
-                                           "sortTreeNodes gives it, but no manager has this id");
+            reportLeftOut({id, "", "node"}, "sortTreeNodes gives it, but no manager has this id");
         }
     }
 }

@@ -52,7 +52,7 @@ private:
     const HxDbTreeNode* addChildren(const HxDbTreeNode* node, Level& level);
     void addChild(HxDbObject* object, HxDbTreeNode* node, Level& level);
     void addDirectory(const HxDbObject& object, HxDbTreeNode* node, const Level& level);
-    bool isEnteredAgain(const HxDbObject& object, const HxDbTreeNode* node);
+    bool enterOnce(const HxDbObject& object, const HxDbTreeNode* node);
     void addSortedManagers(const Level& level);
     void addGridSystem(const HxDbObject& grid, const HxDbTreeNode* node, LiNwcScene scene) const;
 

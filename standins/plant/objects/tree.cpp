@@ -148,18 +148,6 @@ void getAllSubObjects(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, c
     }
 }
 
-void getAllSubNode(const HxDbTreeNode* node, std::vector<HxDbTreeNode*>& out, const HxRxClass* filter, bool) {
-    out.clear();
-    if (node == nullptr) {
-        return;
-    }
-    for (ObjectData* son : node->data().sons()) {
-        if (filter == nullptr || objectOf(son->node, filter) != nullptr) {
-            out.push_back(&son->node);
-        }
-    }
-}
-
 void getTreeNodeObject(const HxDbTreeNode* node, std::vector<HxDbObject*>& out, const HxRxClass* filter) {
     out.clear();
     HxDbObject* object = node != nullptr ? objectOf(*node, filter) : nullptr;

@@ -88,18 +88,6 @@ bool callBySignature(lua_State* state, const char* function, const char* signatu
     return true;
 }
 
-// The value of a member, nil where there is no table.
-void pushMember(lua_State* state, int table, const char* key) {
-    if (!lua_istable(state, table)) {
-        lua_pushnil(state);
-        return;
-    }
-    lua_pushvalue(state, table);
-    lua_pushstring(state, key);
-    lua_rawget(state, -2);
-    lua_remove(state, -2);
-}
-
 class TableCopier {
 public:
     // The stack of `to` holds the table of copies made so far at index `known`, by the address of the original.
@@ -212,21 +200,6 @@ bool copyLuaTable(lua_State* from, int table, lua_State* to) {
     }
     lua_settop(to, done ? toTop + 1 : toTop);
     return done;
-}
-
-const char* getAString(lua_State* state, int table, const char* key) {
-    pushMember(state, table, key);
-    // A number is not converted: the text would belong to nobody.
-    const char* text = lua_type(state, -1) == LUA_TSTRING ? lua_tostring(state, -1) : nullptr;
-    lua_pop(state, 1);
-    return text;
-}
-
-int getAInt(lua_State* state, int table, const char* key) {
-    pushMember(state, table, key);
-    const int number = static_cast<int>(lua_tointeger(state, -1));
-    lua_pop(state, 1);
-    return number;
 }
 
 bool getNumbers(lua_State* state, int table, double* numbers, int count) {

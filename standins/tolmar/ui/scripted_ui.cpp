@@ -1,5 +1,6 @@
 #include "tolmar/scripted_ui.h"
 
+#include "forms/scope_dialog.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
@@ -10,23 +11,14 @@ namespace tolmar {
 
 namespace {
 
-// Keys of the option file and the check boxes that stand for them.
-struct OptionKey {
-    const char* key;
-    int control;
-};
-constexpr OptionKey optionKeys[] = {
-    {"outWeld", 12584}, {"nvExpandBranch", 12585}, {"orAxiss", 12586}, {"clearCache", 12587}};
-
 OrnLogicButton* checkBoxOf(const OrnLogicForm& form, const std::string& key) {
     for (OrnLogicControl* control : form.controls()) {
         auto* button = dynamic_cast<OrnLogicButton*>(control);
         if (button == nullptr || button->kind() != OrnLogicButton::Kind::CheckBox) {
             continue;
         }
-        const bool named = std::any_of(std::begin(optionKeys), std::end(optionKeys), [&](const OptionKey& option) {
-            return option.key == key && option.control == button->id();
-        });
+        const scopedialog::Option* option = scopedialog::optionOf(key);
+        const bool named = option != nullptr && option->id == button->id();
         if (named || wideToUtf8(button->label()) == key) {
             return button;
         }
@@ -36,7 +28,7 @@ OrnLogicButton* checkBoxOf(const OrnLogicForm& form, const std::string& key) {
 
 std::string knownOptions() {
     std::string text;
-    for (const OptionKey& option : optionKeys) {
+    for (const scopedialog::Option& option : scopedialog::options) {
         text += (text.empty() ? "" : ", ") + std::string(option.key);
     }
     return text;

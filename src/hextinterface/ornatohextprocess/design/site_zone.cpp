@@ -25,7 +25,7 @@ HxDbObject* objectOf(const HxDbTreeNode* node) {
 std::vector<HxDbObject*> zonesOf(const HxDbTreeNode* site) {
     std::vector<HxDbObject*> zones;
     NodeSet met;
-    for (const HxDbTreeNode* son = site->getSon(); son != nullptr && met.insert(son); son = son->getBrother()) {
+    for (const HxDbTreeNode* son = site->getSon(); son != nullptr && met.insert(son).second; son = son->getBrother()) {
         if (HxDbObject* zone = objectOf(son)) {
             zones.push_back(zone);
         } else {

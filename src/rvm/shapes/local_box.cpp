@@ -1,4 +1,4 @@
-#include "rvm/primitive_shape.h"
+#include "rvm/shapes/primitive_shape.h"
 
 #include <algorithm>
 #include <cmath>

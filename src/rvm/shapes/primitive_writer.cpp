@@ -1,11 +1,11 @@
-#include "rvm/primitive_writer.h"
+#include "rvm/shapes/primitive_writer.h"
 
 #include "platform/entities.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "rvm/big_endian.h"
-#include "rvm/object_material.h"
+#include "rvm/shapes/object_material.h"
 #include "tolmar/host_ui.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <charconv>
@@ -60,40 +60,25 @@ PrimitiveRow direct() {
             }};
 }
 
-template <typename Class>
-PrimitiveRow facets() {
-    return {Class::desc(), Way::Facets, nullptr};
-}
-
 const PrimitiveRow primitiveRows[] = {
-    direct<HextCylinder3D, cylinderShape>(),
-    direct<HextBox3D, boxShape>(),
-    direct<HextTorus3D, torusShape>(),
-    direct<HextConcone3D, coneShape>(),
-    direct<HextEcone3D, eccentricConeShape>(),
-    direct<HextOval3D, dishShape>(),
-    direct<HextSphere3D, sphereShape>(),
-    facets<HextSpolygon>(),
-    facets<HextRevolve>(),
-    facets<HextPrism3D>(),
-    facets<HextWedge3D>(),
-    facets<HextSaddle3D>(),
-    facets<HextSqucir3D>(),
-    facets<HextSqutorus3D>(),
-    facets<HextSqucone3D>(),
-    facets<HextScylinder3D>(),
-    facets<HextPrimaryAcad>(),
-    {HextAcadBlockReference::desc(), Way::Block, nullptr},
+    direct<HextCylinder3D, cylinderShape>(),   direct<HextBox3D, boxShape>(),
+    direct<HextTorus3D, torusShape>(),         direct<HextConcone3D, coneShape>(),
+    direct<HextEcone3D, eccentricConeShape>(), direct<HextOval3D, dishShape>(),
+    direct<HextSphere3D, sphereShape>(),       {HextAcadBlockReference::desc(), Way::Block, nullptr},
 };
+const PrimitiveRow facetRow{nullptr, Way::Facets, nullptr};
 const PrimitiveRow unknownRow{nullptr, Way::Direct, nullptr};
 
-// The row of the nearest class at or above `type`.
+// The row of the nearest class at or above `type`; facet_source knows the polygon bodies.
 const PrimitiveRow* rowOf(const TlRxClass* type) {
     for (; type != nullptr; type = type->parent()) {
         for (const PrimitiveRow& row : primitiveRows) {
             if (row.type == type) {
                 return &row;
             }
+        }
+        if (isPolygonBody(type)) {
+            return &facetRow;
         }
     }
     return &unknownRow;
@@ -358,7 +343,7 @@ void PrimitiveWriter::writePart(const TlDbEntity& part) {
 void PrimitiveWriter::reportTrouble(std::string_view name) const {
     if (trouble_ != nullptr) {
         std::string what = ownerName_.empty() ? std::string() : std::string(ownerName_) + "/";
-        tolmar::runReport().passedOver(ownerId_, what.append(name), "primitive", trouble_);
+        reportLeftOut({HxDbObjectId(ownerId_), what.append(name), "primitive"}, trouble_);
     }
 }
 

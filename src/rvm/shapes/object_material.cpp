@@ -1,4 +1,4 @@
-#include "rvm/object_material.h"
+#include "rvm/shapes/object_material.h"
 
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"

@@ -1,11 +1,17 @@
-#include "exportbase/left_out_primitives.h"
+#include "exportbase/left_out_shapes.h"
 
-#include "platform/objects.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
+
+void reportNoSmartObject(const HxDbObject* object) {
+    const bool isSmart = object != nullptr && object->isKindOf(HxDbSmrtlnEntity::desc());
+    if (object != nullptr && !isSmart && !object->isKindOf(HextNameNode::desc())) {
+        reportLeftOut(object, "object", "it is no smart object");
+    }
+}
 
 void LeftOutPrimitives::add(const HextPrimary& primitive, const char* why) {
     const auto row = std::find_if(rows_.begin(), rows_.end(), [&primitive, why](const Row& r) {
@@ -19,14 +25,12 @@ void LeftOutPrimitives::add(const HextPrimary& primitive, const char* why) {
 }
 
 void LeftOutPrimitives::report(const HxDbObject& object) {
-    const char* name = object.getDisplayName();
     for (const Row& row : rows_) {
         std::string text = row.type->name();
         if (row.count > 1) {
             text += ", " + std::to_string(row.count) + " of them";
         }
-        tolmar::runReport().passedOver(object.objectId().toInt(), name != nullptr ? name : "", "primitive",
-                                       text + ": " + row.why);
+        reportLeftOut(&object, "primitive", text + ": " + row.why);
     }
     rows_.clear();
 }

@@ -15,6 +15,9 @@ public:
     explicit NoPolygonBody(const char* className);
 };
 
+// Whether a class, and not one above it, is a polygon body.
+bool isPolygonBody(const TlRxClass* type);
+
 // Why a primitive has no or fewer triangles than it should; null when all went well. The text lives with the program.
 using MeshTrouble = const char*;
 

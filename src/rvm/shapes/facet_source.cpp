@@ -1,7 +1,9 @@
-#include "rvm/facet_source.h"
+#include "rvm/shapes/facet_source.h"
 
 #include "platform/entities.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace rvm {
@@ -145,6 +147,11 @@ bool finish(bool any, const MeshJob& job, MeshTrouble* trouble) {
 }  // namespace
 
 NoPolygonBody::NoPolygonBody(const char* className) : std::runtime_error(std::string(className) + "不是多边形体元") {}
+
+bool isPolygonBody(const TlRxClass* type) {
+    return std::any_of(std::begin(facetRows), std::end(facetRows),
+                       [type](const FacetRow& row) { return row.type == type; });
+}
 
 bool meshPrimitive(const HextPrimary& primitive, MeshIndices& indices, MeshPositions& positions, MeshNormals& normals,
                    MeshTrouble* trouble) {

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/primitives.h"
-#include "rvm/facet_source.h"
 #include "rvm/file.h"
-#include "rvm/primitive_shape.h"
+#include "rvm/shapes/facet_source.h"
+#include "rvm/shapes/primitive_shape.h"
 #include "rvm/sibling_names.h"
 
 #include <string>
