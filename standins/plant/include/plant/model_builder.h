@@ -2,13 +2,15 @@
 // in the order in which it finds it; the builder knows no file format, and a source knows nothing of the model's
 // memory.
 //
-// Two builders stand behind this interface: one makes a Model in memory (plant/memory_builder.h), one writes the text
-// of a model file as it is told (sources/json/writer.h). A third that counts or filters may stand between a source and
-// them.
+// Two builders stand behind this interface: one makes a Model in memory (plant/model/memory_builder.h), one writes the
+// text of a model file as it is told (sources/json/writer.h). A third that counts or filters may stand between a source
+// and them.
 //
-// Order of calls: project, labels and databases first; then objects, each from beginObject to endObject, a parent
-// before what stands under it; then finish. Within an object the calls stand in any order, but an attribute, point, key
-// point, branch, run, tube end or primitive comes behind those of its kind that were told before it.
+// Order of calls: project, labels and databases stand outside of objects, first where a source can; objects are told
+// each from beginObject to endObject, a parent before what stands under it; then finish. Several sources may be told
+// into one builder, one behind the other; whoever started them calls finish. Within an object the calls stand in any
+// order, but an attribute, point, key point, branch, run, tube end or primitive comes behind those of its kind that
+// were told before it.
 //
 // Texts are UTF-8 and are copied; a view need not outlive its call. A text with a zero character is refused. Lengths
 // are millimetres in world coordinates, angles as platform/primitives.h has them. References are ids: they may name
@@ -171,6 +173,8 @@ public:
     // Records of one kind, told one behind the other. A key may repeat.
     virtual void attribute(const AttributeFacts& facts) = 0;
     virtual void point(const PointFacts& facts) = 0;
+    // The object has key points of its own in the place of its points, were it none; told by the first one, too.
+    virtual void keyPoints() = 0;
     virtual void keyPoint(std::int16_t no, const Triple& at) = 0;
     virtual void tubeEnd(const TubeEndFacts& facts) = 0;
     // A branch of a pipeline in connection order.
