@@ -46,10 +46,10 @@ private:
 };
 
 const SourceFormat& formatOf(std::string_view start, const std::filesystem::path& path) {
-    const auto formats = sourceFormats();
-    const auto format = std::find_if(formats.begin(), formats.end(),
-                                     [&](const SourceFormat& one) { return one.recognises(start, path); });
-    return format == formats.end() ? formats.front() : *format;
+    const auto all = sourceFormats();
+    const auto format =
+        std::find_if(all.begin(), all.end(), [&](const SourceFormat& one) { return one.recognises(start, path); });
+    return format == all.end() ? all.front() : *format;
 }
 
 // The files of one plant, told into one model.

@@ -1,5 +1,6 @@
 // The schema beside the format's description says what the reader takes. After a change of the reader's tables, run
 // with TESSARO_REBASE=1 to write it anew.
+#include "plant/model.h"
 #include "schema_text.h"
 #include "support/files.h"
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plant/model/class_table.h"
+#include "plant/model/id_index.h"
 #include "plant/shapes/primitive_table.h"
 #include "sources/json/rows.h"
 
@@ -51,9 +52,9 @@ private:
         return R"({"enum": [)" + list + "]}";
     }
     static std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-    static Fragments namesOf(const plant::NameRows& names) {
+    static Fragments namesOf(const plant::NameRows& rows) {
         Fragments names;
-        for (const plant::NameRows::Name& name : names.names()) {
+        for (const plant::NameRows::Name& name : rows.names()) {
             names.push_back(quoted(name.text));
         }
         return names;
