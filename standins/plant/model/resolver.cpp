@@ -166,6 +166,7 @@ void Resolver::resolve(std::size_t index) {
 }
 
 void Resolver::finish() {
+    resolveNew();
     resolveProject(*model_);
     resolveRoots(*model_);
     for (const std::uint32_t index : waiting_) {
