@@ -1,38 +1,164 @@
-#include "plant/model.h"
-#include "plant/model/refusal.h"
-#include "sources/json/byte_source.h"
 #include "sources/json/model_reader.h"
+#include "sources/source.h"
 
+#include <algorithm>
+#include <cstring>
+#include <functional>
 #include <new>
 
 namespace plant {
 
 namespace {
 
-template <typename Open>
-LoadResult load(std::string_view name, Open open) {
-    LoadResult result;
-    try {
-        const std::unique_ptr<ByteSource> source = open();
-        ModelPtr model(new Model);
-        ModelReader(*model).read(*source);
-        result.model = std::move(model);
-    } catch (const Refusal& refusal) {
-        result.error = std::string(name).append(": ").append(refusal.text());
-    } catch (const std::bad_alloc&) {
-        result.error = std::string(name).append(": not enough memory");
+bool isModelFile(std::string_view start, const std::filesystem::path&) {
+    const std::size_t first = start.find_first_not_of(" \t\r\n");
+    return first != std::string_view::npos && start[first] == '{';
+}
+
+void readModelFile(SourceFile& file) {
+    ModelReader(file.builder).read(file.bytes);
+}
+
+constexpr SourceFormat formats[] = {
+    {"model file", isModelFile, readModelFile},
+};
+
+// A file whose first bytes were looked at; they come again.
+class PeekedSource final : public ByteSource {
+public:
+    explicit PeekedSource(ByteSource& rest) : rest_(&rest), start_(startSize, '\0') {
+        start_.resize(rest.read(start_.data(), start_.size()));
     }
-    return result;
+    std::string_view start() const { return start_; }
+
+    std::size_t read(char* to, std::size_t most) override {
+        const std::size_t again = std::min(most, start_.size() - used_);
+        std::memcpy(to, start_.data() + used_, again);
+        used_ += again;
+        return again + (start_.size() < startSize ? 0 : rest_->read(to + again, most - again));
+    }
+    std::string placeOf(std::uint64_t byte) const override { return rest_->placeOf(byte); }
+
+private:
+    ByteSource* rest_;
+    std::string start_;
+    std::size_t used_ = 0;
+};
+
+const SourceFormat& formatOf(std::string_view start, const std::filesystem::path& path) {
+    const auto all = sourceFormats();
+    const auto format =
+        std::find_if(all.begin(), all.end(), [&](const SourceFormat& one) { return one.recognises(start, path); });
+    return format == all.end() ? all.front() : *format;
+}
+
+// The files of one plant, told into one model.
+class Loading {
+public:
+    void add(const std::filesystem::path& path, ByteSource& bytes);
+    LoadResult finish();
+    // Why there is no model, for the file that was added last or the one that the record is of.
+    std::string errorOf(const Refusal& refusal) const;
+    void begin(const std::filesystem::path& path) {
+        told_.push_back({path.string(), builder_.objectCount(), builder_.databaseCount(), placeInModelFile});
+    }
+    const std::string& current() const { return told_.back().name; }
+
+private:
+    struct Told {
+        std::string name;
+        std::size_t firstObject;
+        std::size_t firstDatabase;
+        PlaceOfRecord placeOf;
+
+        std::size_t first(RecordNumber::Kind kind) const {
+            return kind == RecordNumber::Kind::Object ? firstObject : firstDatabase;
+        }
+    };
+    const Told& fileOf(RecordNumber record) const;
+
+    LoadResult result_{.model = ModelPtr(new Model), .error = {}, .remarks = {}};
+    MemoryBuilder builder_{*result_.model};
+    std::vector<Told> told_;
+    bool isFinishing_ = false;
+};
+
+void Loading::add(const std::filesystem::path& path, ByteSource& bytes) {
+    PeekedSource peeked(bytes);
+    SourceFile file{path, peeked, builder_, result_.remarks};
+    const SourceFormat& format = formatOf(peeked.start(), path);
+    try {
+        format.read(file);
+    } catch (...) {
+        told_.back().placeOf = file.placeOf;
+        throw;
+    }
+    told_.back().placeOf = file.placeOf;
+}
+
+LoadResult Loading::finish() {
+    isFinishing_ = true;
+    builder_.finish();
+    return std::move(result_);
+}
+
+const Loading::Told& Loading::fileOf(RecordNumber record) const {
+    const auto isBehind = [&](const Told& file) { return file.first(record.kind) > record.number; };
+    return *(std::find_if(told_.begin(), told_.end(), isBehind) - 1);
+}
+
+std::string Loading::errorOf(const Refusal& refusal) const {
+    const Told& blamed = refusal.record() ? fileOf(*refusal.record()) : isFinishing_ ? told_.front() : told_.back();
+    const std::string text = refusal.text([&](RecordNumber record) {
+        const Told& file = fileOf(record);
+        const std::string place = file.placeOf({record.kind, record.number - file.first(record.kind)});
+        return &file == &blamed ? place : place + " of " + file.name;
+    });
+    return blamed.name + ": " + text;
+}
+
+LoadResult failure(std::string error) {
+    return {.model = nullptr, .error = std::move(error), .remarks = {}};
+}
+
+using Tell = std::function<void(Loading&)>;
+
+LoadResult load(const Tell& tell) {
+    Loading loading;
+    try {
+        tell(loading);
+        return loading.finish();
+    } catch (const Refusal& refusal) {
+        return failure(loading.errorOf(refusal));
+    } catch (const std::bad_alloc&) {
+        return failure(loading.current() + ": not enough memory");
+    }
 }
 
 }  // namespace
 
+std::span<const SourceFormat> sourceFormats() {
+    return formats;
+}
+
+LoadResult loadPlant(std::span<const std::filesystem::path> files) {
+    return load([&](Loading& loading) {
+        for (const std::filesystem::path& file : files) {
+            loading.begin(file);
+            loading.add(file, *openSource(file));
+        }
+    });
+}
+
 LoadResult loadModel(const std::filesystem::path& file) {
-    return load(file.string(), [&] { return openSource(file); });
+    return loadPlant({&file, 1});
 }
 
 LoadResult loadModelText(std::string_view json, std::string_view name) {
-    return load(name, [&] { return sourceOf(json); });
+    return load([&](Loading& loading) {
+        loading.begin(name);
+        loading.add(name, *sourceOf(json));
+    });
 }
 
 }  // namespace plant

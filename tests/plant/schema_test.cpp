@@ -1,5 +1,6 @@
 // The schema beside the format's description says what the reader takes. After a change of the reader's tables, run
 // with TESSARO_REBASE=1 to write it anew.
+#include "plant/model.h"
 #include "schema_text.h"
 #include "support/files.h"
 
@@ -24,24 +25,24 @@ TEST(Schema, SaysWhatTheReaderTakes) {
 // Every member and class name of the format is told on the page for those who write files by hand.
 TEST(Schema, ThePageNamesEveryMember) {
     const std::string page = fileBytes(TESSARO_SOURCE_DIR "/docs/model-format.md");
-    const auto expectNames = [&](const plant::Shape& shape) {
-        for (const plant::Shape::Name& name : shape.names()) {
+    const auto expectNames = [&](const plant::NameRows& names) {
+        for (const plant::NameRows::Name& name : names.names()) {
             EXPECT_NE(page.find("`" + std::string(name.text) + "`"), std::string::npos)
-                << shape.title() << ": " << name.text;
+                << names.title() << ": " << name.text;
         }
     };
     for (std::size_t i = 0; i < plant::familyCount; ++i) {
-        expectNames(plant::familyTable(static_cast<plant::Family>(i)).shape);
+        expectNames(plant::familyTable(static_cast<plant::Family>(i)).names);
     }
     for (const plant::PrimitiveClass& type : plant::primitiveClasses()) {
-        expectNames(type.shape);
+        expectNames(type.names);
     }
-    namespace shapes = plant::shapes;
-    for (const plant::Shape* shape :
-         {&plant::classNames(), &plant::primitiveNames(), &plant::kindNames(), &shapes::top(), &shapes::project(),
-          &shapes::database(), &shapes::attribute(), &shapes::point(), &shapes::keyPoint(), &shapes::insulation(),
-          &shapes::end(), &shapes::run()}) {
-        expectNames(*shape);
+    namespace rows = plant::rows;
+    for (const plant::NameRows* names :
+         {&plant::classNames(), &plant::primitiveNames(), &plant::kindNames(), &rows::top(), &rows::project(),
+          &rows::database(), &rows::attribute(), &rows::point(), &rows::keyPoint(), &rows::insulation(), &rows::end(),
+          &rows::run()}) {
+        expectNames(*names);
     }
 }
 

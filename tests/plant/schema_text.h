@@ -2,7 +2,9 @@
 #pragma once
 
 #include "plant/model/class_table.h"
+#include "plant/model/id_index.h"
 #include "plant/shapes/primitive_table.h"
+#include "sources/json/rows.h"
 
 #include <initializer_list>
 #include <limits>
@@ -50,9 +52,9 @@ private:
         return R"({"enum": [)" + list + "]}";
     }
     static std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-    static Fragments namesOf(const plant::Shape& shape) {
+    static Fragments namesOf(const plant::NameRows& rows) {
         Fragments names;
-        for (const plant::Shape::Name& name : shape.names()) {
+        for (const plant::NameRows::Name& name : rows.names()) {
             names.push_back(quoted(name.text));
         }
         return names;
@@ -61,12 +63,12 @@ private:
     void define(std::string_view name, const std::string& fragment) {
         out_ += std::string(out_.ends_with("{\n") ? "" : ",\n") + "    " + quoted(name) + ": " + fragment;
     }
-    // An object with the members of a shape, whose fragments stand in the same order.
-    void defineShape(std::string_view name, const plant::Shape& shape, const Fragments& fragments) {
+    // An object with the members that the names tell, whose fragments stand in the same order.
+    void defineObject(std::string_view name, const plant::NameRows& names, const Fragments& fragments) {
         std::string properties;
         std::string required;
-        for (std::size_t i = 0; i < shape.names().size(); ++i) {
-            const plant::Shape::Name& member = shape.names()[i];
+        for (std::size_t i = 0; i < names.names().size(); ++i) {
+            const plant::NameRows::Name& member = names.names()[i];
             properties += std::string(i == 0 ? "" : ",") + "\n        " + quoted(member.text) + ": " + fragments.at(i);
             required += member.required ? (required.empty() ? "" : ", ") + quoted(member.text) : "";
         }
@@ -91,30 +93,30 @@ private:
     }
 
     void smallObjects() {
-        namespace shapes = plant::shapes;
+        namespace rows = plant::rows;
         constexpr std::int64_t largestNumber = std::numeric_limits<std::int16_t>::max();
         const std::string text = ref("text");
         const std::string number = ref("number");
-        defineShape("file", shapes::top(),
-                    {R"({"const": "tessaro-plant"})", R"({"const": 1})", ref("project"), ref("texts"),
-                     R"({"type": "array", "items": {"$ref": "#/$defs/database"}, "minItems": 1})",
-                     arrayOf(ref("object"))});
-        defineShape("project", shapes::project(),
-                    {text, text, text, oneOf({"48", "65", "73"}), text, ref("texts"), ref("texts"), whole(1, 255),
-                     ref("id"), text});
-        defineShape("database", shapes::database(), {text, text, ref("truth"), ref("id")});
-        defineShape("attribute", shapes::attribute(),
-                    {text,
-                     R"({"type": ["string", "number", "array"], "items": {"type": "number"}, "minItems": 3, )"
-                     R"("maxItems": 3})",
-                     whole(1, 9), text});
-        defineShape("point", shapes::point(),
-                    {whole(0, largestNumber), ref("triple"), whole(0, 2), either(ref("id"), ref("ids"))});
-        defineShape("keyPoint", shapes::keyPoint(), {whole(0, largestNumber), ref("triple")});
-        defineShape("insulation", shapes::insulation(), {number, text, text});
-        defineShape("end", shapes::end(),
-                    {text, text, number, number, whole(0, std::numeric_limits<std::int32_t>::max())});
-        defineShape("run", shapes::run(), {text, ref("ids"), ref("attributes")});
+        defineObject("file", rows::top(),
+                     {R"({"const": "tessaro-plant"})", R"({"const": 1})", ref("project"), ref("texts"),
+                      R"({"type": "array", "items": {"$ref": "#/$defs/database"}, "minItems": 1})",
+                      arrayOf(ref("object"))});
+        defineObject("project", rows::project(),
+                     {text, text, text, oneOf({"48", "65", "73"}), text, ref("texts"), ref("texts"), whole(1, 255),
+                      ref("id"), text});
+        defineObject("database", rows::database(), {text, text, ref("truth"), ref("id")});
+        defineObject("attribute", rows::attribute(),
+                     {text,
+                      R"({"type": ["string", "number", "array"], "items": {"type": "number"}, "minItems": 3, )"
+                      R"("maxItems": 3})",
+                      whole(1, 9), text});
+        defineObject("point", rows::point(),
+                     {whole(0, largestNumber), ref("triple"), whole(0, 2), either(ref("id"), ref("ids"))});
+        defineObject("keyPoint", rows::keyPoint(), {whole(0, largestNumber), ref("triple")});
+        defineObject("insulation", rows::insulation(), {number, text, text});
+        defineObject("end", rows::end(),
+                     {text, text, number, number, whole(0, std::numeric_limits<std::int32_t>::max())});
+        defineObject("run", rows::run(), {text, ref("ids"), ref("attributes")});
     }
 
     static std::string fragmentOf(const plant::MemberRow& row) {
@@ -181,7 +183,7 @@ private:
             for (const plant::MemberRow& row : table.members) {
                 fragments.push_back(row.reading == plant::Reading::ClassName ? oneOf(classes) : fragmentOf(row));
             }
-            defineShape(names[i], table.shape, fragments);
+            defineObject(names[i], table.names, fragments);
             any += (any.empty() ? "" : ", ") + ref(names[i]);
         }
         define("object", R"({"oneOf": [)" + any + "]}");
@@ -221,7 +223,7 @@ private:
             for (const plant::FieldRow& row : type.fields) {
                 fragments.push_back(fragmentOf(row, name));
             }
-            defineShape(name, type.shape, fragments);
+            defineObject(name, type.names, fragments);
             any += (any.empty() ? "" : ", ") + ref(name);
         }
         define("primitive", R"({"oneOf": [)" + any + "]}");

@@ -1,7 +1,7 @@
 // Memory that is taken piece by piece and given back all at once.
 #pragma once
 
-#include "sources/json/byte_part.h"
+#include "plant/model/byte_part.h"
 
 #include <cstddef>
 #include <cstdint>

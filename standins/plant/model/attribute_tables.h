@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
-#include <unordered_map>
+#include <tsl/robin_map.h>
 #include <vector>
 
 namespace plant {
@@ -25,13 +25,13 @@ public:
 
 private:
     std::vector<std::string_view> texts_;
-    std::unordered_map<std::string_view, std::uint16_t> numbers_;
+    tsl::robin_map<std::string_view, std::uint16_t> numbers_;
 };
 
 struct AttributeTables {
     NumberedTexts keys;
     NumberedTexts descriptions;
-    std::unordered_map<std::uint16_t, std::string_view> labels;  // of a key, where the record has no description
+    tsl::robin_map<std::uint16_t, std::string_view> labels;  // of a key, where the record has no description
 
     std::string_view labelOf(std::uint16_t key) const;
 };

@@ -1,5 +1,7 @@
 #include "plant/model/class_table.h"
 
+#include "plant/model/data.h"
+
 #include <array>
 #include <iterator>
 #include <limits>
@@ -10,8 +12,6 @@ namespace {
 
 constexpr std::int64_t largestInt = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t smallestInt = std::numeric_limits<std::int32_t>::min();
-constexpr std::int64_t largestPointNumber = std::numeric_limits<std::int16_t>::max();
-constexpr std::int64_t largestColor = 255;
 constexpr std::int64_t mostBolts = 1000;  // of one flange; the catalogue has a line for each
 
 constexpr MemberRow textMember(std::string_view name, Member member) {
@@ -34,7 +34,7 @@ constexpr MemberRow referencesMember(std::string_view name, Member member, const
     return {name, Reading::References, member, 0, 0, target};
 }
 
-// "id" and "class" are the first two; identityShape relies on it.
+// "id" and "class" are the first two; identityNames relies on it.
 constexpr MemberRow anyObject[] = {
     {"id", Reading::Id, Member::None, 0, 0, nullptr, true},
     {"class", Reading::ClassName, Member::None, 0, 0, nullptr, true},
@@ -170,11 +170,15 @@ FamilyTable makeFamily(const FamilyRow& family) {
     for (const auto& part : family.parts) {
         members.insert(members.end(), part.begin(), part.end());
     }
-    std::vector<Shape::Name> names;
+    std::vector<NameRows::Name> names;
+    std::uint64_t properties = 0;
+    bool isSmart = false;
     for (const MemberRow& member : members) {
         names.push_back({member.name, member.required});
+        properties |= member.member == Member::None ? 0 : std::uint64_t{1} << static_cast<unsigned>(member.member);
+        isSmart = isSmart || member.reading == Reading::Points;
     }
-    return {std::move(members), Shape(family.title, std::move(names))};
+    return {std::move(members), NameRows(family.title, std::move(names)), properties, isSmart};
 }
 
 // In the order of Family.
@@ -198,7 +202,7 @@ const std::array<FamilyTable, familyCount>& families() {
 }
 
 std::vector<const MemberRow*> makeRowsOfMembers() {
-    std::vector<const MemberRow*> rows(static_cast<std::size_t>(Member::UnitText) + 1);
+    std::vector<const MemberRow*> rows(memberCount);
     for (const FamilyTable& family : families()) {
         for (const MemberRow& member : family.members) {
             rows[static_cast<std::size_t>(member.member)] = &member;
@@ -207,8 +211,8 @@ std::vector<const MemberRow*> makeRowsOfMembers() {
     return rows;
 }
 
-Shape makeClassNames() {
-    std::vector<Shape::Name> names;
+NameRows makeClassNames() {
+    std::vector<NameRows::Name> names;
     for (const ClassRow& row : classTable) {
         names.push_back({row.name()});
     }
@@ -221,8 +225,8 @@ std::span<const ClassRow> classRows() {
     return classTable;
 }
 
-const Shape& classNames() {
-    static const Shape names = makeClassNames();
+const NameRows& classNames() {
+    static const NameRows names = makeClassNames();
     return names;
 }
 
@@ -230,10 +234,10 @@ const FamilyTable& familyTable(Family family) {
     return families()[static_cast<std::size_t>(family)];
 }
 
-const Shape& identityShape() {
-    static const Shape shape("an object before \"id\" and \"class\", which stand first",
-                             {{"id", true}, {"class", true}});
-    return shape;
+const NameRows& identityNames() {
+    static const NameRows names("an object before \"id\" and \"class\", which stand first",
+                                {{"id", true}, {"class", true}});
+    return names;
 }
 
 const MemberRow& memberRow(Member member) {
@@ -241,82 +245,19 @@ const MemberRow& memberRow(Member member) {
     return *rows[static_cast<std::size_t>(member)];
 }
 
-const Shape& kindNames() {
-    static const Shape shape("the kinds", {{"none"},
-                                           {"pipe"},
-                                           {"bend"},
-                                           {"gasket"},
-                                           {"virtualGasket"},
-                                           {"flange"},
-                                           {"hose"},
-                                           {"boss"},
-                                           {"olet"},
-                                           {"nozzle"},
-                                           {"valve"}});
-    return shape;
+const NameRows& kindNames() {
+    static const NameRows names("the kinds", {{"none"},
+                                              {"pipe"},
+                                              {"bend"},
+                                              {"gasket"},
+                                              {"virtualGasket"},
+                                              {"flange"},
+                                              {"hose"},
+                                              {"boss"},
+                                              {"olet"},
+                                              {"nozzle"},
+                                              {"valve"}});
+    return names;
 }
-
-namespace shapes {
-
-const Shape& top() {
-    static const Shape shape("the file", {{"format", true},
-                                          {"version", true},
-                                          {"project"},
-                                          {"attributeLabels"},
-                                          {"databases", true},
-                                          {"objects", true}});
-    return shape;
-}
-
-const Shape& project() {
-    static const Shape shape("the project", {{"name"},
-                                             {"path"},
-                                             {"user"},
-                                             {"module"},
-                                             {"database"},
-                                             {"designItems"},
-                                             {"projectItems"},
-                                             {"weldColor"},
-                                             {"currentManager"},
-                                             {"platformPath"}});
-    return shape;
-}
-
-const Shape& database() {
-    static const Shape shape("a database", {{"name", true}, {"shortName"}, {"main"}, {"root"}});
-    return shape;
-}
-
-const Shape& attribute() {
-    static const Shape shape("an attribute", {{"key", true}, {"value", true}, {"type"}, {"description"}});
-    return shape;
-}
-
-const Shape& point() {
-    static const Shape shape("a point", {{"no", true}, {"at", true}, {"flow"}, {"to"}});
-    return shape;
-}
-
-const Shape& keyPoint() {
-    static const Shape shape("a key point", {{"no", true}, {"at", true}});
-    return shape;
-}
-
-const Shape& insulation() {
-    static const Shape shape("an insulation", {{"thickness"}, {"material"}, {"code"}});
-    return shape;
-}
-
-const Shape& end() {
-    static const Shape shape("an end", {{"size"}, {"endType"}, {"outer"}, {"inner"}, {"section"}});
-    return shape;
-}
-
-const Shape& run() {
-    static const Shape shape("a run", {{"name", true}, {"items"}, {"attrs"}});
-    return shape;
-}
-
-}  // namespace shapes
 
 }  // namespace plant

@@ -1,9 +1,10 @@
-// The classes that a model file can name and the members that objects of each may have: what the reader reads, what
-// references may lead to, and what the format's description must tell.
+// The classes of objects and the members that objects of each may have: what a builder takes, what references may lead
+// to, how the members of a model file are named and read, and what the format's description must tell.
 #pragma once
 
-#include "plant/model/data.h"
+#include "plant/model/members.h"
 #include "plant/model/name_rows.h"
+#include "platform/objects.h"
 
 #include <cstdint>
 #include <span>
@@ -11,6 +12,12 @@
 #include <vector>
 
 namespace plant {
+
+// What a builder and a reader of model files hold true of numbers.
+inline constexpr std::int64_t largestPointNumber = 32767;
+inline constexpr std::int64_t largestSection = 2147483647;
+inline constexpr std::int64_t largestColor = 255;
+inline constexpr std::int64_t largestWeldColor = 255;
 
 // How a member is read and kept.
 enum class Reading : std::uint8_t {
@@ -71,56 +78,22 @@ struct ClassRow {
 };
 
 std::span<const ClassRow> classRows();
-// The row of a class; Shape::none when there is none of the name.
-const Shape& classNames();
+// The row of a class; NameRows::none when there is none of the name.
+const NameRows& classNames();
 
 struct FamilyTable {
     std::vector<MemberRow> members;
-    Shape shape;  // rows as `members`; "id" and "class" are the first
+    NameRows names;                // rows as `members`; "id" and "class" are the first
+    std::uint64_t properties = 0;  // a bit for each Member among them
+    bool isSmart = false;          // has points, key points, a kind and a shape
 };
 const FamilyTable& familyTable(Family family);
 // The members that may stand before the class is known.
-const Shape& identityShape();
+const NameRows& identityNames();
 // The row that a property was read by.
 const MemberRow& memberRow(Member member);
 
 // Words of the member "kind", in the order of PartKind from None on.
-const Shape& kindNames();
-
-// Shapes of the smaller objects; the enumerations number their rows.
-namespace shapes {
-
-enum class Top { Format, Version, Project, AttributeLabels, Databases, Objects };
-enum class Project {
-    Name,
-    Path,
-    User,
-    Module,
-    Database,
-    DesignItems,
-    ProjectItems,
-    WeldColor,
-    CurrentManager,
-    PlatformPath
-};
-enum class Database { Name, ShortName, Main, Root };
-enum class Attribute { Key, Value, Type, Description };
-enum class Point { No, At, Flow, To };
-enum class KeyPoint { No, At };
-enum class Insulation { Thickness, Material, Code };
-enum class End { Size, EndType, Outer, Inner, Section };
-enum class Run { Name, Items, Attrs };
-
-const Shape& top();
-const Shape& project();
-const Shape& database();
-const Shape& attribute();
-const Shape& point();
-const Shape& keyPoint();
-const Shape& insulation();
-const Shape& end();
-const Shape& run();
-
-}  // namespace shapes
+const NameRows& kindNames();
 
 }  // namespace plant

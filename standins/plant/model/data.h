@@ -5,6 +5,8 @@
 #include "plant/model.h"
 #include "plant/model/arena.h"
 #include "plant/model/attribute_tables.h"
+#include "plant/model/id_index.h"
+#include "plant/model/members.h"
 #include "plant/model/object_table.h"
 #include "platform/bom_record.h"
 #include "platform/objects.h"
@@ -15,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <tsl/robin_map.h>
 #include <unordered_map>
 #include <vector>
 
@@ -68,69 +71,6 @@ struct PipeRun {
     const char* name = nullptr;
     ReferenceList items;
     AttributeList attributes;
-};
-
-// The kinds that smrtln::isPipe and its like tell apart.
-enum class PartKind : std::uint8_t {
-    Default,
-    None,
-    Pipe,
-    Bend,
-    Gasket,
-    VirtualGasket,
-    Flange,
-    Hose,
-    Boss,
-    Olet,
-    Nozzle,
-    Valve
-};
-
-// Members that only some objects have, kept as a short list of properties.
-enum class Member : std::uint16_t {
-    None,
-    DisplayName,
-    Owner,
-    Members,
-    Standard,
-    Start,
-    Branches,
-    Runs,
-    ObjectName,
-    No,
-    KeyPoints,
-    InsNo,
-    RefNo,
-    RefVec,
-    InsVec,
-    InsPoint,
-    Spec,
-    Insulation,
-    Bolts,
-    SupItem,
-    Subs,
-    Bolt,
-    Nut,
-    Flange,
-    Ends,
-    Type,
-    Stan,
-    CName,
-    PartSpec,
-    Material,
-    UnitNumber,
-    BoltSpec,
-    Note,
-    Weight,
-    Price,
-    SortNo,
-    BoltNum,
-    NutNum,
-    Size,
-    Std,
-    EndType,
-    Rating,
-    UnitText,
 };
 
 struct Property {
@@ -259,13 +199,13 @@ public:
     Arena texts;
     AttributeTables attributes;
     ObjectTable objects{arena};
-    std::unordered_map<std::int64_t, ObjectData*> nodeIds;           // those that the file gives
-    std::unordered_map<const ObjectData*, std::int64_t> idsOfNodes;  // the same the other way
+    tsl::robin_map<std::int64_t, ObjectData*, SpreadId> nodeIds;      // those that a source gives
+    tsl::robin_map<std::int64_t, std::int64_t, SpreadId> idsOfNodes;  // the same the other way, by object id
     std::deque<DatabaseData> databases;
     DatabaseData* main = nullptr;
     ProjectData project;
-    std::vector<HextPrimary*> withDestructor;  // primitives that own memory
-    std::unordered_map<const smrtln::BomRecord*, std::string> numberTexts;
+    std::vector<HextPrimary*> withDestructor;                               // primitives that own memory
+    std::unordered_map<const smrtln::BomRecord*, std::string> numberTexts;  // texts stay where they are
     bool relinked = false;  // a test has bent the tree, which may now have a cycle
 };
 

@@ -52,7 +52,7 @@ void addMissing(Text& text, const std::vector<std::string>& keys) {
 std::string asTable(const ModelFacts& facts) {
     Text text;
     add(text, "project {}\n\ndatabases\n", facts.project);
-    for (const DatabaseFacts& database : facts.databases) {
+    for (const DatabaseCounts& database : facts.databases) {
         add(text, "  {:<28}{:>12} objects in its tree{}\n", database.name, database.objects,
             database.isMain ? ", main" : "");
     }
@@ -121,9 +121,9 @@ void addJson(Text& text, const Counts& counts) {
     }
 }
 
-void addJson(Text& text, const std::vector<DatabaseFacts>& databases) {
+void addJson(Text& text, const std::vector<DatabaseCounts>& databases) {
     Json list(text, '[', ']');
-    for (const DatabaseFacts& database : databases) {
+    for (const DatabaseCounts& database : databases) {
         Json object(list.element(), '{', '}');
         add(object.member("name"), "{}", jsonText(database.name));
         add(object.member("shortName"), "{}", jsonText(database.shortName));

@@ -13,7 +13,7 @@ namespace plant {
 
 using Counts = std::map<std::string, std::size_t>;
 
-struct DatabaseFacts {
+struct DatabaseCounts {
     std::string name;
     std::string shortName;
     bool isMain = false;
@@ -32,7 +32,7 @@ struct Bounds {
 // Texts are in UTF-8.
 struct ModelFacts {
     std::string project;
-    std::vector<DatabaseFacts> databases;
+    std::vector<DatabaseCounts> databases;
     Counts objects;     // by class
     Counts primitives;  // by class
     Counts withoutShape;

@@ -3,12 +3,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <tsl/robin_map.h>
 #include <vector>
 
 namespace plant {
 
 // Ids are numbers that a double holds exactly.
 inline constexpr std::int64_t largestId = (std::int64_t{1} << 53) - 1;
+
+// Murmur's finaliser for tables by id: every bit of the id counts in every bit of the result.
+struct SpreadId {
+    std::size_t operator()(std::int64_t id) const {
+        auto bits = static_cast<std::uint64_t>(id);
+        bits ^= bits >> 33U;
+        bits *= 0xFF51AFD7ED558CCDULL;
+        bits ^= bits >> 33U;
+        bits *= 0xC4CEB9FE1A85EC53ULL;
+        return static_cast<std::size_t>(bits ^ bits >> 33U);
+    }
+};
 
 // Ids that run on from the first one, as most files have them, are looked up in an array, the others in a hash table.
 class IdIndex {
@@ -21,29 +34,22 @@ public:
         if (place < dense_.size() && dense_[place] != none) [[likely]] {
             return dense_[place];
         }
-        return slots_.empty() ? none : slots_[slotOf(id)].number;
+        const auto at = scattered_.find(id);
+        return at == scattered_.end() ? none : at->second;
     }
     // False when the id is there already. Ids are positive.
     bool insert(std::int64_t id, std::uint32_t number);
 
 private:
-    struct Slot {
-        std::int64_t id = 0;  // 0: empty
-        std::uint32_t number = none;
-    };
     // Ids below the first one get places beyond all others.
     std::uint64_t placeOf(std::int64_t id) const {
         return static_cast<std::uint64_t>(id) - static_cast<std::uint64_t>(first_);
     }
-    // The slot of an id, or the empty one where it would go.
-    std::size_t slotOf(std::int64_t id) const;
-    void insertScattered(std::int64_t id, std::uint32_t number);
 
     std::int64_t first_ = 0;
     std::size_t count_ = 0;
     std::vector<std::uint32_t> dense_;  // by distance from the first id
-    std::vector<Slot> slots_;           // a power of two, at most half of them in use
-    std::size_t usedSlots_ = 0;
+    tsl::robin_map<std::int64_t, std::uint32_t, SpreadId> scattered_;
 };
 
 }  // namespace plant

@@ -55,7 +55,7 @@ HxDbObject* Model::find(std::int64_t id) {
 }
 
 std::int64_t Model::nodeId(const ObjectData& object) const {
-    return object.hasNodeId ? idsOfNodes.at(&object) : object.id + nodeIdOffset;
+    return object.hasNodeId ? idsOfNodes.at(object.id) : object.id + nodeIdOffset;
 }
 
 DatabaseData& ObjectData::database() const {

@@ -5,7 +5,7 @@
 
 namespace plant {
 
-Shape::Shape(std::string title, std::vector<Name> names) : title_(std::move(title)), names_(std::move(names)) {
+NameRows::NameRows(std::string title, std::vector<Name> names) : title_(std::move(title)), names_(std::move(names)) {
     assert(names_.size() <= mostNames);
     slots_.fill(none);
     for (std::size_t row = 0; row < names_.size(); ++row) {

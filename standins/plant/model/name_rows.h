@@ -12,7 +12,7 @@
 namespace plant {
 
 // Finds a name's row in a few instructions: by length and first eight letters.
-class Shape {
+class NameRows {
 public:
     struct Name {
         std::string_view text;
@@ -22,7 +22,7 @@ public:
     static constexpr std::size_t mostNames = 64;
 
     // Rows are numbered as the names stand, at most 64. `title` names the kind, "point" for example.
-    Shape(std::string title, std::vector<Name> names);
+    NameRows(std::string title, std::vector<Name> names);
 
     // The row of a name, or `none`. At least eight bytes must be readable at `text`, whatever `size` is.
     int find(const char* text, std::size_t size) const {
@@ -67,7 +67,7 @@ private:
     std::uint64_t required_ = 0;
 };
 
-inline std::uint64_t Shape::firstLetters(const char* text, std::size_t size) {
+inline std::uint64_t NameRows::firstLetters(const char* text, std::size_t size) {
     std::uint64_t start;
     std::memcpy(&start, text, lettersOfKey);
     if (size >= lettersOfKey) {

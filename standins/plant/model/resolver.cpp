@@ -1,7 +1,7 @@
 #include "plant/model/resolver.h"
 
 #include "plant/model/class_table.h"
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <string>
 #include <string_view>
@@ -9,17 +9,6 @@
 namespace plant {
 
 namespace {
-
-// Calls `body`, giving a refusal its place: a member's name or an element's number.
-template <typename Place, typename Body>
-void within(Place place, Body body) {
-    try {
-        body();
-    } catch (Refusal& refusal) {
-        refusal.within(place);
-        throw;
-    }
-}
 
 // Calls visit(reference) for each element, with its place.
 template <typename Visit>
@@ -104,9 +93,8 @@ void resolveRoot(const Model& model, DatabaseData& database) {
 void resolveRoots(Model& model) {
     for (std::size_t i = 0; i < model.databases.size(); ++i) {
         if (DatabaseData& database = model.databases[i]; database.root.id != 0) {
-            within(std::string_view("databases"), [&] {
-                within(i, [&] { within(std::string_view("root"), [&] { resolveRoot(model, database); }); });
-            });
+            about({RecordNumber::Kind::Database, i},
+                  [&] { within(std::string_view("root"), [&] { resolveRoot(model, database); }); });
         }
     }
 }
@@ -136,8 +124,8 @@ void checkNodeIds(const Model& model) {
     for (std::size_t i = 0; i < model.objects.size(); ++i) {
         const ObjectData& object = model.objects[i];
         if (object.hasNodeId || object.inTree()) {
-            within(std::string_view("objects"),
-                   [&] { within(i, [&] { within(std::string_view("node"), [&] { checkNodeId(model, object); }); }); });
+            about({RecordNumber::Kind::Object, i},
+                  [&] { within(std::string_view("node"), [&] { checkNodeId(model, object); }); });
         }
     }
 }
@@ -173,11 +161,12 @@ bool Resolver::waits(ObjectData& object) const {
 
 void Resolver::resolve(std::size_t index) {
     ObjectData& object = model_->objects[index];
-    within(std::string_view("objects"), [&] { within(index, [&] { resolveObject(*model_, object); }); });
+    about({RecordNumber::Kind::Object, index}, [&] { resolveObject(*model_, object); });
     tier_.visit(object, index);
 }
 
 void Resolver::finish() {
+    resolveNew();
     resolveProject(*model_);
     resolveRoots(*model_);
     for (const std::uint32_t index : waiting_) {

@@ -15,9 +15,9 @@ namespace plant {
 class Resolver {
 public:
     explicit Resolver(Model& model) : model_(&model) {}
-    // Resolves the objects that were read since the last call; those that refer to objects yet to come wait.
+    // Resolves the objects that were told since the last call; those that refer to objects yet to come wait.
     void resolveNew();
-    // Resolves what is left, when all is read.
+    // Resolves what is left, when all is told.
     void finish();
 
 private:

@@ -1,6 +1,7 @@
 #include "plant/shapes/primitive_table.h"
 
 #include <limits>
+#include <tsl/robin_map.h>
 #include <type_traits>
 
 namespace plant {
@@ -71,6 +72,11 @@ HextPrimary* construct(Arena& arena) {
     return ::new (arena.allocate(sizeof(Class), alignof(Class))) Class;
 }
 
+template <typename Class>
+HextPrimary* copy(Arena& arena, const HextPrimary& other) {
+    return ::new (arena.allocate(sizeof(Class), alignof(Class))) Class(static_cast<const Class&>(other));
+}
+
 HextPrimary* constructText(Arena& arena) {
     constexpr double usualHeight = 100;
     auto* text = static_cast<HextPrimaryText*>(construct<HextPrimaryText>(arena));
@@ -104,13 +110,14 @@ PrimitiveClass row(const std::vector<FieldRow>& own) {
         fields.push_back(one);
         owns = owns || ownsMemory(one);
     }
-    std::vector<Shape::Name> names;
+    std::vector<NameRows::Name> names;
     for (const FieldRow& one : fields) {
         names.push_back({one.name, one.required});
     }
     const char* name = Class::classRecord.name();
-    return {&Class::classRecord, construct<Class>, owns, std::move(fields),
-            Shape(std::string("a ") + name, std::move(names))};
+    return {&Class::classRecord, construct<Class>,
+            copy<Class>,         owns,
+            std::move(fields),   NameRows(std::string("a ") + name, std::move(names))};
 }
 
 constexpr std::int64_t mostSides = 10000;
@@ -227,8 +234,8 @@ std::vector<PrimitiveClass> makeClasses() {
     return classes;
 }
 
-Shape makeNames() {
-    std::vector<Shape::Name> names;
+NameRows makeNames() {
+    std::vector<NameRows::Name> names;
     for (const PrimitiveClass& one : primitiveClasses()) {
         names.push_back({one.record->name()});
     }
@@ -242,14 +249,26 @@ std::span<const PrimitiveClass> primitiveClasses() {
     return classes;
 }
 
-const Shape& primitiveNames() {
-    static const Shape names = makeNames();
+const NameRows& primitiveNames() {
+    static const NameRows names = makeNames();
     return names;
 }
 
-const Shape& typeShape() {
-    static const Shape shape("a primitive before \"type\", which stands first", {{"type", true}});
-    return shape;
+const PrimitiveClass* primitiveClassOf(const HextPrimary& primitive) {
+    static const auto byRecord = [] {
+        tsl::robin_map<std::string_view, const PrimitiveClass*> classes;
+        for (const PrimitiveClass& one : primitiveClasses()) {
+            classes.emplace(one.record->name(), &one);
+        }
+        return classes;
+    }();
+    const auto at = byRecord.find(primitive.isA()->name());
+    return at == byRecord.end() || at->second->record != primitive.isA() ? nullptr : at->second;
+}
+
+const NameRows& typeNames() {
+    static const NameRows names("a primitive before \"type\", which stands first", {{"type", true}});
+    return names;
 }
 
 }  // namespace plant

@@ -40,15 +40,19 @@ struct PrimitiveClass {
     const TlRxClass* record;
     // A primitive with its defaults, put into the arena.
     HextPrimary* (*construct)(Arena& arena);
+    // The same with the fields of another one of exactly this class.
+    HextPrimary* (*copy)(Arena& arena, const HextPrimary& other);
     bool ownsMemory;  // its destructor must run
     std::vector<FieldRow> fields;
-    Shape shape;  // rows as `fields`; "type" is the first
+    NameRows names;  // rows as `fields`; "type" is the first
 };
 
 std::span<const PrimitiveClass> primitiveClasses();
-// The row of a class; Shape::none when there is none of the name.
-const Shape& primitiveNames();
+// The row of a class; NameRows::none when there is none of the name.
+const NameRows& primitiveNames();
+// The class of a primitive; null for one that no model file can name.
+const PrimitiveClass* primitiveClassOf(const HextPrimary& primitive);
 // The members that may stand before the type is known: "type" alone.
-const Shape& typeShape();
+const NameRows& typeNames();
 
 }  // namespace plant

@@ -1,6 +1,6 @@
 #include "sources/json/element_scanner.h"
 
-#include "sources/json/byte_part.h"
+#include "plant/model/byte_part.h"
 
 #include <bit>
 

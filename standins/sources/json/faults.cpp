@@ -1,6 +1,6 @@
 #include "sources/json/faults.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <algorithm>
 

@@ -1,11 +1,8 @@
 #include "sources/json/model_reader.h"
 
 #include "sources/json/faults.h"
-#include "tolmar/code_page.h"
 
 #include <algorithm>
-#include <cstring>
-#include <utility>
 
 namespace plant {
 
@@ -14,7 +11,6 @@ namespace {
 constexpr std::string_view formatName = "tessaro-plant";
 constexpr std::string_view quotedFormatName = "\"tessaro-plant\"";
 constexpr std::int64_t formatVersion = 1;
-constexpr std::int64_t largestColor = 255;
 
 void checkFormat(od::value& value) {
     if (rawText(value).view() != formatName) {
@@ -55,8 +51,7 @@ void ModelReader::read(ByteSource& source) {
             refuse(refusal.text() + near + source.placeOf(piece.start + std::min(byte, piece.text.size())));
         }
     }
-    checkComplete(shapes::top(), seen_);
-    resolver_.finish();
+    checkComplete(rows::top(), seen_);
 }
 
 // The byte of the piece where reading stands; the reader is a token ahead of what is wrong.
@@ -75,7 +70,6 @@ void ModelReader::readPiece(const Piece& piece) {
     if (isEmpty && !piece.mayBeEmpty) {
         throw Refusal("nothing behind a comma", Refusal::syntax);
     }
-    resolver_.resolveNew();
     const char* rest = nullptr;
     if (document_.current_location().get(rest) == simdjson::SUCCESS) {
         throw Refusal("the end of the file expected", Refusal::syntax);
@@ -91,28 +85,28 @@ bool ModelReader::readMembers() {
         refuse("an object expected");
     }
     check(error);
-    const Shape* shape = &shapes::top();
-    eachMember(object, shape, seen_, unescape_,
-               [&](int row, od::value& value) { readTop(static_cast<shapes::Top>(row), value); });
+    const NameRows* names = &rows::top();
+    eachMember(object, names, seen_, unescape_,
+               [&](int row, od::value& value) { readTop(static_cast<rows::Top>(row), value); });
     return seen_ != before;
 }
 
 // Elements of "objects". False when there are none.
 bool ModelReader::readElements() {
-    const std::size_t before = model_->objects.size();
+    const std::size_t before = builder_->objectCount();
     try {
         od::array array;
         check(document_.get_array().get(array));
-        eachElement(array, before, [&](od::value& object) { objects_.read(object); });
+        eachElement(array, before - firstObject_, [&](od::value& object) { objects_.read(object); });
     } catch (Refusal& refusal) {
-        refusal.within(shapes::top().nameOf(static_cast<int>(shapes::Top::Objects)));
+        refusal.within(rows::top().nameOf(static_cast<int>(rows::Top::Objects)));
         throw;
     }
-    return model_->objects.size() != before;
+    return builder_->objectCount() != before;
 }
 
-void ModelReader::readTop(shapes::Top row, od::value& value) {
-    using Row = shapes::Top;
+void ModelReader::readTop(rows::Top row, od::value& value) {
+    using Row = rows::Top;
     constexpr std::uint64_t formatSeen = std::uint64_t{1} << static_cast<unsigned>(Row::Format);
     if ((seen_ & formatSeen) == 0) {
         refuse("\"format\" stands first");
@@ -125,7 +119,7 @@ void ModelReader::readTop(shapes::Top row, od::value& value) {
     case Row::Project:
         return readProject(value);
     case Row::AttributeLabels:
-        return objects_.attributes().readLabels(value);
+        return objects_.attributes().readLabels(value, *builder_);
     case Row::Databases:
         return readDatabases(value);
     case Row::Objects:
@@ -134,98 +128,85 @@ void ModelReader::readTop(shapes::Top row, od::value& value) {
 }
 
 void ModelReader::readProject(od::value& value) {
-    eachMember(value, shapes::project(), unescape_,
-               [&](int row, od::value& member) { readProjectMember(static_cast<shapes::Project>(row), member); });
+    ProjectFacts facts;
+    eachMember(value, rows::project(), unescape_,
+               [&](int row, od::value& member) { readProjectMember(static_cast<rows::Project>(row), member, facts); });
+    facts.designItems = designItems_;
+    facts.projectItems = projectItems_;
+    builder_->project(facts);
 }
 
-void ModelReader::readProjectMember(shapes::Project row, od::value& value) {
-    using Row = shapes::Project;
-    ProjectData& project = model_->project;
+void ModelReader::readProjectMember(rows::Project row, od::value& value, ProjectFacts& facts) {
+    using Row = rows::Project;
     switch (row) {
     case Row::Name:
-        project.name = texts_.keep(value);
+        facts.name = text(value);
         return;
     case Row::Path:
-        project.path = texts_.keep(value);
+        facts.path = text(value);
         return;
     case Row::User:
-        project.user = texts_.keep(value);
+        facts.user = text(value);
         return;
     case Row::Module:
-        project.module = readModule(value);
+        facts.module = readModule(value);
         return;
     case Row::Database:
-        project.database = texts_.keep(value);
+        facts.database = text(value);
         return;
     case Row::DesignItems:
-        return readItems(value, project.designItems);
+        designItems_ = readItems(value);
+        return;
     case Row::ProjectItems:
-        return readItems(value, project.projectItems);
+        projectItems_ = readItems(value);
+        return;
     case Row::WeldColor:
-        project.weldColor = static_cast<int>(wholeNumber(value, 1, largestColor));
+        facts.weldColor = static_cast<int>(wholeNumber(value, 1, largestWeldColor));
         return;
     case Row::CurrentManager:
-        project.currentManager.id = objectId(value);
+        facts.currentManager = objectId(value);
         return;
     case Row::PlatformPath:
-        project.platformPath = texts_.keep(value);
+        facts.platformPath = text(value);
         return;
     }
 }
 
-void ModelReader::readItems(od::value& value, TextMap& items) {
+std::vector<ProjectFacts::Item> ModelReader::readItems(od::value& value) {
+    std::vector<ProjectFacts::Item> items;
     eachEntry(value, "an object of texts", [&](const RawText& raw, od::value& item) {
-        const std::string key = raw.plain ? std::string(raw.view()) : tolmar::fromUtf8(unescape_(raw));
-        if (!items.emplace(key, texts_.keep(item)).second) {
-            refuse("stands twice");
-        }
+        items.push_back({unescape_(raw), text(item)});
     });
+    return items;
 }
 
 void ModelReader::readDatabases(od::value& value) {
     eachElement(value, "an array of databases", [&](od::value& database) { readDatabase(database); });
-    if (model_->databases.empty()) {
+    if (builder_->databaseCount() == firstDatabase_) {
         refuse("at least one database expected");
-    }
-    if (model_->main == nullptr) {
-        model_->main = &model_->databases.front();
     }
 }
 
 void ModelReader::readDatabase(od::value& value) {
-    using Row = shapes::Database;
-    DatabaseData& database = model_->databases.emplace_back(*model_);
-    database.shortName = nullptr;
-    eachMember(value, shapes::database(), unescape_, [&](int row, od::value& member) {
+    using Row = rows::Database;
+    DatabaseFacts facts;
+    eachMember(value, rows::database(), unescape_, [&](int row, od::value& member) {
         switch (static_cast<Row>(row)) {
         case Row::Name:
-            database.name = texts_.keep(member);
+            facts.name = text(member);
             break;
         case Row::ShortName:
-            database.shortName = texts_.keep(member);
+            facts.shortName = text(member);
             break;
         case Row::Main:
-            if (trueOrFalse(member) && std::exchange(model_->main, &database) != nullptr) {
-                refuse("another database is the main one already");
-            }
+            facts.main = trueOrFalse(member);
             break;
         case Row::Root:
-            database.root.id = objectId(member);
+            facts.root = objectId(member);
             break;
         }
     });
-    if (database.shortName == nullptr) {
-        database.shortName = database.name;
-    }
-    checkDatabase(database);
-}
-
-void ModelReader::checkDatabase(const DatabaseData& database) const {
-    for (const DatabaseData& other : model_->databases) {
-        if (&other != &database && std::strcmp(other.name, database.name) == 0) {
-            refuse("another database has this name");
-        }
-    }
+    builder_->database(facts);
 }
 
 }  // namespace plant

@@ -1,7 +1,7 @@
 #include "sources/json/piece_cutter.h"
 
 #include "plant/model/arena.h"
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "sources/json/element_scanner.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // reader's index of it ever stands in memory as a whole.
 #pragma once
 
-#include "sources/json/byte_source.h"
+#include "sources/byte_source.h"
 #include "sources/json/element_scanner.h"
 
 #include <cstddef>

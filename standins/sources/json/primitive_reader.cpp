@@ -1,7 +1,5 @@
 #include "sources/json/primitive_reader.h"
 
-#include "tolmar/code_page.h"
-
 namespace plant {
 
 namespace {
@@ -79,41 +77,33 @@ void readAnything(od::value& value, Unescaper& unescape, int depth) {
 
 }  // namespace
 
-void PrimitiveReader::read(od::value& value, ObjectData& object) {
-    primitives_.clear();
-    eachElement(value, "an array of primitives",
-                [&](od::value& element) { primitives_.push_back(readPrimitive(element)); });
-    object.primitives = model_->arena.copy(primitives_);
-    object.primitiveCount = static_cast<std::uint32_t>(primitives_.size());
-    object.hasShape = true;
+void PrimitiveReader::read(od::value& value) {
+    builder_->shape();
+    eachElement(value, "an array of primitives", [&](od::value& element) { readPrimitive(element); });
 }
 
-HextPrimary* PrimitiveReader::readPrimitive(od::value& value) {
+void PrimitiveReader::readPrimitive(od::value& value) {
     Current current;
-    const Shape* shape = &typeShape();
+    const NameRows* names = &typeNames();
     od::object object = objectOf(value, "a primitive");
-    eachMember(object, shape, texts_->unescape(), [&](int row, od::value& member) {
+    eachMember(object, names, *unescape_, [&](int row, od::value& member) {
         if (current.type == nullptr) {
             begin(member, current);
-            shape = &current.type->shape;
+            names = &current.type->names;
         } else {
             readField(member, current.type->fields[static_cast<std::size_t>(row)], *current.primitive);
         }
     });
-    return current.primitive;
 }
 
 void PrimitiveReader::begin(od::value& typeName, Current& current) {
     const RawText name = rawText(typeName);
-    const int row = name.plain ? primitiveNames().find(name.data, name.size) : Shape::none;
-    if (row == Shape::none) {
+    const int row = name.plain ? primitiveNames().find(name.data, name.size) : NameRows::none;
+    if (row == NameRows::none) {
         refuseValue(typeName, "the name of a primitive class");
     }
     current.type = &primitiveClasses()[static_cast<std::size_t>(row)];
-    current.primitive = current.type->construct(model_->arena);
-    if (current.type->ownsMemory) {
-        model_->withDestructor.push_back(current.primitive);
-    }
+    current.primitive = &builder_->newPrimitive(*current.type);
 }
 
 void PrimitiveReader::readField(od::value& value, const FieldRow& field, HextPrimary& primitive) {
@@ -136,10 +126,10 @@ void PrimitiveReader::readField(od::value& value, const FieldRow& field, HextPri
         at<std::int16_t>(field, primitive) = static_cast<std::int16_t>(wholeNumber(value, field.low, field.high));
         break;
     case FieldType::PlatformText:
-        at<const char*>(field, primitive) = texts_->keep(value);
+        unescape_->tell(rawText(value), [&](auto text) { at<const char*>(field, primitive) = builder_->keep(text); });
         break;
     case FieldType::OwnText:
-        at<std::string>(field, primitive) = ownText(value);
+        at<std::string>(field, primitive) = inCodePage((*unescape_)(rawText(value)));
         break;
     case FieldType::Outline:
         at<HextOwned<HextVertexList>>(field, primitive) = readOutline(value);
@@ -153,22 +143,16 @@ void PrimitiveReader::readField(od::value& value, const FieldRow& field, HextPri
     }
 }
 
-std::string PrimitiveReader::ownText(od::value& value) {
-    const RawText raw = rawText(value);
-    return raw.plain ? std::string(raw.view()) : tolmar::fromUtf8(texts_->unescape()(raw));
-}
-
 // The JSON text of an entity as it stands in the file, or what a text holds, in UTF-8 both.
 std::string PrimitiveReader::entityText(od::value& value) {
     if (typeOf(value) == od::json_type::string) {
-        const RawText raw = rawText(value);
-        return std::string(raw.plain ? raw.view() : texts_->unescape()(raw));
+        return std::string((*unescape_)(rawText(value)));
     }
     if (typeOf(value) != od::json_type::object) {
         refuseValue(value, "an object or a text");
     }
     const char* start = value.raw_json_token().data();
-    readAnything(value, texts_->unescape(), 0);
+    readAnything(value, *unescape_, 0);
     const char* end = nullptr;
     check(document_->current_location().get(end));
     while (end[-1] != '}') {

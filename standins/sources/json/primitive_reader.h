@@ -1,37 +1,34 @@
-// Reads the shapes of objects.
+// Reads the shapes of objects. A primitive is made in the model as soon as its class is known, and its fields are
+// filled by the table of the class, so nothing is copied.
 #pragma once
 
-#include "plant/model/data.h"
+#include "plant/model/memory_builder.h"
 #include "plant/shapes/primitive_table.h"
-#include "sources/json/text_keeper.h"
-
-#include <vector>
+#include "sources/json/values.h"
 
 namespace plant {
 
 class PrimitiveReader {
 public:
-    PrimitiveReader(Model& model, od::document& document, TextKeeper& texts)
-        : model_(&model), document_(&document), texts_(&texts) {}
+    PrimitiveReader(MemoryBuilder& builder, od::document& document, Unescaper& unescape)
+        : builder_(&builder), document_(&document), unescape_(&unescape) {}
 
-    // Gives the object its shape, an array of primitives.
-    void read(od::value& value, ObjectData& object);
+    // Tells the shape of the object in hand, an array of primitives.
+    void read(od::value& value);
 
 private:
     struct Current {
         const PrimitiveClass* type = nullptr;
         HextPrimary* primitive = nullptr;
     };
-    HextPrimary* readPrimitive(od::value& value);
+    void readPrimitive(od::value& value);
     void begin(od::value& typeName, Current& current);
     void readField(od::value& value, const FieldRow& field, HextPrimary& primitive);
-    std::string ownText(od::value& value);
     std::string entityText(od::value& value);
 
-    Model* model_;
+    MemoryBuilder* builder_;
     od::document* document_;
-    TextKeeper* texts_;
-    std::vector<HextPrimary*> primitives_;
+    Unescaper* unescape_;
 };
 
 }  // namespace plant

@@ -1,20 +1,11 @@
 #include "sources/json/values.h"
 
-#include "plant/model/data.h"
-
 #include <bit>
 #include <cstring>
 
 namespace plant {
 
 namespace {
-
-const char* closingQuote(const char* at) {
-    while (*at != '"') {
-        at += *at == '\\' ? 2 : 1;
-    }
-    return at;
-}
 
 // A piece of the file for a message: at most `most` bytes, whole characters.
 std::string excerpt(std::string_view text) {
@@ -80,13 +71,16 @@ RawText scanLongText(const char* start) {
     }
     at += std::countr_zero(stops);
     const bool plain = *at == '"';
-    const char* end = plain ? at : closingQuote(at);
-    return {start, static_cast<std::size_t>(end - start), plain};
+    bool escaped = false;
+    for (; *at != '"'; at += *at == '\\' ? 2 : 1) {
+        escaped = escaped || *at == '\\';
+    }
+    return {start, static_cast<std::size_t>(at - start), plain, escaped};
 }
 
-std::string_view Unescaper::operator()(const RawText& text) {
-    buffer_.resize(text.size + simdjson::SIMDJSON_PADDING);
-    std::uint8_t* end = buffer_.data();
+std::string_view Unescaper::unescape(const RawText& text) {
+    std::vector<std::uint8_t>& buffer = texts_.emplace_back(text.size + simdjson::SIMDJSON_PADDING);
+    std::uint8_t* end = buffer.data();
     const od::raw_json_string raw(reinterpret_cast<const std::uint8_t*>(text.data));
     std::string_view result;
     if (parser_->unescape(raw, end).get(result) != simdjson::SUCCESS) {
@@ -135,20 +129,20 @@ void readTriple(od::value& value, double* const (&places)[3]) {
     }
 }
 
-int rowOfEscaped(const Shape& shape, const RawText& key, Unescaper& unescape) {
+int rowOfEscaped(const NameRows& names, const RawText& key, Unescaper& unescape) {
     constexpr std::size_t readable = 8;
     std::string name(unescape(key));
     const std::size_t size = name.size();
-    return shape.find(name.append(readable, '\0').data(), size);
+    return names.find(name.append(readable, '\0').data(), size);
 }
 
-void refuseMember(const Shape& shape, int row) {
-    refuse(row == Shape::none ? std::string("no member of ").append(shape.title()) : "stands twice");
+void refuseMember(const NameRows& names, int row) {
+    refuse(row == NameRows::none ? std::string("no member of ").append(names.title()) : "stands twice");
 }
 
-void refuseIncomplete(const Shape& shape, std::uint64_t seen) {
-    const int row = std::countr_zero(shape.required() & ~seen);
-    refuse("member \"" + std::string(shape.nameOf(row)) + "\" is missing");
+void refuseIncomplete(const NameRows& names, std::uint64_t seen) {
+    const int row = std::countr_zero(names.required() & ~seen);
+    refuse("member \"" + std::string(names.nameOf(row)) + "\" is missing");
 }
 
 }  // namespace plant

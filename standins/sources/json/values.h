@@ -1,14 +1,17 @@
 // Reading of JSON values, strictly: whatever is not what it should be is refused with its place.
 #pragma once
 
+#include "plant/model/byte_part.h"
 #include "plant/model/id_index.h"
 #include "plant/model/name_rows.h"
-#include "plant/model/refusal.h"
-#include "sources/json/byte_part.h"
+#include "plant/model/text_keeper.h"
+#include "plant/model_builder.h"
+#include "plant/refusal.h"
 #include "sources/json/short_number.h"
 
 #include <bit>
 #include <cstdint>
+#include <deque>
 #include <simdjson.h>
 #include <string>
 #include <string_view>
@@ -33,8 +36,10 @@ inline void check(simdjson::error_code error) {
 struct RawText {
     const char* data;
     std::size_t size;
-    bool plain;  // ASCII without escapes: the text itself
+    bool plain;            // ASCII without escapes: the text itself
+    bool escaped = false;  // holds escapes
     std::string_view view() const { return {data, size}; }
+    PlainText asPlain() const { return {data, size}; }
 };
 RawText scanLongText(const char* start);
 // Bytes at which a plain text ends or turns out not to be plain.
@@ -52,17 +57,35 @@ inline RawText scanText(const char* start) {
     return scanLongText(start);
 }
 
-// Turns escapes into what they stand for. Results stay valid until the next call.
+// Turns escapes into what they stand for.
 class Unescaper {
 public:
     // The parser lives as long as this.
     explicit Unescaper(const od::parser& parser) : parser_(&parser) {}
-    // UTF-8; a zero character is refused.
-    std::string_view operator()(const RawText& text);
+    // The text in UTF-8, which stays valid until `forget` as long as the file's piece is in hand; a zero character is
+    // refused.
+    std::string_view operator()(const RawText& text) { return text.escaped ? unescape(text) : text.view(); }
+    // Calls tell(text) with the text in the form that is quickest to keep.
+    template <typename Tell>
+    void tell(const RawText& text, Tell tell) {
+        if (text.plain) [[likely]] {
+            tell(text.asPlain());
+        } else {
+            tell((*this)(text));
+        }
+    }
+    // Gives room back that past texts took.
+    void forget() {
+        if (!texts_.empty()) {
+            texts_.clear();
+        }
+    }
 
 private:
+    std::string_view unescape(const RawText& text);
+
     const od::parser* parser_;
-    std::vector<std::uint8_t> buffer_;
+    std::deque<std::vector<std::uint8_t>> texts_;
 };
 
 inline std::int64_t wholeNumber(od::value& value, std::int64_t low, std::int64_t high) {
@@ -103,9 +126,14 @@ inline RawText rawText(od::value& value, std::string_view expected = "a text") {
 od::json_type typeOf(od::value& value);
 // An array of three finite numbers, each put straight into its place.
 void readTriple(od::value& value, double* const (&places)[3]);
-template <typename Triple>
-void readTriple(od::value& value, Triple& triple) {
-    readTriple(value, {&triple.x, &triple.y, &triple.z});
+template <typename Point>
+void readTriple(od::value& value, Point& point) {
+    readTriple(value, {&point.x, &point.y, &point.z});
+}
+inline Triple readTriple(od::value& value) {
+    Triple triple;
+    readTriple(value, {&triple[0], &triple[1], &triple[2]});
+    return triple;
 }
 
 // Calls handle(element) for each element of an array, whose first one counts as number `index` in messages.
@@ -166,42 +194,42 @@ void eachEntry(od::value& value, std::string_view expected, Handle handle) {
     eachEntry(object, handle);
 }
 
-[[noreturn]] void refuseMember(const Shape& shape, int row);
-int rowOfEscaped(const Shape& shape, const RawText& key, Unescaper& unescape);
-// The row of a key in a shape; a key that is not there or stands twice is refused. `seen` has a bit for each row.
-inline int rowOf(const Shape& shape, const RawText& key, Unescaper& unescape, std::uint64_t& seen) {
-    const int row = key.plain ? shape.find(key.data, key.size) : rowOfEscaped(shape, key, unescape);
-    if (row == Shape::none || (seen >> row & 1U) != 0) [[unlikely]] {
-        refuseMember(shape, row);
+[[noreturn]] void refuseMember(const NameRows& names, int row);
+int rowOfEscaped(const NameRows& names, const RawText& key, Unescaper& unescape);
+// The row of a key in a names; a key that is not there or stands twice is refused. `seen` has a bit for each row.
+inline int rowOf(const NameRows& names, const RawText& key, Unescaper& unescape, std::uint64_t& seen) {
+    const int row = key.plain ? names.find(key.data, key.size) : rowOfEscaped(names, key, unescape);
+    if (row == NameRows::none || (seen >> row & 1U) != 0) [[unlikely]] {
+        refuseMember(names, row);
     }
     seen |= std::uint64_t{1} << row;
     return row;
 }
-[[noreturn]] void refuseIncomplete(const Shape& shape, std::uint64_t seen);
-inline void checkComplete(const Shape& shape, std::uint64_t seen) {
-    if ((shape.required() & ~seen) != 0) [[unlikely]] {
-        refuseIncomplete(shape, seen);
+[[noreturn]] void refuseIncomplete(const NameRows& names, std::uint64_t seen);
+inline void checkComplete(const NameRows& names, std::uint64_t seen) {
+    if ((names.required() & ~seen) != 0) [[unlikely]] {
+        refuseIncomplete(names, seen);
     }
 }
 
-// Calls handle(row of the shape, value) for each member of an object and marks it as seen. The handler may set the
-// pointer to another shape whose first rows are the same.
+// Calls handle(row of the names, value) for each member of an object and marks it as seen. The handler may set the
+// pointer to another names whose first rows are the same.
 template <typename Handle>
-void eachMember(od::object& object, const Shape* const& shape, std::uint64_t& seen, Unescaper& unescape,
+void eachMember(od::object& object, const NameRows* const& names, std::uint64_t& seen, Unescaper& unescape,
                 Handle handle) {
-    eachEntry(object, [&](const RawText& key, od::value& value) { handle(rowOf(*shape, key, unescape, seen), value); });
+    eachEntry(object, [&](const RawText& key, od::value& value) { handle(rowOf(*names, key, unescape, seen), value); });
 }
 // The same for a whole object, all of whose required members must be there.
 template <typename Handle>
-void eachMember(od::object& object, const Shape* const& shape, Unescaper& unescape, Handle handle) {
+void eachMember(od::object& object, const NameRows* const& names, Unescaper& unescape, Handle handle) {
     std::uint64_t seen = 0;
-    eachMember(object, shape, seen, unescape, handle);
-    checkComplete(*shape, seen);
+    eachMember(object, names, seen, unescape, handle);
+    checkComplete(*names, seen);
 }
 template <typename Handle>
-void eachMember(od::value& value, const Shape& shape, Unescaper& unescape, Handle handle) {
+void eachMember(od::value& value, const NameRows& names, Unescaper& unescape, Handle handle) {
     od::object object = objectOf(value, "an object");
-    eachMember(object, &shape, unescape, handle);
+    eachMember(object, &names, unescape, handle);
 }
 
 }  // namespace plant

@@ -1,12 +1,18 @@
-// The plant model in memory: reading a model file, and the model that the platform's operations answer from.
+// The plant model in memory: reading the files of a plant, and the model that the platform's operations answer from.
+//
+// Files go through the sources of their formats (sources/source.h) and one builder (plant/model_builder.h) into a
+// Model, which is made the current one; from then on the operations of platform/*.h answer from it, and exports, the
+// tree and what is printed of a model know nothing of files.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class HxDbTreeNode;
 
@@ -18,16 +24,30 @@ struct ModelDeleter {
 };
 using ModelPtr = std::unique_ptr<Model, ModelDeleter>;
 
+// What a source met in a file and could not take over, though the rest of it is good. UTF-8.
+struct LoadRemark {
+    enum class Grade : std::uint8_t { Note, Loss, Fault };
+    Grade grade = Grade::Note;
+    std::string code;   // short and stable, the same for every remark of its kind
+    std::string place;  // file and place in it
+    std::string text;
+};
+
 // A model or the reason why there is none: UTF-8, beginning with the file's name and the place, such as
 // "plant.json: objects[17].points[2].flow: 1, 2 or 0 expected, \"x\" found".
 struct LoadResult {
     ModelPtr model;
     std::string error;
+    std::vector<LoadRemark> remarks;  // in the order of the files; a model file is taken whole or not at all
     explicit operator bool() const { return model != nullptr; }
 };
 
 // A refused file leaves nothing behind. The whole model lives in the result; nothing of the file is needed later.
 LoadResult loadModel(const std::filesystem::path& file);
+// One plant of several files, told one behind the other: a file may refer to what stands in any other of them. Ids and
+// names of databases are unique in all together; of what two files say of the project, the first says holds.
+// At least one file.
+LoadResult loadPlant(std::span<const std::filesystem::path> files);
 // The same from text; `name` stands for the file in messages.
 LoadResult loadModelText(std::string_view json, std::string_view name = "model");
 

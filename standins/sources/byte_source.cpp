@@ -1,6 +1,6 @@
-#include "sources/json/byte_source.h"
+#include "sources/byte_source.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,0 +1,44 @@
+// The file formats that plants come from: a row for each. A format is told by a file's first bytes or its name, and its
+// source reads the file into a builder, knowing nothing of the other files of the plant nor of the model's memory.
+//
+// loadPlant (plant/model.h) takes the files of a plant one by one, in the order in which they are named: it opens the
+// file, finds the row that recognises it and lets the row's source tell what is in it; when all are told it finishes
+// the model. A new format is a folder beside json/ and a row in load.cpp.
+#pragma once
+
+#include "plant/model.h"
+#include "plant/model/memory_builder.h"
+#include "plant/refusal.h"
+#include "sources/byte_source.h"
+
+#include <filesystem>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace plant {
+
+// One file on its way into the model; everything lives as long as the call of `read`, but for `placeOf`.
+struct SourceFile {
+    std::filesystem::path path;  // in messages, and where companions of the file stand; text in memory has a plain name
+    ByteSource& bytes;           // from the start of the file
+    MemoryBuilder& builder;      // what other files told stands in it already
+    std::vector<LoadRemark>& remarks;
+    // Says where a record of this file stands, numbered from 0 in the file. A source whose records do not stand as
+    // those of a model file do gives its own before it tells the first; it is called until the model is finished.
+    PlaceOfRecord placeOf = placeInModelFile;
+};
+
+struct SourceFormat {
+    std::string_view name;
+    // `start` is the first `startSize` bytes of the file, or all of a shorter one.
+    bool (*recognises)(std::string_view start, const std::filesystem::path& path);
+    // Tells all of the file, but does not finish the model. Throws a Refusal with a place within the file.
+    void (*read)(SourceFile& file);
+};
+inline constexpr std::size_t startSize = 4096;
+
+// A file that none recognises goes to the first one, which says what it misses.
+std::span<const SourceFormat> sourceFormats();
+
+}  // namespace plant
