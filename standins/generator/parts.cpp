@@ -137,8 +137,7 @@ private:
             const TextLine length(part.length);
             tellAttributes(*model_, {{"length", length}, {"pipelength", length}});
         }
-        tellAttributes(*model_,
-                       {{"material", pipeline_->type().material}, {"name", utf8(row(part.family).name)}});
+        tellAttributes(*model_, {{"material", pipeline_->type().material}, {"name", utf8(row(part.family).name)}});
         tellTag(*model_, part);
         tellLineAttributes(pipeline_->insulated);
     }
@@ -211,7 +210,8 @@ private:
     const PipelinePlan* pipeline_;
 };
 
-// ------------------------------------------------------------------------------------------------------------ pipelines
+// ------------------------------------------------------------------------------------------------------------
+// pipelines
 
 TextLine coordinates(const Point& at) {
     return TextLine(at.x, ",", at.y, ",", at.z);
@@ -248,7 +248,8 @@ void tellManager(ModelBuilder& model, const PipelinePlan& pipeline, Id zone) {
     model.endObject();
 }
 
-// -------------------------------------------------------------------------------------------------------------- nozzles
+// --------------------------------------------------------------------------------------------------------------
+// nozzles
 
 void tellNozzleAttributes(ModelBuilder& model, const NozzlePlan& nozzle, const NozzleOwner& owner, Id specification) {
     const PipingClass& type = pipingClasses[0];
@@ -277,14 +278,13 @@ void tellNozzleAttributes(ModelBuilder& model, const NozzlePlan& nozzle, const N
                                {"angle", "90"},
                                {"P2", TextLine(nozzle.corner.distanceTo(nozzle.face))}});
     }
-    tellAttributes(model,
-                   {{"P1", TextLine(nozzle.inner.distanceTo(nozzle.bent ? nozzle.corner : nozzle.face))},
-                    {"rating", type.rating},
-                    {"thick", TextLine(size.wall)},
-                    {"material", type.material},
-                    {"owner", TextLine(owner.id)},
-                    {"insul", "0"},
-                    {"minsul", "0"}});
+    tellAttributes(model, {{"P1", TextLine(nozzle.inner.distanceTo(nozzle.bent ? nozzle.corner : nozzle.face))},
+                           {"rating", type.rating},
+                           {"thick", TextLine(size.wall)},
+                           {"material", type.material},
+                           {"owner", TextLine(owner.id)},
+                           {"insul", "0"},
+                           {"minsul", "0"}});
 }
 
 void tellNozzlePoints(ModelBuilder& model, const NozzlePlan& nozzle) {

@@ -17,10 +17,10 @@ struct Label {
     std::string_view key;
     std::u8string_view text;
 };
-constexpr Label labels[] = {{"item", u8"类别"},        {"itype", u8"子类"},      {"specname", u8"管道等级"},
-                            {"size1", u8"公称直径1"},  {"size2", u8"公称直径2"}, {"rating", u8"公称压力"},
-                            {"material", u8"材料"},    {"name", u8"名称"},       {"tag", u8"位号"},
-                            {"lineno", u8"管线号"},    {"eqno", u8"设备位号"},   {"destemp", u8"设计温度"}};
+constexpr Label labels[] = {{"item", u8"类别"},       {"itype", u8"子类"},      {"specname", u8"管道等级"},
+                            {"size1", u8"公称直径1"}, {"size2", u8"公称直径2"}, {"rating", u8"公称压力"},
+                            {"material", u8"材料"},   {"name", u8"名称"},       {"tag", u8"位号"},
+                            {"lineno", u8"管线号"},   {"eqno", u8"设备位号"},   {"destemp", u8"设计温度"}};
 
 }  // namespace
 
@@ -42,11 +42,8 @@ void PlantWriter::write(const std::function<bool()>& isWanted) {
 void PlantWriter::tellHead() {
     world_ = ids_.next();
     civilWorld_ = ids_.next();
-    model_->project({.name = "GeneratedPlant",
-                     .user = "designer",
-                     .module = 65,
-                     .weldColor = 1,
-                     .currentManager = world_});
+    model_->project(
+        {.name = "GeneratedPlant", .user = "designer", .module = 65, .weldColor = 1, .currentManager = world_});
     for (const Label& label : labels) {
         model_->attributeLabel(label.key, utf8(label.text));
     }

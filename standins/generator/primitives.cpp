@@ -218,7 +218,7 @@ void Primitives::extrusion(const Point& origin, const Vector& x, const Vector& y
     solid.height = thousandths(height);
     solid.outline = polygon(outline);
     if (!hole.empty()) {
-        solid.holes = std::vector{polygon(hole)};
+        solid.holes = std::vector<HextVertexList>{polygon(hole)};
     }
     add(solid);
 }
@@ -229,7 +229,7 @@ void Primitives::disc(const Point& origin, double height, double radius, double 
     solid.height = thousandths(height);
     solid.outline = circle(radius);
     if (inner > 0) {
-        solid.holes = std::vector{circle(inner)};
+        solid.holes = std::vector<HextVertexList>{circle(inner)};
     }
     add(solid);
 }
@@ -278,8 +278,7 @@ void Primitives::hostBlock(const Point& center, const Vector& size) {
 
 void Primitives::hostLine(const Point& start, const Point& end) {
     HextPrimaryAcadEntity line;
-    line.serial =
-        "{\"type\":\"line\",\"startPoint\":" + pointText(start) + ",\"endPoint\":" + pointText(end) + "}";
+    line.serial = "{\"type\":\"line\",\"startPoint\":" + pointText(start) + ",\"endPoint\":" + pointText(end) + "}";
     model_->primitive(line);
 }
 

@@ -59,9 +59,8 @@ public:
     bool full() const { return left_ <= 0; }
 
     void addColumn(const Point& foot, double height) {
-        add(column, foot, foot + up * height, [&](Primitives& shape) {
-            shape.extrusion(foot, east, north, height, columnSection);
-        });
+        add(column, foot, foot + up * height,
+            [&](Primitives& shape) { shape.extrusion(foot, east, north, height, columnSection); });
     }
     void addBeam(const Point& from, const Point& to) {
         add(beam, from, to, [&](Primitives& shape) {
@@ -136,7 +135,8 @@ int tellFoundations(const Target& to, const Place& place, std::span<const Point>
     return count;
 }
 
-// ---------------------------------------------------------------------------------------------------------------- grids
+// ----------------------------------------------------------------------------------------------------------------
+// grids
 
 namespace {
 
@@ -171,7 +171,8 @@ int tellGrid(const Target& to, const Place& place, int count) {
     return count;
 }
 
-// ------------------------------------------------------------------------------------------------------ ducts and trays
+// ------------------------------------------------------------------------------------------------------ ducts and
+// trays
 
 namespace {
 
@@ -204,7 +205,7 @@ public:
         ModelBuilder& model = to_->model;
         beginObject(model, next_, "HxDbTubeModelSpec", pipeline_);
         model.text(TextMember::ObjectName, kind_->item);
-        tellAttributes(itype);
+        tellPieceAttributes(itype);
         tellPoint(model, 0, from + (to - from) * 0.5);
         tellPoint(model, 1, from);
         tellPoint(model, 2, to);
@@ -217,18 +218,18 @@ public:
     int count() const { return count_; }
 
 private:
-    void tellAttributes(const char* itype) {
-        generator::tellAttributes(to_->model, {{"item", kind_->item},
-                                               {"itype", itype},
-                                               {"smrtln", "Normal"},
-                                               {"module", kind_->module},
-                                               {"size1", kind_->size},
-                                               {"size2", kind_->size},
-                                               {"name", utf8(kind_->name)},
-                                               {"mtype", "duct"},
-                                               {"lineno", TextLine(pipeline_)},
-                                               {"insul", "0"},
-                                               {"minsul", "0"}});
+    void tellPieceAttributes(const char* itype) {
+        tellAttributes(to_->model, {{"item", kind_->item},
+                                    {"itype", itype},
+                                    {"smrtln", "Normal"},
+                                    {"module", kind_->module},
+                                    {"size1", kind_->size},
+                                    {"size2", kind_->size},
+                                    {"name", utf8(kind_->name)},
+                                    {"mtype", "duct"},
+                                    {"lineno", TextLine(pipeline_)},
+                                    {"insul", "0"},
+                                    {"minsul", "0"}});
     }
 
     const Target* to_;

@@ -40,7 +40,8 @@ EntityCheck::~EntityCheck() = default;
 
 bool EntityCheck::canStand(std::string_view serial) {
     dom::element value;
-    return serial.starts_with('{') && parser_->json.parse(serial.data(), serial.size()).get(value) == simdjson::SUCCESS && value.is_object() &&
+    return serial.starts_with('{') &&
+           parser_->json.parse(serial.data(), serial.size()).get(value) == simdjson::SUCCESS && value.is_object() &&
            isReadable(value, 0);
 }
 

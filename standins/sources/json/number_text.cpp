@@ -45,7 +45,8 @@ char* tryDecimals(char* at, double value, std::uint64_t unit) {
 char* writeAnyNumber(char* at, double value) {
     constexpr double smallestPlain = 1e-7;
     const bool plain = value >= smallestPlain && value < firstWithExponent;
-    return std::to_chars(at, at + longestNumber, value, plain ? std::chars_format::fixed : std::chars_format::scientific)
+    return std::to_chars(at, at + longestNumber, value,
+                         plain ? std::chars_format::fixed : std::chars_format::scientific)
         .ptr;
 }
 

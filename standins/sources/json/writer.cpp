@@ -63,8 +63,8 @@ std::uint8_t rowOf(int first, Member member) {
     return static_cast<std::uint8_t>(first + static_cast<int>(member));
 }
 
-constexpr std::string_view kindNames[] = {"",     "none", "pipe", "bend",   "gasket", "virtualGasket", "flange",
-                                          "hose", "boss", "olet", "nozzle", "valve"};
+constexpr std::string_view kindNames[] = {"",       "none", "pipe", "bend", "gasket", "virtualGasket",
+                                          "flange", "hose", "boss", "olet", "nozzle", "valve"};
 static_assert(std::size(kindNames) == static_cast<int>(PartKind::Valve) + 1);
 
 void writeTriple(OutputText& text, const Triple& triple) {
@@ -77,7 +77,8 @@ JsonModelWriter::JsonModelWriter(Sink sink, Rewrite rewrite) : sink_(std::move(s
     text_.raw("{\"format\":\"tessaro-plant\",\"version\":1");
 }
 
-// ---------------------------------------------------------------------------------------------------- before the objects
+// ---------------------------------------------------------------------------------------------------- before the
+// objects
 
 // Opens a section behind those before it; false when it is open.
 bool JsonModelWriter::enter(Section section) {
@@ -169,7 +170,8 @@ void JsonModelWriter::reserveIds(ObjectId upTo) {
     largestId_ = std::max(largestId_, upTo);
 }
 
-// --------------------------------------------------------------------------------------------------- members of an object
+// --------------------------------------------------------------------------------------------------- members of an
+// object
 
 void JsonModelWriter::beginObject(ObjectId id, std::string_view className) {
     enter(Section::Objects);
@@ -199,15 +201,26 @@ OutputText& JsonModelWriter::member(Row row) {
     return text_.raw(openings[row]);
 }
 
+void JsonModelWriter::openList(Row row) {
+    member(row).raw('[');
+    openList_ = row;
+    isListEmpty_ = true;
+}
+
 // The array of a member: opens it, or goes on with it.
 void JsonModelWriter::list(Row row) {
-    if (openList_ == row) {
-        text_.raw(isListEmpty_ ? "" : ",");
-    } else {
-        member(row).raw('[');
-        openList_ = row;
+    if (openList_ != row) {
+        openList(row);
     }
+    text_.raw(isListEmpty_ ? "" : ",");
     isListEmpty_ = false;
+}
+
+// The list stands in the file, were it empty.
+void JsonModelWriter::mention(Row row) {
+    if ((told_ & std::uint64_t{1} << row) == 0) {
+        openList(row);
+    }
 }
 
 void JsonModelWriter::endList() {
@@ -290,7 +303,8 @@ void JsonModelWriter::insulation(const InsulationFacts& facts) {
     text_.raw('}');
 }
 
-// ------------------------------------------------------------------------------------------------- records of an object
+// ------------------------------------------------------------------------------------------------- records of an
+// object
 
 void JsonModelWriter::attribute(const AttributeFacts& facts) {
     if (openList_ != Attributes) {
@@ -313,6 +327,10 @@ void JsonModelWriter::point(const PointFacts& facts) {
         text_.raw(",\"to\":").list(facts.to);
     }
     text_.raw('}');
+}
+
+void JsonModelWriter::keyPoints() {
+    mention(KeyPoints);
 }
 
 void JsonModelWriter::keyPoint(std::int16_t no, const Triple& at) {
@@ -363,12 +381,7 @@ void JsonModelWriter::runAttribute(const AttributeFacts& facts) {
 }
 
 void JsonModelWriter::shape() {
-    constexpr std::uint64_t bit = std::uint64_t{1} << Primitives;
-    if ((told_ & bit) == 0) {
-        member(Primitives).raw('[');
-        openList_ = Primitives;
-        isListEmpty_ = true;
-    }
+    mention(Primitives);
 }
 
 void JsonModelWriter::primitive(const HextPrimary& primitive) {

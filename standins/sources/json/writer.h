@@ -5,9 +5,9 @@
 // written as sources/json/number_text.h has it, texts as UTF-8 with quotes, backslashes and control characters escaped,
 // primitives as sources/json/primitive_writer.h has it.
 //
-// It refuses (plant::Refusal) only what would make a text that is no model file: calls out of order, a member told
-// twice of one object, a list whose records do not stand together, numbers that are not finite, texts that are not
-// UTF-8 or hold a zero character. References are not followed.
+// It refuses (plant::Refusal) only what would make a text that is no model file: a project, label or database behind
+// the first object, a member told twice of one object, a list whose records do not stand together, numbers that are not
+// finite, texts that are not UTF-8 or hold a zero character. References are not followed.
 #pragma once
 
 #include "plant/model_builder.h"
@@ -54,6 +54,7 @@ public:
     void insulation(const InsulationFacts& facts) override;
     void attribute(const AttributeFacts& facts) override;
     void point(const PointFacts& facts) override;
+    void keyPoints() override;
     void keyPoint(std::int16_t no, const Triple& at) override;
     void tubeEnd(const TubeEndFacts& facts) override;
     void branch(std::span<const ObjectId> items) override;
@@ -71,7 +72,9 @@ private:
 
     bool enter(Section section);
     OutputText& member(Row row);
+    void openList(Row row);
     void list(Row row);
+    void mention(Row row);
     void endList();
     void endRun();
     void separate();
@@ -91,7 +94,7 @@ private:
     Section section_ = Section::Head;
     bool isObjectOpen_ = false;
     bool isFirst_ = true;  // in the section or record
-    Row openList_ = 0;         // 0: none
+    Row openList_ = 0;     // 0: none
     bool isListEmpty_ = true;
     std::uint64_t told_ = 0;  // a bit for each row
     std::size_t objectStart_ = 0;

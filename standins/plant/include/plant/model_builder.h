@@ -40,36 +40,36 @@ struct ProjectFacts {
         std::string_view key;
         std::string_view text;
     };
-    std::optional<std::string_view> name;
-    std::optional<std::string_view> path;
-    std::optional<std::string_view> user;
-    std::optional<int> module;  // 48, 65 or 73
-    std::optional<std::string_view> database;
-    std::span<const Item> designItems;
-    std::span<const Item> projectItems;
-    std::optional<int> weldColor;  // 1 to 255
+    std::optional<std::string_view> name{};
+    std::optional<std::string_view> path{};
+    std::optional<std::string_view> user{};
+    std::optional<int> module{};  // 48, 65 or 73
+    std::optional<std::string_view> database{};
+    std::span<const Item> designItems{};
+    std::span<const Item> projectItems{};
+    std::optional<int> weldColor{};  // 1 to 255
     ObjectId currentManager = 0;
-    std::optional<std::string_view> platformPath;
+    std::optional<std::string_view> platformPath{};
 };
 
 struct DatabaseFacts {
-    std::string_view name;                      // unique
-    std::optional<std::string_view> shortName;  // default: the name
-    bool main = false;                          // of one at most; the first one is the main one when none says so
-    ObjectId root = 0;                          // 0: the database holds no data
+    std::string_view name{};                      // unique
+    std::optional<std::string_view> shortName{};  // default: the name
+    bool main = false;                            // of one at most; the first one is the main one when none says so
+    ObjectId root = 0;                            // 0: the database holds no data
 };
 
 struct InsulationFacts {
     double thickness = 0;
-    std::optional<std::string_view> material;
-    std::optional<std::string_view> code;
+    std::optional<std::string_view> material{};
+    std::optional<std::string_view> code{};
 };
 
 // What a tube specification says of one end; the first one told is end 1.
 struct TubeEndFacts {
-    std::optional<std::string_view> size;
-    std::optional<std::string_view> endType;
-    std::optional<double> outer;
+    std::optional<std::string_view> size{};
+    std::optional<std::string_view> endType{};
+    std::optional<double> outer{};
     double inner = 0;
     std::int32_t section = 0;
 };
@@ -78,14 +78,14 @@ struct TubeEndFacts {
 // numbers 5 (7 beyond 32 bits), other numbers 2, points 3.
 struct AttributeFacts {
     enum class Form : std::uint8_t { Text, Whole, Real, Point };
-    std::string_view key;
+    std::string_view key{};
     Form form = Form::Text;
     std::int8_t type = 0;
-    std::string_view text;
+    std::string_view text{};
     std::int64_t whole = 0;
     double number = 0;
     Triple point{};
-    std::string_view description;  // of this value alone; empty: the key's label
+    std::string_view description{};  // of this value alone; empty: the key's label
 };
 
 // What hangs at a connection point. One id is told as it stands; several are an array in the model file.
@@ -94,7 +94,7 @@ struct PointFacts {
     Triple at{};
     std::int8_t flow = 0;   // 0, 1 (in) or 2 (out)
     bool saysFlow = false;  // also where it is 0
-    std::span<const ObjectId> to;
+    std::span<const ObjectId> to{};
     bool toIsArray = false;  // also where it is one id
 };
 
