@@ -6,6 +6,7 @@
 // cost per component, new or known, at most 1.25 times that at 10^3 objects for each power of ten up to OBJECTS. Exit
 // status 1 when one is missed. Processor time, so that other work on the machine does not count.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
 #include "plant/model.h"

@@ -6,6 +6,7 @@
 // processor times, the system's included; every write makes its files anew. Exit status 1 when the goal is missed.
 #include "eem/command.h"
 #include "export_run.h"
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
 #include "scripts/script_host.h"

@@ -1,6 +1,7 @@
 #include "export_run.h"
 
 #include "forms/forms.h"
+#include "generator/generate.h"
 #include "tolmar/system.h"
 
 #include <algorithm>

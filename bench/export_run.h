@@ -1,6 +1,7 @@
 // What benchmarks share: a plant, a user who takes everything, a folder, processor time, memory and raw writes.
 #pragma once
 
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "tolmar/host_ui.h"
 

@@ -5,6 +5,7 @@
 // The goal: the documents take less than 400 bytes of memory for each triangle. Exit status 1 when it is missed. Two
 // fresh script states for each object take most of the time; how much is told beside it.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "max/command.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"

@@ -9,6 +9,7 @@
 // missed.
 #include "exportbase/mesher.h"
 #include "bare_shapes.h"
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"

@@ -5,6 +5,7 @@
 // The goal: getComponentName, getScomName, getStype, getSpcoShortName and getSpcoName together take less than four
 // insert-and-lookups of a 36-byte key in a std::map of 10^6 entries. Exit status 1 when they take more.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "hextinterface/manager/manager.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"

@@ -11,6 +11,7 @@
 // The goals: within 5 times (aim 3) that raw write, and memory above the loaded model that does not grow with the
 // meshes. Exit status 1 when one is missed.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "navisworks/command.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"

@@ -7,6 +7,7 @@
 // above the model of at most 1.5 KiB for each record of the tree, however many meshes there are. Times are processor
 // time. Exit status 1 when one is missed.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "obm/command.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"

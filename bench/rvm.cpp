@@ -6,6 +6,7 @@
 // within 1.6 times a bare walk of the model file; no memory that grows with the primitives written. Exit status 1 when
 // one is missed.
 #include "export_run.h"
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "platform/attribute_cache.h"
 #include "rvm/command.h"

@@ -1,6 +1,7 @@
 set(SHARED_ROOMS room_platform room_scripts room_frame room_manager room_method room_exportbase)
 tessaro_test(tolmar)
 tessaro_test(plant)
+tessaro_test(generator)
 tessaro_test(forms)
 tessaro_test(platform room_platform)
 tessaro_test(hextbasemethod ${SHARED_ROOMS})

@@ -1,6 +1,7 @@
 #include "generator/equipment.h"
 
 #include "generator/primitives.h"
+#include "generator/telling.h"
 
 #include <algorithm>
 
@@ -165,7 +166,7 @@ struct EquipmentKind {
     const char* letter;
     std::u8string_view name;
     const char* leaf;
-    int color;
+    std::int16_t color;
     int diameters[2];
     int lengths[2];
     void (*nozzles)(Random&, const EquipmentPlan&, NozzlePlace&);
@@ -182,11 +183,37 @@ const EquipmentKind kinds[] = {
     {"K", u8"空冷机组", "AIR_COOLER", 30, {2200, 2200}, {2200, 2200}, noNozzles, drawCooler},
 };
 
-void writeDesignAttributes(Output& out, const EquipmentPlan& plan) {
+void tellDesignAttributes(ModelBuilder& model, const EquipmentPlan& plan) {
     const EquipmentKind& kind = kinds[plan.kind];
-    out.text(",\"attrs\":{\"item\":\"EQUIP\"").member("eqno", plan.name).member("eqname", utf8(kind.name));
-    out.member("leafnode", kind.leaf).memberAsText("dtemp", 60 + plan.number % 5 * 20).member("otemp", "40");
-    out.member("dpress", "1.6").member("opress", "0.6");
+    tellAttributes(model, {{"item", "EQUIP"},
+                           {"eqno", plan.name},
+                           {"eqname", utf8(kind.name)},
+                           {"leafnode", kind.leaf},
+                           {"dtemp", TextLine(60 + plan.number % 5 * 20)},
+                           {"otemp", "40"},
+                           {"dpress", "1.6"},
+                           {"opress", "0.6"}});
+}
+
+void tellManager(ModelBuilder& model, const EquipmentPlan& plan, Id zone) {
+    beginObject(model, plan.id, "HextEquipe", zone);
+    model.name(plan.name);
+    model.color(kinds[plan.kind].color);
+    tellDesignAttributes(model, plan);
+    model.endObject();
+}
+
+void tellBody(ModelBuilder& model, const EquipmentPlan& plan) {
+    const EquipmentKind& kind = kinds[plan.kind];
+    beginObject(model, plan.body, "HxDbEquipment", plan.id);
+    model.name(plan.name);
+    model.color(kind.color);
+    model.text(TextMember::ObjectName, kind.leaf);
+    tellDesignAttributes(model, plan);
+    model.attribute("owner", TextLine(plan.id));
+    Primitives shape(model);
+    kind.draw(shape, plan);
+    model.endObject();
 }
 
 }  // namespace
@@ -208,23 +235,12 @@ EquipmentPlan planEquipment(Random& random, Ids& ids, const Point& at, int numbe
     return plan;
 }
 
-void writeEquipment(Output& out, Library& library, const EquipmentPlan& plan, Id zone,
-                    std::span<const NozzlePlan> nozzles) {
-    const EquipmentKind& kind = kinds[plan.kind];
-    beginObject(out, plan.id, "HextEquipe", zone).member("name", plan.name).member("color", kind.color);
-    writeDesignAttributes(out, plan);
-    out.text("}}");
-    beginObject(out, plan.body, "HxDbEquipment", plan.id).member("name", plan.name).member("color", kind.color);
-    out.member("objectName", kind.leaf);
-    writeDesignAttributes(out, plan);
-    out.memberAsText("owner", plan.id).text("}");
-    {
-        Primitives shape(out);
-        kind.draw(shape, plan);
-    }
-    out.text("}");
+void tellEquipment(ModelBuilder& model, Library& library, const EquipmentPlan& plan, Id zone,
+                   std::span<const NozzlePlan> nozzles) {
+    tellManager(model, plan, zone);
+    tellBody(model, plan);
     for (const NozzlePlan& nozzle : nozzles) {
-        writeNozzle(out, library, nozzle, {plan.id, plan.name, kind.color});
+        tellNozzle(model, library, nozzle, {plan.id, plan.name, kinds[plan.kind].color});
     }
 }
 

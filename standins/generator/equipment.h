@@ -1,7 +1,6 @@
-// Plans and writes equipment: a manager, its body and its nozzles.
+// Plans and tells equipment: a manager, its body and its nozzles.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/parts.h"
 #include "generator/plan.h"
 #include "generator/random.h"
@@ -26,7 +25,7 @@ struct EquipmentPlan {
 // Adds an equipment of a drawn kind, and its nozzles to the list.
 EquipmentPlan planEquipment(Random& random, Ids& ids, const Point& at, int number, std::vector<NozzlePlan>& nozzles);
 // The nozzles are those of this equipment.
-void writeEquipment(Output& out, Library& library, const EquipmentPlan& plan, Id zone,
-                    std::span<const NozzlePlan> nozzles);
+void tellEquipment(ModelBuilder& model, Library& library, const EquipmentPlan& plan, Id zone,
+                   std::span<const NozzlePlan> nozzles);
 
 }  // namespace plant::generator

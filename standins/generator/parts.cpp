@@ -2,6 +2,7 @@
 
 #include "generator/primitives.h"
 #include "generator/shapes.h"
+#include "generator/telling.h"
 
 #include <cmath>
 
@@ -9,271 +10,304 @@ namespace plant::generator {
 
 namespace {
 
+constexpr std::string_view endKeys[] = {"end1", "end2", "end3", "end4"};
+constexpr std::string_view sizeKeys[] = {"size1", "size2", "size3", "size4"};
+
 double wallText(const PipingClass& type, const PipeSize& size) {
     return std::round(size.wall * type.wallFactor * 10) / 10;
 }
 
-void writePoints(Output& out, const Part& part) {
-    out.text(",\"points\":[");
+void tellPoints(ModelBuilder& model, const Part& part) {
     for (std::size_t i = 0; i < part.pointCount; ++i) {
         const PlanPoint& point = part.points[i];
-        out.text(i == 0 ? "{\"no\":" : ",{\"no\":").whole(point.no).text(",\"at\":").point(point.at);
-        if (point.flow != 0) {
-            out.member("flow", point.flow);
-        }
+        PointFacts facts{.no = static_cast<std::int16_t>(point.no), .at = triple(point.at), .flow = point.flow};
         if (point.to != 0) {
-            out.member("to", point.to);
+            facts.to = {&point.to, 1};
         }
-        out.text("}");
+        model.point(facts);
     }
-    out.text("]");
 }
 
-void writeVectors(Output& out, const Part& part, const Point& insertion) {
-    out.text(",\"refVec\":").direction(part.across).text(",\"insVec\":").direction(part.along);
-    out.text(",\"insPoint\":").point(insertion);
+void tellVectors(ModelBuilder& model, const Part& part, const Point& insertion) {
+    model.vector(VectorMember::RefVec, triple(part.across));
+    model.vector(VectorMember::InsVec, triple(part.along));
+    model.vector(VectorMember::InsPoint, triple(insertion));
 }
 
-// "tag":"V-12", where the family has tags.
-void writeTag(Output& out, const Part& part) {
+void tellType(ModelBuilder& model, const TypeAttributes& type) {
+    const struct {
+        std::string_view key;
+        const char* text;
+    } attributes[] = {{"item", type.item},     {"itype", type.itype}, {"smrtln", type.smrtln},
+                      {"module", type.module}, {"mtype", type.mtype}, {"unit", type.unit}};
+    for (const auto& one : attributes) {
+        if (one.text != nullptr) {
+            model.attribute(one.key, one.text);
+        }
+    }
+}
+
+// "tag": "V-12", where the family has tags.
+void tellTag(ModelBuilder& model, const Part& part) {
     if (const char* letters = row(part.family).tag) {
-        out.text(",\"tag\":\"").text(letters).text("-").whole(part.number).text("\"");
+        model.attribute("tag", TextLine(letters, "-", part.number));
     }
 }
 
-class PartWriter {
+class PartTeller {
 public:
-    PartWriter(Output& out, Library& library, const PipelinePlan& pipeline)
-        : out_(&out), library_(&library), pipeline_(&pipeline) {}
+    PartTeller(ModelBuilder& model, Library& library, const PipelinePlan& pipeline)
+        : model_(&model), library_(&library), pipeline_(&pipeline) {}
 
-    void write(const Part& part) {
+    void tell(const Part& part) {
         switch (part.family) {
         case Family::Weld:
-            return writeWeld(part);
+            return tellWeld(part);
         case Family::Stop:
-            return writeStop(part);
+            return tellStop(part);
         case Family::Balloon:
-            return writeBalloon(part);
+            return tellBalloon(part);
         default:
-            writeComponent(part);
-            writeBoltSet(part);
+            tellComponent(part);
+            tellBoltSet(part);
         }
     }
 
 private:
-    void begin(const Part& part) { beginObject(*out_, part.id, row(part.family).className, pipeline_->id); }
+    void begin(const Part& part) { beginObject(*model_, part.id, row(part.family).className, pipeline_->id); }
 
-    void writeComponent(const Part& part) {
+    void tellComponent(const Part& part) {
         const FamilyRow& family = row(part.family);
         const Id specification =
             library_->specification(pipeline_->pipingClass, part.ends, part.layout, part.size1, part.size2);
         begin(part);
-        if (family.kind != nullptr) {
-            out_->member("kind", family.kind);
-        }
-        out_->member("objectName", family.objectName).member("standard", family.standard).member("spec", specification);
+        model_->kind(family.kind);
+        model_->text(TextMember::ObjectName, family.objectName);
+        model_->text(TextMember::Standard, family.standard);
+        model_->reference(ReferenceMember::Spec, specification);
         if (part.bolts != 0) {
-            out_->member("bolts", part.bolts);
+            model_->reference(ReferenceMember::Bolts, part.bolts);
         }
         if (family.tag != nullptr) {
-            out_->text(",\"refVec\":").direction(part.across);
+            model_->vector(VectorMember::RefVec, triple(part.across));
         }
-        writeInsulation();
-        out_->text(",\"attrs\":{").text(family.attributes);
-        writeSpecAttributes(part, specification);
-        writeOwnAttributes(part);
-        out_->text("}");
-        writePoints(*out_, part);
-        writeShape(*out_, part, *pipeline_);
-        out_->text("}");
+        tellInsulation();
+        tellType(*model_, family.type);
+        tellSpecAttributes(part, specification);
+        tellOwnAttributes(part);
+        finish(part);
     }
 
-    void writeInsulation() {
-        if (!pipeline_->insulated) {
-            return;
+    void tellInsulation() {
+        if (pipeline_->insulated) {
+            const Service& service = pipeline_->carries();
+            model_->insulation({.thickness = static_cast<double>(service.thickness),
+                                .material = utf8(service.insulation),
+                                .code = service.insulationCode});
         }
-        const Service& service = pipeline_->carries();
-        out_->text(",\"insulation\":{\"thickness\":").whole(service.thickness);
-        out_->member("material", utf8(service.insulation)).member("code", service.insulationCode).text("}");
     }
 
-    void writeSpecAttributes(const Part& part, Id specification) {
+    void tellSpecAttributes(const Part& part, Id specification) {
         const FamilyRow& family = row(part.family);
         const PipingClass& type = pipeline_->type();
-        out_->member("specname", type.name).memberAsText("specid", specification);
-        out_->member("stan", family.standard).member("serial", family.serial);
+        tellAttributes(*model_, {{"specname", type.name},
+                                 {"specid", TextLine(specification)},
+                                 {"stan", family.standard},
+                                 {"serial", family.serial}});
         for (int end = 0; end < family.ends; ++end) {
-            out_->text(",\"end").whole(end + 1).text("\":\"").text(row(part.ends).ends[end]).text("\"");
+            model_->attribute(endKeys[end], row(part.ends).ends[end]);
         }
         for (int end = 0; end < family.ends; ++end) {
             const PipeSize& size = pipeSizes[sizeAtEnd(part.layout, part.size1, part.size2, end)];
-            out_->text(",\"size").whole(end + 1).text("\":\"").whole(size.dn).text("\"");
+            model_->attribute(sizeKeys[end], TextLine(size.dn));
         }
-        out_->member("rating", type.rating).member("sch", type.schedule);
-        out_->text(",\"thick\":\"").number(wallText(type, pipeSizes[part.size1])).text("\"");
+        tellAttributes(*model_, {{"rating", type.rating},
+                                 {"sch", type.schedule},
+                                 {"thick", TextLine(wallText(type, pipeSizes[part.size1]))}});
     }
 
-    void writeOwnAttributes(const Part& part) {
+    void tellOwnAttributes(const Part& part) {
         if (part.angle != 0) {
             if (part.bendRadius > 0) {
-                out_->text(",\"radius\":\"").number(part.bendRadius).text("\"");
+                model_->attribute("radius", TextLine(part.bendRadius));
             }
-            out_->memberAsText("angle", part.angle);
+            model_->attribute("angle", TextLine(part.angle));
         }
         if (part.family == Family::Pipe || part.family == Family::FlangedPipe) {
-            out_->text(",\"length\":\"")
-                .number(part.length)
-                .text("\",\"pipelength\":\"")
-                .number(part.length)
-                .text("\"");
+            const TextLine length(part.length);
+            tellAttributes(*model_, {{"length", length}, {"pipelength", length}});
         }
-        out_->member("material", pipeline_->type().material).member("name", utf8(row(part.family).name));
-        writeTag(*out_, part);
-        writeLineAttributes(pipeline_->insulated);
+        tellAttributes(*model_, {{"material", pipeline_->type().material}, {"name", utf8(row(part.family).name)}});
+        tellTag(*model_, part);
+        tellLineAttributes(pipeline_->insulated);
     }
 
-    void writeLineAttributes(bool insulated) {
-        out_->memberAsText("lineno", pipeline_->id).member("insul", insulated ? "1" : "0");
-        out_->member("minsul", insulated ? utf8(pipeline_->carries().insulation) : "0");
+    void tellLineAttributes(bool insulated) {
+        tellAttributes(*model_, {{"lineno", TextLine(pipeline_->id)},
+                                 {"insul", insulated ? "1" : "0"},
+                                 {"minsul", insulated ? utf8(pipeline_->carries().insulation) : "0"}});
     }
 
-    void writeWeld(const Part& part) {
+    void finish(const Part& part) {
+        tellPoints(*model_, part);
+        tellShape(*model_, part, *pipeline_);
+        model_->endObject();
+    }
+
+    void tellWeld(const Part& part) {
         begin(part);
-        out_->member("objectName", part.fieldWeld ? "weld_field" : "weld_shop");
-        writeVectors(*out_, part, part.at(1));
-        writeSmall(part);
-        out_->member("stype", part.fieldWeld ? "FW" : "SW").text(",\"tag\":\"W").whole(part.number).text("\"");
-        finishSmall(part);
+        model_->text(TextMember::ObjectName, part.fieldWeld ? "weld_field" : "weld_shop");
+        tellVectors(*model_, part, part.at(1));
+        tellTypeAndSize(part);
+        tellAttributes(*model_, {{"stype", part.fieldWeld ? "FW" : "SW"}, {"tag", TextLine("W", part.number)}});
+        tellLineAttributes(false);
+        finish(part);
     }
 
-    void writeStop(const Part& part) {
+    void tellStop(const Part& part) {
         begin(part);
-        out_->member("objectName", "tube_stop");
-        writeVectors(*out_, part, part.at(1));
-        writeSmall(part);
-        finishSmall(part);
+        model_->text(TextMember::ObjectName, "tube_stop");
+        tellVectors(*model_, part, part.at(1));
+        tellTypeAndSize(part);
+        tellLineAttributes(false);
+        finish(part);
     }
 
-    void writeSmall(const Part& part) {
-        out_->text(",\"attrs\":{").text(row(part.family).attributes);
-        out_->memberAsText("size", pipeSizes[part.size1].dn).memberAsText("size1", pipeSizes[part.size1].dn);
+    void tellTypeAndSize(const Part& part) {
+        const TextLine size(pipeSizes[part.size1].dn);
+        tellType(*model_, row(part.family).type);
+        tellAttributes(*model_, {{"size", size}, {"size1", size}});
     }
 
-    void finishSmall(const Part& part) {
-        writeLineAttributes(false);
-        out_->text("}");
-        writePoints(*out_, part);
-        writeShape(*out_, part, *pipeline_);
-        out_->text("}");
-    }
-
-    void writeBalloon(const Part& part) {
+    void tellBalloon(const Part& part) {
         begin(part);
-        out_->text(",\"no\":\"PI-").whole(part.number).text("\"").member("objectName", row(part.family).objectName);
-        writeVectors(*out_, part, balloonCenter(part));
-        out_->text(",\"attrs\":{").text(row(part.family).attributes);
-        writeTag(*out_, part);
-        out_->member("name", utf8(u8"压力表"));
-        finishSmall(part);
+        model_->text(TextMember::No, TextLine("PI-", part.number));
+        model_->text(TextMember::ObjectName, row(part.family).objectName);
+        tellVectors(*model_, part, balloonCenter(part));
+        tellType(*model_, row(part.family).type);
+        tellTag(*model_, part);
+        model_->attribute("name", utf8(u8"压力表"));
+        tellLineAttributes(false);
+        finish(part);
     }
 
-    void writeBoltSet(const Part& flange) {
+    void tellBoltSet(const Part& flange) {
         if (flange.bolts == 0) {
             return;
         }
         const Library::BoltIds ids = library_->bolts(pipeline_->pipingClass, flange.size1);
-        out_->beginObject();
-        out_->text("{\"id\":").whole(flange.bolts).text(",\"class\":\"HxDbBoltNutModel\"");
-        out_->member("owner", pipeline_->id).member("bolt", ids.bolt).member("nut", ids.nut);
-        out_->member("flange", ids.flange);
-        writeBoltShape(*out_, flange);
-        out_->text("}");
+        model_->beginObject(flange.bolts, "HxDbBoltNutModel");
+        model_->reference(ReferenceMember::Owner, pipeline_->id);
+        model_->reference(ReferenceMember::Bolt, ids.bolt);
+        model_->reference(ReferenceMember::Nut, ids.nut);
+        model_->reference(ReferenceMember::Flange, ids.flange);
+        tellBoltShape(*model_, flange);
+        model_->endObject();
     }
 
-    Output* out_;
+    ModelBuilder* model_;
     Library* library_;
     const PipelinePlan* pipeline_;
 };
 
-void writeBranches(Output& out, const PipelinePlan& pipeline) {
-    out.text(",\"branches\":[");
-    bool firstBranch = true;
-    for (const std::vector<Id>& branch : pipeline.branches) {
-        out.text(firstBranch ? "[" : ",[");
-        firstBranch = false;
-        for (std::size_t i = 0; i < branch.size(); ++i) {
-            out.text(i == 0 ? "" : ",").whole(branch[i]);
-        }
-        out.text("]");
-    }
-    out.text("]");
+// ------------------------------------------------------------------------------------------------------------
+// pipelines
+
+TextLine coordinates(const Point& at) {
+    return TextLine(at.x, ",", at.y, ",", at.z);
 }
 
-void writeCoordinates(Output& out, std::string_view name, const Point& at) {
-    out.text(",\"").text(name).text("\":\"").number(at.x).text(",").number(at.y).text(",").number(at.z).text("\"");
-}
-
-void writeManager(Output& out, const PipelinePlan& pipeline, Id zone) {
+void tellServiceAttributes(ModelBuilder& model, const PipelinePlan& pipeline, Id zone) {
     const Service& service = pipeline.carries();
-    beginObject(out, pipeline.id, "HextPipeline", pipeline.in);
-    out.member("name", pipeline.name).member("color", service.color);
-    out.text(",\"attrs\":{\"lineno\":\"").text(pipeline.name).text("\"");
-    out.member("specname", pipeline.type().name).member("fluid", utf8(service.fluid)).memberAsText("zoneid", zone);
-    out.member("insul", pipeline.insulated ? "1" : "0");
+    tellAttributes(model, {{"lineno", pipeline.name},
+                           {"specname", pipeline.type().name},
+                           {"fluid", utf8(service.fluid)},
+                           {"zoneid", TextLine(zone)},
+                           {"insul", pipeline.insulated ? "1" : "0"}});
     if (pipeline.insulated) {
-        out.member("insulcode", service.insulationCode);
+        model.attribute("insulcode", service.insulationCode);
     }
-    out.member("destemp", utf8(service.temperature)).member("oprtemp", utf8(service.temperature));
-    out.member("despress", utf8(service.pressure)).member("oprpress", utf8(service.pressure));
-    out.text(",\"roadno\":\"R").whole(pipeline.number % 9 + 1).text("\"");
-    out.member("pipesegmenttype", utf8(u8"工艺管道"));
-    writeCoordinates(out, "linestart", pipeline.start);
-    writeCoordinates(out, "lineend", pipeline.end);
-    out.text("}");
-    writeBranches(out, pipeline);
-    out.text("}");
+    tellAttributes(model, {{"destemp", utf8(service.temperature)},
+                           {"oprtemp", utf8(service.temperature)},
+                           {"despress", utf8(service.pressure)},
+                           {"oprpress", utf8(service.pressure)}});
 }
 
-void writeNozzleAttributes(Output& out, const NozzlePlan& nozzle, const NozzleOwner& owner, Id specification) {
+void tellManager(ModelBuilder& model, const PipelinePlan& pipeline, Id zone) {
+    beginObject(model, pipeline.id, "HextPipeline", pipeline.in);
+    model.name(pipeline.name);
+    model.color(pipeline.carries().color);
+    tellServiceAttributes(model, pipeline, zone);
+    tellAttributes(model, {{"roadno", TextLine("R", pipeline.number % 9 + 1)},
+                           {"pipesegmenttype", utf8(u8"工艺管道")},
+                           {"linestart", coordinates(pipeline.start)},
+                           {"lineend", coordinates(pipeline.end)}});
+    for (const std::vector<Id>& branch : pipeline.branches) {
+        model.branch(branch);
+    }
+    model.endObject();
+}
+
+// --------------------------------------------------------------------------------------------------------------
+// nozzles
+
+void tellNozzleAttributes(ModelBuilder& model, const NozzlePlan& nozzle, const NozzleOwner& owner, Id specification) {
     const PipingClass& type = pipingClasses[0];
     const PipeSize& size = pipeSizes[nozzle.size];
-    out.text(",\"attrs\":{\"item\":\"NOZZLE\",\"itype\":\"RF\"").member("smrtln", nozzle.bent ? "Arc" : "Normal");
-    out.member("specname", type.name).memberAsText("specid", specification).member("skey", "NZFS");
-    out.member("eqno", owner.name).text(",\"nozno\":\"N").whole(nozzle.number).text("\"");
-    out.member("flanstd", "HG/T 20592").member("std_serial", "B").member("end", "FLRF").member("end1", "NONE");
-    out.member("end2", "FLRF")
-        .memberAsText("size", size.dn)
-        .memberAsText("size1", size.dn)
-        .memberAsText("size2", size.dn);
+    const TextLine dn(size.dn);
+    tellAttributes(model, {{"item", "NOZZLE"},
+                           {"itype", "RF"},
+                           {"smrtln", nozzle.bent ? "Arc" : "Normal"},
+                           {"specname", type.name},
+                           {"specid", TextLine(specification)},
+                           {"skey", "NZFS"},
+                           {"eqno", owner.name},
+                           {"nozno", TextLine("N", nozzle.number)},
+                           {"flanstd", "HG/T 20592"},
+                           {"std_serial", "B"},
+                           {"end", "FLRF"},
+                           {"end1", "NONE"},
+                           {"end2", "FLRF"},
+                           {"size", dn},
+                           {"size1", dn},
+                           {"size2", dn}});
     if (nozzle.bent) {
-        out.member("end3", "FLRF").memberAsText("size3", size.dn).member("radius", "1.5").member("angle", "90");
-        out.text(",\"P2\":\"").number(nozzle.corner.distanceTo(nozzle.face)).text("\"");
+        tellAttributes(model, {{"end3", "FLRF"},
+                               {"size3", dn},
+                               {"radius", "1.5"},
+                               {"angle", "90"},
+                               {"P2", TextLine(nozzle.corner.distanceTo(nozzle.face))}});
     }
-    out.text(",\"P1\":\"").number(nozzle.inner.distanceTo(nozzle.bent ? nozzle.corner : nozzle.face)).text("\"");
-    out.member("rating", type.rating)
-        .text(",\"thick\":\"")
-        .number(size.wall)
-        .text("\"")
-        .member("material", type.material);
-    out.memberAsText("owner", owner.id).member("insul", "0").member("minsul", "0").text("}");
+    tellAttributes(model, {{"P1", TextLine(nozzle.inner.distanceTo(nozzle.bent ? nozzle.corner : nozzle.face))},
+                           {"rating", type.rating},
+                           {"thick", TextLine(size.wall)},
+                           {"material", type.material},
+                           {"owner", TextLine(owner.id)},
+                           {"insul", "0"},
+                           {"minsul", "0"}});
 }
 
-void writeNozzlePoints(Output& out, const NozzlePlan& nozzle) {
-    const int faceNo = nozzle.bent ? 3 : 2;
+void tellNozzlePoints(ModelBuilder& model, const NozzlePlan& nozzle) {
     const int innerFlow = nozzle.faceFlow == 0 ? 0 : 3 - nozzle.faceFlow;
-    out.text(",\"points\":[{\"no\":0,\"at\":").point(nozzle.corner).text("},{\"no\":1,\"at\":").point(nozzle.inner);
-    out.member("flow", innerFlow).text("},{\"no\":").whole(faceNo).text(",\"at\":").point(nozzle.face);
-    out.member("flow", nozzle.faceFlow);
+    const auto end = [&](int no, const Point& at, int flow) {
+        return PointFacts{.no = static_cast<std::int16_t>(no),
+                          .at = triple(at),
+                          .flow = static_cast<std::int8_t>(flow),
+                          .saysFlow = true};
+    };
+    PointFacts face = end(nozzle.bent ? 3 : 2, nozzle.face, nozzle.faceFlow);
     if (nozzle.to != 0) {
-        out.member("to", nozzle.to);
+        face.to = {&nozzle.to, 1};
     }
-    out.text("}]");
+    tellPoint(model, 0, nozzle.corner);
+    model.point(end(1, nozzle.inner, innerFlow));
+    model.point(face);
 }
 
-void writeNozzleShape(Output& out, const NozzlePlan& nozzle) {
+void tellNozzleShape(ModelBuilder& model, const NozzlePlan& nozzle) {
     const PipeSize& size = pipeSizes[nozzle.size];
     const Point neck = nozzle.face - nozzle.along * size.flange.thickness;
-    Primitives shape(out);
+    Primitives shape(model);
     if (nozzle.bent) {
         const double radius = 1.5 * size.dn;
         const Point arcStart = nozzle.corner - (nozzle.corner - nozzle.inner).normal() * radius;
@@ -289,31 +323,28 @@ void writeNozzleShape(Output& out, const NozzlePlan& nozzle) {
 
 }  // namespace
 
-Output& beginObject(Output& out, Id id, std::string_view className, Id in) {
-    out.beginObject();
-    out.text("{\"id\":").whole(id).text(",\"class\":\"").text(className).text("\"");
-    return out.member("in", in);
-}
-
-void writePipeline(Output& out, Library& library, const PipelinePlan& pipeline, Id zone) {
-    writeManager(out, pipeline, zone);
-    PartWriter writer(out, library, pipeline);
+void tellPipeline(ModelBuilder& model, Library& library, const PipelinePlan& pipeline, Id zone) {
+    tellManager(model, pipeline, zone);
+    PartTeller teller(model, library, pipeline);
     for (const Part& part : pipeline.parts) {
-        writer.write(part);
+        teller.tell(part);
     }
 }
 
-void writeNozzle(Output& out, Library& library, const NozzlePlan& nozzle, const NozzleOwner& owner) {
+void tellNozzle(ModelBuilder& model, Library& library, const NozzlePlan& nozzle, const NozzleOwner& owner) {
     const Ends ends = nozzle.bent ? Ends::NoneFlangeFlange : Ends::NoneFlange;
     const Id specification = library.specification(0, ends, Layout::Even, nozzle.size, nozzle.size);
-    beginObject(out, nozzle.id, "HxDbNozzleModel", owner.id);
-    out.text(",\"name\":\"").text(owner.name).text("-N").whole(nozzle.number).text("\"");
-    out.text(",\"no\":\"N").whole(nozzle.number).text("\"").member("color", owner.color);
-    out.member("standard", "HG/T 20592").member("spec", specification).member("objectName", "nozzle_rf");
-    writeNozzleAttributes(out, nozzle, owner, specification);
-    writeNozzlePoints(out, nozzle);
-    writeNozzleShape(out, nozzle);
-    out.text("}");
+    beginObject(model, nozzle.id, "HxDbNozzleModel", owner.id);
+    model.name(TextLine(owner.name, "-N", nozzle.number));
+    model.text(TextMember::No, TextLine("N", nozzle.number));
+    model.color(owner.color);
+    model.text(TextMember::Standard, "HG/T 20592");
+    model.reference(ReferenceMember::Spec, specification);
+    model.text(TextMember::ObjectName, "nozzle_rf");
+    tellNozzleAttributes(model, nozzle, owner, specification);
+    tellNozzlePoints(model, nozzle);
+    tellNozzleShape(model, nozzle);
+    model.endObject();
 }
 
 }  // namespace plant::generator

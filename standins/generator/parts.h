@@ -1,21 +1,19 @@
-// Writes planned pipelines with everything in them.
+// Tells planned pipelines with everything in them, and the nozzles of equipment.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/plan.h"
 #include "generator/specs.h"
+#include "plant/model_builder.h"
 
 namespace plant::generator {
 
-void writePipeline(Output& out, Library& library, const PipelinePlan& pipeline, Id zone);
-// A straight or bent nozzle of an equipment.
+void tellPipeline(ModelBuilder& model, Library& library, const PipelinePlan& pipeline, Id zone);
+// Equipment that has nozzles, straight or bent ones.
 struct NozzleOwner {
     Id id;
     std::string_view name;
-    int color;
+    std::int16_t color;
 };
-void writeNozzle(Output& out, Library& library, const NozzlePlan& nozzle, const NozzleOwner& owner);
-// Begins an object of a tree: id, class, parent.
-Output& beginObject(Output& out, Id id, std::string_view className, Id in);
+void tellNozzle(ModelBuilder& model, Library& library, const NozzlePlan& nozzle, const NozzleOwner& owner);
 
 }  // namespace plant::generator

@@ -3,6 +3,7 @@
 // Plans are filled, written and emptied one unit at a time, so that memory does not grow with the plant.
 #pragma once
 
+#include "generator/rounding.h"
 #include "generator/tables.h"
 
 #include "tolmar/ge.h"
@@ -22,8 +23,6 @@ inline constexpr Vector east{1, 0, 0};
 inline constexpr Vector north{0, 1, 0};
 inline constexpr Vector up{0, 0, 1};
 
-// Coordinates stand in the file with three decimals, so a point is rounded before two objects share it.
-Point rounded(const Point& p);
 // A unit vector across `v`, level where that can be.
 Vector acrossOf(const Vector& v);
 
@@ -43,7 +42,7 @@ private:
 
 struct PlanPoint {
     int no = 0;
-    int flow = 0;
+    std::int8_t flow = 0;
     Id to = 0;
     Point at;
 };

@@ -1,224 +1,285 @@
 #include "generator/primitives.h"
 
-#include <cmath>
+#include "generator/text_line.h"
+
+#include <numbers>
+#include <string>
 
 namespace plant::generator {
 
 namespace {
-constexpr std::string_view none;
+
+template <typename Solid>
+Solid betweenEnds(const Point& start, const Point& end) {
+    Solid solid;
+    solid.startPoint = rounded(start);
+    solid.endPoint = rounded(end);
+    return solid;
 }
 
-Primitives::Primitives(Output& out) : out_(&out) {
-    out_->text(",\"primitives\":[");
+template <typename Cone>
+Cone coneBetween(const Point& start, const Point& end, double startDiameter, double endDiameter) {
+    Cone cone = betweenEnds<Cone>(start, end);
+    cone.startDiameter = thousandths(startDiameter);
+    cone.endDiameter = thousandths(endDiameter);
+    return cone;
 }
 
-Primitives::~Primitives() {
-    out_->text("]");
+HextTorus3D torus(const Point& center, const Point& start, double diameter) {
+    HextTorus3D torus;
+    torus.center = rounded(center);
+    torus.startPoint = rounded(start);
+    torus.startDiameter = torus.endDiameter = thousandths(diameter);
+    return torus;
 }
 
-Output& Primitives::begin(std::string_view type) {
-    out_->text(first_ ? none : ",").text("{\"type\":\"").text(type).text("\"");
-    first_ = false;
-    return *out_;
-}
-
-void Primitives::end() {
-    if (growth_ > 0) {
-        out_->text(",\"material\":\"hext_temp_material\"");
+// Corners in their order; the last one is marked as such.
+HextVertexList polygon(std::span<const Point> corners) {
+    HextVertexList list;
+    for (const Point& corner : corners) {
+        list.push_back({1, rounded(corner)});
     }
-    out_->text("}");
+    list.back().kind = 4;
+    return list;
 }
 
-void Primitives::twoEnds(std::string_view type, const Point& start, const Point& end) {
-    begin(type).text(",\"startPoint\":").point(start).text(",\"endPoint\":").point(end);
+HextVertexList polygon(std::span<const OutlinePoint> corners) {
+    HextVertexList list;
+    list.reserve(corners.size());
+    for (const OutlinePoint& corner : corners) {
+        list.push_back({1, rounded(Point(corner.x, corner.y, 0))});
+    }
+    list.back().kind = 4;
+    return list;
 }
 
-void Primitives::cylinder(const Point& start, const Point& end_, double diameter) {
-    twoEnds("HextCylinder3D", start, end_);
-    out_->text(",\"diameter\":").number(diameter + growth_);
-    end();
+HextVertexList circle(double radius) {
+    return {{6, rounded(Point(radius, 0, 0))}, {6, rounded(Point(0, radius, 0))}, {6, rounded(Point(-radius, 0, 0))}};
 }
 
-void Primitives::slopedCylinder(const Point& start, const Point& end_, double diameter, const Vector& normal) {
-    twoEnds("HextScylinder3D", start, end_);
-    out_->text(",\"diameter\":").number(diameter).text(",\"vect\":").direction(normal);
-    end();
+std::string pointText(const Point& p) {
+    return std::string(TextLine("[", p.x, ",", p.y, ",", p.z, "]"));
 }
 
-void Primitives::cone(const Point& start, const Point& end_, double startDiameter, double endDiameter) {
-    twoEnds("HextConcone3D", start, end_);
-    out_->text(",\"startDiameter\":").number(startDiameter + growth_);
-    out_->text(",\"endDiameter\":").number(endDiameter + growth_);
-    end();
+// The serialised form of a host solid.
+std::string boxEntity(const Point& center, const Vector& size) {
+    return "{\"type\":\"solid\",\"primitive\":{\"type\":\"HextBox3D\",\"point\":" + pointText(center) +
+           std::string(TextLine(",\"xLength\":", size.x, ",\"yLength\":", size.y, ",\"zLength\":", size.z)) +
+           ",\"pointKind\":1}}";
 }
 
-void Primitives::eccentricCone(const Point& start, const Point& end_, double startDiameter, double endDiameter,
+}  // namespace
+
+void Primitives::add(HextPrimary3D& solid) {
+    if (growth_ > 0) {
+        solid.material = obstructionMaterial;
+    }
+    model_->primitive(solid);
+}
+
+void Primitives::cylinder(const Point& start, const Point& end, double diameter) {
+    auto solid = betweenEnds<HextCylinder3D>(start, end);
+    solid.diameter = thousandths(diameter + growth_);
+    add(solid);
+}
+
+void Primitives::slopedCylinder(const Point& start, const Point& end, double diameter, const Vector& normal) {
+    auto solid = betweenEnds<HextScylinder3D>(start, end);
+    solid.diameter = thousandths(diameter);
+    solid.vect = rounded(normal);
+    add(solid);
+}
+
+void Primitives::cone(const Point& start, const Point& end, double startDiameter, double endDiameter) {
+    auto solid = coneBetween<HextConcone3D>(start, end, startDiameter + growth_, endDiameter + growth_);
+    add(solid);
+}
+
+void Primitives::eccentricCone(const Point& start, const Point& end, double startDiameter, double endDiameter,
                                const Vector& offset) {
-    twoEnds("HextEcone3D", start, end_);
-    out_->text(",\"startDiameter\":").number(startDiameter + growth_);
-    out_->text(",\"endDiameter\":").number(endDiameter + growth_).text(",\"vect\":").direction(offset);
-    end();
+    auto solid = coneBetween<HextEcone3D>(start, end, startDiameter + growth_, endDiameter + growth_);
+    solid.vect = rounded(offset);
+    add(solid);
 }
 
-void Primitives::arc(const Point& center, const Point& start, const Point& end_, double diameter) {
-    begin("HextTorus3D").text(",\"center\":").point(center).text(",\"startPoint\":").point(start);
-    out_->text(",\"thirdField\":").point(end_).text(",\"startDiameter\":").number(diameter + growth_);
-    out_->text(",\"endDiameter\":").number(diameter + growth_);
-    end();
+void Primitives::arc(const Point& center, const Point& start, const Point& end, double diameter) {
+    HextTorus3D solid = torus(center, start, diameter + growth_);
+    solid.thirdField = rounded(end);
+    add(solid);
 }
 
 void Primitives::ring(const Point& center, double radius, const Vector& axis, double diameter) {
+    constexpr int wholeCircle = 2;
     const Vector outward = axis.perpVector().normal();
-    begin("HextTorus3D").text(",\"center\":").point(center);
-    out_->text(",\"startPoint\":").point(center + outward * radius).text(",\"thirdField\":").direction(axis);
-    out_->text(",\"startDiameter\":").number(diameter).text(",\"endDiameter\":").number(diameter);
-    out_->text(",\"arcKind\":2");
-    end();
+    const Vector direction = rounded(axis);
+    HextTorus3D solid = torus(center, center + outward * radius, diameter);
+    solid.thirdField = {direction.x, direction.y, direction.z};
+    solid.arcKind = wholeCircle;
+    add(solid);
 }
 
 void Primitives::box(const Point& center, const Vector& size, const Vector& x, const Vector& y) {
-    begin("HextBox3D").text(",\"point\":").point(center).text(",\"xLength\":").number(size.x);
-    out_->text(",\"yLength\":").number(size.y).text(",\"zLength\":").number(size.z);
-    if (!x.isEqualTo(east) || !y.isEqualTo(north)) {
-        out_->text(",\"xAxis\":").direction(x).text(",\"yAxis\":").direction(y);
-    }
-    out_->text(",\"pointKind\":1");
-    end();
+    constexpr int atTheCenter = 1;
+    HextBox3D solid;
+    solid.point = rounded(center);
+    solid.xLength = thousandths(size.x);
+    solid.yLength = thousandths(size.y);
+    solid.zLength = thousandths(size.z);
+    solid.xAxis = rounded(x);
+    solid.yAxis = rounded(y);
+    solid.pointKind = atTheCenter;
+    add(solid);
 }
 
 void Primitives::head(const Point& base, const Vector& towards, double height, double radius) {
-    begin("HextOval3D").text(",\"point\":").point(base).text(",\"vect\":").direction(towards);
-    out_->text(",\"axialRadius\":").number(height).text(",\"radialRadius\":").number(radius);
-    out_->text(",\"baseRadius\":").number(radius);
-    end();
+    HextOval3D solid;
+    solid.point = rounded(base);
+    solid.vect = rounded(towards);
+    solid.axialRadius = thousandths(height);
+    solid.radialRadius = solid.baseRadius = thousandths(radius);
+    add(solid);
 }
 
 void Primitives::sphere(const Point& center, double radius) {
-    begin("HextSphere3D").text(",\"center\":").point(center).text(",\"radius\":").number(radius);
-    end();
+    HextSphere3D solid;
+    solid.center = rounded(center);
+    solid.radius = thousandths(radius);
+    add(solid);
 }
 
 void Primitives::frustum(const Point& base, const Vector& bottom, const Vector& top, double height) {
-    begin("HextSqucone3D").text(",\"point\":").point(base).text(",\"bottomX\":").number(bottom.x);
-    out_->text(",\"bottomY\":").number(bottom.y).text(",\"topX\":").number(top.x).text(",\"topY\":").number(top.y);
-    out_->text(",\"height\":").number(height);
-    end();
+    HextSqucone3D solid;
+    solid.point = rounded(base);
+    solid.bottomX = thousandths(bottom.x);
+    solid.bottomY = thousandths(bottom.y);
+    solid.topX = thousandths(top.x);
+    solid.topY = thousandths(top.y);
+    solid.height = thousandths(height);
+    add(solid);
 }
 
 void Primitives::wedge(const Point& corner, const Vector& along, const Vector& upwards, double width) {
-    begin("HextWedge3D").text(",\"point1\":").point(corner + upwards).text(",\"point2\":").point(corner);
-    out_->text(",\"point3\":").point(corner + along).text(",\"wedgeSize\":").number(width);
-    end();
+    HextWedge3D solid;
+    solid.point1 = rounded(corner + upwards);
+    solid.point2 = rounded(corner);
+    solid.point3 = rounded(corner + along);
+    solid.wedgeSize = thousandths(width);
+    add(solid);
 }
 
-void Primitives::prism(const Point& start, const Point& end_, double radius, int sides) {
-    const Point vertex = end_ + acrossOf(end_ - start) * radius;
-    twoEnds("HextPrism3D", start, end_);
-    out_->text(",\"vertexPoint\":").point(vertex).text(",\"sides\":").whole(sides);
-    end();
+void Primitives::prism(const Point& start, const Point& end, double radius, int sides) {
+    auto solid = betweenEnds<HextPrism3D>(start, end);
+    solid.vertexPoint = rounded(end + acrossOf(end - start) * radius);
+    solid.sides = sides;
+    add(solid);
 }
 
 void Primitives::saddle(const Point& corner, double length, double width, double height, double radius) {
-    begin("HextSaddle3D").text(",\"point\":").point(corner).text(",\"axis\":[1,0,0],\"sectionAxis\":[0,1,0]");
-    out_->text(",\"length\":").number(length).text(",\"sectionLength\":").number(width);
-    out_->text(",\"sectionHeight\":").number(height).text(",\"circleRadius\":").number(radius);
-    end();
+    HextSaddle3D solid;
+    solid.point = rounded(corner);
+    solid.axis = east;
+    solid.sectionAxis = north;
+    solid.length = thousandths(length);
+    solid.sectionLength = thousandths(width);
+    solid.sectionHeight = thousandths(height);
+    solid.circleRadius = thousandths(radius);
+    add(solid);
 }
 
 void Primitives::squareToRound(const Point& base, const Point& top, const Vector& x, OutlinePoint size, double radius) {
-    begin("HextSqucir3D").text(",\"basePoint\":").point(base).text(",\"topCenter\":").point(top);
-    out_->text(",\"xAxis\":").direction(x).text(",\"baseNormal\":").direction((top - base).normal());
-    out_->text(",\"xLength\":").number(size.x).text(",\"yLength\":").number(size.y);
-    out_->text(",\"topRadius\":").number(radius);
-    end();
+    HextSqucir3D solid;
+    solid.basePoint = rounded(base);
+    solid.topCenter = rounded(top);
+    solid.xAxis = rounded(x);
+    solid.baseNormal = rounded((top - base).normal());
+    solid.xLength = thousandths(size.x);
+    solid.yLength = thousandths(size.y);
+    solid.topRadius = thousandths(radius);
+    add(solid);
 }
 
-void Primitives::squareBend(const Point& center, const Point& start, const Point& end_, OutlinePoint section) {
-    begin("HextSqutorus3D").text(",\"center\":").point(center).text(",\"startPoint\":").point(start);
-    out_->text(",\"thirdField\":").point(end_);
-    out_->text(",\"startWidth\":").number(section.x).text(",\"startHeight\":").number(section.y);
-    out_->text(",\"endWidth\":").number(section.x).text(",\"endHeight\":").number(section.y);
-    end();
-}
-
-void Primitives::outline(std::span<const OutlinePoint> points) {
-    out_->text("[");
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const bool isLast = i + 1 == points.size();
-        out_->text(i == 0 ? none : ",").text(isLast ? "[4," : "[1,");
-        out_->number(points[i].x).text(",").number(points[i].y).text(",0]");
-    }
-    out_->text("]");
-}
-
-void Primitives::circle(double radius) {
-    out_->text("[[6,").number(radius).text(",0,0],[6,0,").number(radius).text(",0],[6,").number(-radius).text(",0,0]]");
+void Primitives::squareBend(const Point& center, const Point& start, const Point& end, OutlinePoint section) {
+    HextSqutorus3D solid;
+    solid.center = rounded(center);
+    solid.startPoint = rounded(start);
+    solid.thirdField = rounded(end);
+    solid.startWidth = solid.endWidth = thousandths(section.x);
+    solid.startHeight = solid.endHeight = thousandths(section.y);
+    add(solid);
 }
 
 void Primitives::extrusion(const Point& origin, const Vector& x, const Vector& y, double height,
-                           std::span<const OutlinePoint> points, std::span<const OutlinePoint> hole) {
-    begin("HextSpolygon").text(",\"origin\":").point(origin);
-    if (!x.isEqualTo(east) || !y.isEqualTo(north)) {
-        out_->text(",\"xAxis\":").direction(x).text(",\"yAxis\":").direction(y);
-        out_->text(",\"direction\":").direction(x.crossProduct(y));
-    }
-    out_->text(",\"height\":").number(height).text(",\"outline\":");
-    outline(points);
+                           std::span<const OutlinePoint> outline, std::span<const OutlinePoint> hole) {
+    HextSpolygon solid;
+    solid.origin = rounded(origin);
+    solid.xAxis = rounded(x);
+    solid.yAxis = rounded(y);
+    solid.direction = rounded(x.crossProduct(y));
+    solid.height = thousandths(height);
+    solid.outline = polygon(outline);
     if (!hole.empty()) {
-        out_->text(",\"holes\":[");
-        outline(hole);
-        out_->text("]");
+        solid.holes = std::vector<HextVertexList>{polygon(hole)};
     }
-    end();
+    add(solid);
 }
 
 void Primitives::disc(const Point& origin, double height, double radius, double inner) {
-    begin("HextSpolygon").text(",\"origin\":").point(origin).text(",\"height\":").number(height);
-    out_->text(",\"outline\":");
-    circle(radius);
+    HextSpolygon solid;
+    solid.origin = rounded(origin);
+    solid.height = thousandths(height);
+    solid.outline = circle(radius);
     if (inner > 0) {
-        out_->text(",\"holes\":[");
-        circle(inner);
-        out_->text("]");
+        solid.holes = std::vector<HextVertexList>{circle(inner)};
     }
-    end();
+    add(solid);
 }
 
 void Primitives::cover(const Point& center, double radius, double height) {
     const Point rim = center + east * radius;
     const Point profile[] = {center, rim, rim + up * height, center + up * (2 * height)};
-    begin("HextRevolve").text(",\"center\":").point(center).text(",\"axis\":[0,0,1],\"angle\":6.283185307179586");
-    out_->text(",\"profile\":[");
-    for (const Point& p : profile) {
-        const bool isLast = &p == &profile[3];
-        out_->text(isLast ? "[4," : "[1,").number(p.x).text(",").number(p.y).text(",").number(p.z);
-        out_->text(isLast ? "]" : "],");
-    }
-    out_->text("]");
-    end();
+    HextRevolve solid;
+    solid.center = rounded(center);
+    solid.axis = up;
+    solid.angle = 2 * std::numbers::pi;
+    solid.profile = polygon(profile);
+    add(solid);
 }
 
-void Primitives::line(const Point& start, const Point& end_) {
-    twoEnds("HextPrimaryLine", start, end_);
-    out_->text("}");
+void Primitives::line(const Point& start, const Point& end) {
+    model_->primitive(betweenEnds<HextPrimaryLine>(start, end));
 }
 
 void Primitives::text(std::string_view text, const Point& at, double height, const Vector& normal) {
-    begin("HextPrimaryText").text(",\"text\":\"").text(text).text("\",\"position\":").point(at);
-    out_->text(",\"normal\":").direction(normal).text(",\"height\":").number(height).text("}");
+    HextPrimaryText item;
+    item.text = text;
+    item.position = rounded(at);
+    item.normal = rounded(normal);
+    item.height = thousandths(height);
+    model_->primitive(item);
 }
 
-void Primitives::hostBox(std::string_view type, const Point& center, const Vector& size) {
-    const bool block = type == "HextAcadBlockReference";
-    begin(type).text(block ? ",\"entity\":{\"type\":\"block\",\"parts\":[{" : ",\"entity\":{");
-    out_->text("\"type\":\"solid\",\"primitive\":{\"type\":\"HextBox3D\",\"point\":").point(center);
-    out_->text(",\"xLength\":").number(size.x).text(",\"yLength\":").number(size.y);
-    out_->text(",\"zLength\":").number(size.z).text(",\"pointKind\":1}}").text(block ? "]}}" : "}");
+void Primitives::hostBox(const Point& center, const Vector& size) {
+    HextPrimaryAcad box;
+    box.serial = boxEntity(center, size);
+    model_->primitive(box);
 }
 
-void Primitives::hostLine(const Point& start, const Point& end_) {
-    begin("HextPrimaryAcadEntity").text(",\"entity\":{\"type\":\"line\",\"startPoint\":").point(start);
-    out_->text(",\"endPoint\":").point(end_).text("}}");
+void Primitives::hostSolid(const Point& center, const Vector& size) {
+    HextPrimaryAcadSolid3D solid;
+    solid.serial = boxEntity(center, size);
+    model_->primitive(solid);
+}
+
+void Primitives::hostBlock(const Point& center, const Vector& size) {
+    HextAcadBlockReference block;
+    block.serial = "{\"type\":\"block\",\"parts\":[" + boxEntity(center, size) + "]}";
+    model_->primitive(block);
+}
+
+void Primitives::hostLine(const Point& start, const Point& end) {
+    HextPrimaryAcadEntity line;
+    line.serial = "{\"type\":\"line\",\"startPoint\":" + pointText(start) + ",\"endPoint\":" + pointText(end) + "}";
+    model_->primitive(line);
 }
 
 }  // namespace plant::generator

@@ -1,8 +1,8 @@
-// Writes the primitives of one object.
+// Tells the primitives of one object, their lengths and directions rounded.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/plan.h"
+#include "plant/model_builder.h"
 
 #include <span>
 
@@ -13,13 +13,10 @@ struct OutlinePoint {
     double y;
 };
 
-// Opens the list when it is made and closes it when it is destroyed.
 class Primitives {
 public:
-    explicit Primitives(Output& out);
-    ~Primitives();
-    Primitives(const Primitives&) = delete;
-    Primitives& operator=(const Primitives&) = delete;
+    // The object has a shape from here on, were it an empty one.
+    explicit Primitives(ModelBuilder& model) : model_(&model) { model.shape(); }
 
     // From here on all solids belong to the insulation, thicker by `growth` across; 0 ends that.
     void insulation(double growth) { growth_ = growth; }
@@ -52,19 +49,16 @@ public:
     void line(const Point& start, const Point& end);
     void text(std::string_view text, const Point& at, double height, const Vector& normal);
     // Host entities carried as primitives: a block of one kind or another, and a line.
-    void hostBox(std::string_view type, const Point& center, const Vector& size);
+    void hostBox(const Point& center, const Vector& size);
+    void hostSolid(const Point& center, const Vector& size);
+    void hostBlock(const Point& center, const Vector& size);
     void hostLine(const Point& start, const Point& end);
 
 private:
-    Output& begin(std::string_view type);
-    void end();
-    void twoEnds(std::string_view type, const Point& start, const Point& end);
-    void outline(std::span<const OutlinePoint> points);
-    void circle(double radius);
+    void add(HextPrimary3D& solid);
 
-    Output* out_;
+    ModelBuilder* model_;
     double growth_ = 0;
-    bool first_ = true;
 };
 
 }  // namespace plant::generator

@@ -95,8 +95,8 @@ private:
     void link(int in, int out, Joint exit);
     PlanPoint& point(int no);
     void connect(PlanPoint& in);
-    int inFlow() const { return forward_ ? 1 : 2; }
-    int outFlow() const { return forward_ ? 2 : 1; }
+    std::int8_t inFlow() const { return forward_ ? 1 : 2; }
+    std::int8_t outFlow() const { return forward_ ? 2 : 1; }
     Joint buttJoint() const { return socketWelded() ? Joint::Socket : Joint::Weld; }
     Ends buttEnds() const { return socketWelded() ? Ends::Socket : Ends::Weld; }
 

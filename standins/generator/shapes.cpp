@@ -1,9 +1,9 @@
 #include "generator/shapes.h"
 
 #include "generator/primitives.h"
+#include "generator/text_line.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace plant::generator {
@@ -20,20 +20,6 @@ struct Drawing {
     const Point& at(int no) const { return part.at(no); }
     Point along(double length) const { return part.at(1) + direction() * length; }
     Vector direction() const { return (part.at(2) - part.at(1)).normal(); }
-};
-
-// Text of a letter prefix and a number.
-class Tag {
-public:
-    Tag(std::string_view letters, int number) {
-        char* end = std::copy(letters.begin(), letters.end(), text_);
-        end_ = std::to_chars(end, text_ + sizeof text_, number).ptr;
-    }
-    std::string_view view() const { return {text_, static_cast<std::size_t>(end_ - text_)}; }
-
-private:
-    char text_[24];
-    char* end_;
 };
 
 // -------------------------------------------------------------------------------------------------- pipes and fittings
@@ -239,7 +225,7 @@ void drawWeld(const Drawing& d) {
     d.shape.cylinder(d.at(1), d.at(2), d.size.outer + 4);
     if (d.part.fieldWeld) {
         const Point beside = d.at(1) + d.part.across * (d.size.outer / 2 + 60);
-        d.shape.text(Tag("W", d.part.number).view(), beside, 50, up);
+        d.shape.text(TextLine("W", d.part.number), beside, 50, up);
     }
 }
 
@@ -264,7 +250,7 @@ void drawBalloon(const Drawing& d) {
     for (int i = 0; i < corners; ++i) {
         d.shape.line(corner(i), corner((i + 1) % corners));
     }
-    d.shape.text(Tag("PI-", d.part.number).view(), center - u * (radius * 0.6), 50, u.crossProduct(v));
+    d.shape.text(TextLine("PI-", d.part.number), center - u * (radius * 0.6), 50, u.crossProduct(v));
 }
 
 struct DrawingRow {
@@ -293,8 +279,8 @@ Point balloonCenter(const Part& balloon) {
     return balloon.at(1) + balloon.along * height;
 }
 
-void writeShape(Output& out, const Part& part, const PipelinePlan& pipeline) {
-    Primitives shape(out);
+void tellShape(ModelBuilder& model, const Part& part, const PipelinePlan& pipeline) {
+    Primitives shape(model);
     const Drawing drawing{shape, part};
     const DrawingRow& row = drawings[static_cast<int>(part.family)];
     row.draw(drawing);
@@ -304,13 +290,13 @@ void writeShape(Output& out, const Part& part, const PipelinePlan& pipeline) {
     }
 }
 
-void writeBoltShape(Output& out, const Part& flange) {
+void tellBoltShape(ModelBuilder& model, const Part& flange) {
     const PipeSize& size = pipeSizes[flange.size1];
     const Vector outward = (flange.at(1) - flange.at(2)).normal();
     const Vector u = acrossOf(outward);
     const Vector v = outward.crossProduct(u);
     const double grip = size.flange.thickness + size.flange.bolt;
-    Primitives shape(out);
+    Primitives shape(model);
     for (int i = 0; i < size.flange.bolts; ++i) {
         const double angle = tlGePi * (2 * i + 1) / size.flange.bolts;
         const Vector spoke = u * std::cos(angle) + v * std::sin(angle);

@@ -1,15 +1,14 @@
-// The shape of the objects in a pipe.
+// The shapes of the objects in a pipe, told as primitives of the object that is open.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/plan.h"
+#include "plant/model_builder.h"
 
 namespace plant::generator {
 
-// The member "primitives" of a part.
-void writeShape(Output& out, const Part& part, const PipelinePlan& pipeline);
+void tellShape(ModelBuilder& model, const Part& part, const PipelinePlan& pipeline);
 // The bolts of the joint at the face of a flange.
-void writeBoltShape(Output& out, const Part& flange);
+void tellBoltShape(ModelBuilder& model, const Part& flange);
 // Centre of an instrument balloon.
 Point balloonCenter(const Part& balloon);
 

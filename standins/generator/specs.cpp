@@ -1,5 +1,7 @@
 #include "generator/specs.h"
 
+#include "generator/text_line.h"
+
 namespace plant::generator {
 
 namespace {
@@ -43,37 +45,35 @@ const char* supportKindName(int kind) {
     return supportKindNames[kind];
 }
 
-Library::Library(Output& out)
-    : out_(&out), specifications_(specificationCount), bolts_(static_cast<std::size_t>(classCount) * sizeCount),
+Library::Library(ModelBuilder& model)
+    : model_(&model), specifications_(specificationCount), bolts_(static_cast<std::size_t>(classCount) * sizeCount),
       supportItems_(supportKinds) {}
-
-Output& Library::begin(Id id, std::string_view className) {
-    out_->beginObject();
-    return out_->text("{\"id\":").whole(id).text(",\"class\":\"").text(className).text("\"");
-}
 
 Id Library::specification(int pipingClass, Ends ends, Layout layout, int size1, int size2) {
     const std::size_t index = indexOf(pipingClass, ends, layout, size1, size2);
     const Id id = firstSpecification + static_cast<Id>(index);
     if (!specifications_[index]) {
         specifications_[index] = true;
-        writeSpecification(id, pipingClass, ends, layout, {size1, size2});
+        tellSpecification(id, pipingClass, ends, layout, {size1, size2});
     }
     return id;
 }
 
-void Library::writeSpecification(Id id, int pipingClass, Ends ends, Layout layout, const int (&sizes)[2]) {
+void Library::tellSpecification(Id id, int pipingClass, Ends ends, Layout layout, const int (&sizes)[2]) {
     const PipingClass& type = pipingClasses[pipingClass];
-    Output& out = begin(id, "HxDbTubeSpecification");
-    out.member("name", type.name).text(",\"ends\":[");
+    model_->beginObject(id, "HxDbTubeSpecification");
+    model_->name(type.name);
     const int count = endsOf(ends, layout);
     for (int end = 0; end < count; ++end) {
         const PipeSize& size = pipeSizes[sizeAtEnd(layout, sizes[0], sizes[1], end)];
-        out.text(end == 0 ? "{\"size\":\"" : ",{\"size\":\"").whole(size.dn).text("\"");
-        out.member("endType", row(ends).ends[end]).text(",\"outer\":").number(size.outer);
-        out.text(",\"inner\":").number(size.outer - 2 * wallOf(type, size)).text(",\"section\":1}");
+        const TextLine dn(size.dn);
+        model_->tubeEnd({.size = dn,
+                         .endType = row(ends).ends[end],
+                         .outer = thousandths(size.outer),
+                         .inner = thousandths(size.outer - 2 * wallOf(type, size)),
+                         .section = 1});
     }
-    out.text("]}");
+    model_->endObject();
 }
 
 Library::BoltIds Library::bolts(int pipingClass, int size) {
@@ -82,36 +82,72 @@ Library::BoltIds Library::bolts(int pipingClass, int size) {
     const BoltIds ids{first, first + 1, first + 2};
     if (!bolts_[static_cast<std::size_t>(index)]) {
         bolts_[static_cast<std::size_t>(index)] = true;
-        writeBolts(ids, pipingClass, size);
+        const std::int64_t sortNo = ids.bolt - firstBolt + 1;
+        tellBolt(ids.bolt, size, sortNo);
+        tellNut(ids.nut, size, sortNo + 1);
+        tellBoltedFlange(ids, pipingClass, size);
     }
     return ids;
 }
 
-void Library::writeBolts(const BoltIds& ids, int pipingClass, int size) {
+void Library::tellBolt(Id id, int size, std::int64_t sortNo) {
     const auto& flange = pipeSizes[size].flange;
     const double diameter = flange.bolt;
     const int length = static_cast<int>(2 * flange.thickness) + 2 * flange.bolt;
-    const std::int64_t sortNo = ids.bolt - firstBolt + 1;
-    begin(ids.bolt, "HextBolt").member("standard", "BOLT").member("cname", utf8(u8"六角头螺栓"));
-    out_->member("type", "HEXBOLT").text(",\"spec\":\"M").whole(flange.bolt).text("x").whole(length).text("\"");
-    out_->member("stan", "GB/T 5782").member("material", "35").member("unit", 1);
-    out_->text(",\"boltSpec\":\"M").whole(flange.bolt).text("x").whole(length);
-    out_->text("\",\"weight\":").number(diameter * diameter * length * 6.2e-6);
-    out_->text(",\"price\":").number(diameter * 0.15).member("sortNo", sortNo).text("}");
-    begin(ids.nut, "HextNut").member("standard", "NUT").member("cname", utf8(u8"六角螺母"));
-    out_->member("type", "HEXNUT").text(",\"spec\":\"M").whole(flange.bolt).text("\"").member("stan", "GB/T 6170");
-    out_->member("material", "25").member("unit", 1).text(",\"weight\":").number(diameter * diameter * diameter * 8e-6);
-    out_->text(",\"price\":").number(diameter * 0.04).member("sortNo", sortNo + 1).text("}");
-    begin(ids.flange, "HxDbFlan2BoltNut").member("boltNum", flange.bolts).member("nutNum", flange.bolts);
-    out_->member("bolt", ids.bolt).memberAsText("size", pipeSizes[size].dn).member("std", "HG/T 20592");
-    out_->member("endType", "FLRF").member("rating", pipingClasses[pipingClass].rating).member("unit", "1").text("}");
+    const TextLine spec("M", flange.bolt, "x", length);
+    model_->beginObject(id, "HextBolt");
+    model_->text(TextMember::Standard, "BOLT");
+    model_->text(TextMember::CName, utf8(u8"六角头螺栓"));
+    model_->text(TextMember::Type, "HEXBOLT");
+    model_->text(TextMember::PartSpec, spec);
+    model_->text(TextMember::Stan, "GB/T 5782");
+    model_->text(TextMember::Material, "35");
+    model_->whole(WholeMember::UnitNumber, 1);
+    model_->text(TextMember::BoltSpec, spec);
+    model_->number(NumberMember::Weight, thousandths(diameter * diameter * length * 6.2e-6));
+    model_->number(NumberMember::Price, thousandths(diameter * 0.15));
+    model_->whole(WholeMember::SortNo, sortNo);
+    model_->endObject();
+}
+
+void Library::tellNut(Id id, int size, std::int64_t sortNo) {
+    const double diameter = pipeSizes[size].flange.bolt;
+    model_->beginObject(id, "HextNut");
+    model_->text(TextMember::Standard, "NUT");
+    model_->text(TextMember::CName, utf8(u8"六角螺母"));
+    model_->text(TextMember::Type, "HEXNUT");
+    model_->text(TextMember::PartSpec, TextLine("M", pipeSizes[size].flange.bolt));
+    model_->text(TextMember::Stan, "GB/T 6170");
+    model_->text(TextMember::Material, "25");
+    model_->whole(WholeMember::UnitNumber, 1);
+    model_->number(NumberMember::Weight, thousandths(diameter * diameter * diameter * 8e-6));
+    model_->number(NumberMember::Price, thousandths(diameter * 0.04));
+    model_->whole(WholeMember::SortNo, sortNo);
+    model_->endObject();
+}
+
+void Library::tellBoltedFlange(const BoltIds& ids, int pipingClass, int size) {
+    const int bolts = pipeSizes[size].flange.bolts;
+    model_->beginObject(ids.flange, "HxDbFlan2BoltNut");
+    model_->whole(WholeMember::BoltNum, bolts);
+    model_->whole(WholeMember::NutNum, bolts);
+    model_->reference(ReferenceMember::Bolt, ids.bolt);
+    model_->text(TextMember::Size, TextLine(pipeSizes[size].dn));
+    model_->text(TextMember::Std, "HG/T 20592");
+    model_->text(TextMember::EndType, "FLRF");
+    model_->text(TextMember::Rating, pipingClasses[pipingClass].rating);
+    model_->text(TextMember::UnitText, "1");
+    model_->endObject();
 }
 
 Id Library::supportItem(int kind) {
     const Id id = firstSupportItem + kind;
     if (!supportItems_[static_cast<std::size_t>(kind)]) {
         supportItems_[static_cast<std::size_t>(kind)] = true;
-        begin(id, "HxDbSupportItem").member("type", supportKindName(kind)).member("stan", supportStandard).text("}");
+        model_->beginObject(id, "HxDbSupportItem");
+        model_->text(TextMember::Type, supportKindName(kind));
+        model_->text(TextMember::Stan, supportStandard);
+        model_->endObject();
     }
     return id;
 }

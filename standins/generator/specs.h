@@ -1,9 +1,9 @@
-// The specification objects, bolts and support items that a generated plant shares. Each is written when something
+// The specification objects, bolts and support items that a generated plant shares. Each is told when something
 // needs it first; its id follows from what it is.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/plan.h"
+#include "plant/model_builder.h"
 
 #include <vector>
 
@@ -11,9 +11,9 @@ namespace plant::generator {
 
 class Library {
 public:
-    explicit Library(Output& out);
+    explicit Library(ModelBuilder& model);
 
-    // Ids of objects that stand in the file after the call. Never to be called in the middle of an object.
+    // Ids of objects that are told after the call. Never to be called in the middle of an object.
     Id specification(int pipingClass, Ends ends, Layout layout, int size1, int size2);
     struct BoltIds {
         Id bolt;
@@ -25,11 +25,12 @@ public:
     Id supportItem(int kind);
 
 private:
-    Output& begin(Id id, std::string_view className);
-    void writeSpecification(Id id, int pipingClass, Ends ends, Layout layout, const int (&sizes)[2]);
-    void writeBolts(const BoltIds& ids, int pipingClass, int size);
+    void tellSpecification(Id id, int pipingClass, Ends ends, Layout layout, const int (&sizes)[2]);
+    void tellBolt(Id id, int size, std::int64_t sortNo);
+    void tellNut(Id id, int size, std::int64_t sortNo);
+    void tellBoltedFlange(const BoltIds& ids, int pipingClass, int size);
 
-    Output* out_;
+    ModelBuilder* model_;
     std::vector<bool> specifications_;
     std::vector<bool> bolts_;
     std::vector<bool> supportItems_;

@@ -1,10 +1,9 @@
-// Writes what stands around the pipes: racks, foundations, grids, supports, ducts and trays.
+// Tells what stands around the pipes: racks, foundations, grids, supports, ducts and trays.
 #pragma once
 
-#include "generator/output.h"
 #include "generator/plan.h"
-#include "generator/random.h"
 #include "generator/specs.h"
+#include "plant/model_builder.h"
 
 #include <span>
 #include <vector>
@@ -26,14 +25,21 @@ struct SupportPoint {
     int size;
 };
 
-// Each gives the number of smart objects that it wrote, which is at most `count`.
-int writeRack(Output& out, Ids& ids, const Place& place, int count);
-int writeFoundations(Output& out, Ids& ids, const Place& place, const std::vector<Point>& under);
-int writeGrid(Output& out, Ids& ids, const Place& place, int count);
-int writeDucts(Output& out, Ids& ids, const Place& place);
-int writeTrays(Output& out, Ids& ids, const Place& place);
+// Where the objects go, and who hands out what they need.
+struct Target {
+    ModelBuilder& model;
+    Ids& ids;
+    Library& library;
+};
+
+// Each gives the number of smart objects that it told, which is at most `count`.
+int tellRack(const Target& to, const Place& place, int count);
+int tellFoundations(const Target& to, const Place& place, std::span<const Point> under);
+int tellGrid(const Target& to, const Place& place, int count);
+int tellDucts(const Target& to, const Place& place);
+int tellTrays(const Target& to, const Place& place);
 // A drawing that carries host content.
-int writeDrawing(Output& out, Ids& ids, const Place& place);
-int writeSupports(Output& out, Ids& ids, Library& library, const Place& place, std::span<const SupportPoint> points);
+int tellDrawing(const Target& to, const Place& place);
+int tellSupports(const Target& to, const Place& place, std::span<const SupportPoint> points);
 
 }  // namespace plant::generator

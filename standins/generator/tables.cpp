@@ -47,90 +47,105 @@ const EndsRow endsRows[endsCount] = {
     {{"NONE", "FLRF", "", ""}, 2},         {{"NONE", "FLRF", "FLRF", ""}, 3},
 };
 
-#define FITTING(item, itype, smrtln)                                                                                   \
-    "\"item\":\"" item "\",\"itype\":\"" itype "\",\"smrtln\":\"" smrtln                                               \
-    "\",\"module\":\"Piping\",\"mtype\":\"fitting\""
-#define PIPE(itype, smrtln)                                                                                            \
-    "\"item\":\"PIPE\",\"itype\":\"" itype "\",\"smrtln\":\"" smrtln "\",\"module\":\"Piping\",\"mtype\":\"pipe\""
-#define VALVE(item, itype, smrtln)                                                                                     \
-    "\"item\":\"" item "\",\"itype\":\"" itype "\",\"smrtln\":\"" smrtln "\",\"module\":\"Piping\",\"mtype\":"         \
-    "\"valve\""
+namespace {
+
+constexpr TypeAttributes fitting(const char* item, const char* itype, const char* smrtln) {
+    return {item, itype, smrtln, "Piping", "fitting"};
+}
+
+constexpr TypeAttributes gasket(const char* itype) {
+    return {"GASK", itype, "Normal", "Piping", "fitting", "1"};
+}
+
+constexpr TypeAttributes pipe(const char* itype, const char* smrtln = "Pipe") {
+    return {"PIPE", itype, smrtln, "Piping", "pipe"};
+}
+
+constexpr TypeAttributes valve(const char* item, const char* itype, const char* smrtln) {
+    return {item, itype, smrtln, "Piping", "valve"};
+}
+
+constexpr const char* pipeClass = "HxDbPipeSpec";
+constexpr const char* partClass = "HxDbTubeModelSpec";
+
+}  // namespace
 
 const FamilyRow familyRows[familyCount] = {
-    {"HxDbPipeSpec", nullptr, "TPPE", PIPE("SMLS", "Pipe"), "GB/T 17395", "I", u8"无缝钢管", 2, nullptr},
-    {"HxDbPipeSpec", nullptr, "TPPE", PIPE("SPOOL", "Pipe"), "GB/T 17395", "I", u8"法兰短管", 2, nullptr},
-    {"HxDbTubeModelSpec", "bend", "BEND_BW", PIPE("BEND", "Arc"), "SH/T 3418", "I", u8"弯管", 3, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "ELBO_90", FITTING("ELBOW", "90LR", "Arc"), "GB/T 12459", "A", u8"90°长半径弯头", 3,
+    {pipeClass, PartKind::Default, "TPPE", pipe("SMLS"), "GB/T 17395", "I", u8"无缝钢管", 2, nullptr},
+    {pipeClass, PartKind::Default, "TPPE", pipe("SPOOL"), "GB/T 17395", "I", u8"法兰短管", 2, nullptr},
+    {partClass, PartKind::Bend, "BEND_BW", pipe("BEND", "Arc"), "SH/T 3418", "I", u8"弯管", 3, nullptr},
+    {partClass, PartKind::Default, "ELBO_90", fitting("ELBOW", "90LR", "Arc"), "GB/T 12459", "A", u8"90°长半径弯头", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "ELBO_45", FITTING("ELBOW", "45LR", "Arc"), "GB/T 12459", "A", u8"45°长半径弯头", 3,
+    {partClass, PartKind::Default, "ELBO_45", fitting("ELBOW", "45LR", "Arc"), "GB/T 12459", "A", u8"45°长半径弯头", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "ELBO_MITER", FITTING("ELBOW", "MITER", "Angle"), "SH/T 3408", "B", u8"焊接斜弯头",
+    {partClass, PartKind::Default, "ELBO_MITER", fitting("ELBOW", "MITER", "Angle"), "SH/T 3408", "B", u8"焊接斜弯头",
      3, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "TEE", FITTING("TEE", "EQ", "Tee"), "GB/T 12459", "A", u8"等径三通", 3, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "TEE_RED", FITTING("RTEE", "RED", "Tee"), "GB/T 12459", "A", u8"异径三通", 3,
+    {partClass, PartKind::Default, "TEE", fitting("TEE", "EQ", "Tee"), "GB/T 12459", "A", u8"等径三通", 3, nullptr},
+    {partClass, PartKind::Default, "TEE_RED", fitting("RTEE", "RED", "Tee"), "GB/T 12459", "A", u8"异径三通", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "LATERAL", FITTING("LRTEE", "45", "Latera"), "HG/T 21635", "A", u8"斜三通", 3,
+    {partClass, PartKind::Default, "LATERAL", fitting("LRTEE", "45", "Latera"), "HG/T 21635", "A", u8"斜三通", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "YTEE", FITTING("YTEE", "Y", "Y"), "HG/T 21635", "A", u8"Y型三通", 4, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "CROSS", FITTING("CROSS", "EQ", "Cross"), "GB/T 12459", "A", u8"四通", 4, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "CROSS_RED", FITTING("RCROSS", "RED", "Cross"), "GB/T 12459", "A", u8"异径四通", 4,
+    {partClass, PartKind::Default, "YTEE", fitting("YTEE", "Y", "Y"), "HG/T 21635", "A", u8"Y型三通", 4, nullptr},
+    {partClass, PartKind::Default, "CROSS", fitting("CROSS", "EQ", "Cross"), "GB/T 12459", "A", u8"四通", 4, nullptr},
+    {partClass, PartKind::Default, "CROSS_RED", fitting("RCROSS", "RED", "Cross"), "GB/T 12459", "A", u8"异径四通", 4,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "OLET", FITTING("OLET", "WELDOLET", "Normal"), "GB/T 19326", "A", u8"对焊支管台", 3,
+    {partClass, PartKind::Default, "OLET", fitting("OLET", "WELDOLET", "Normal"), "GB/T 19326", "A", u8"对焊支管台", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "OLET", FITTING("OLET", "SOCKOLET", "Normal"), "GB/T 19326", "A", u8"承插支管台", 3,
+    {partClass, PartKind::Default, "OLET", fitting("OLET", "SOCKOLET", "Normal"), "GB/T 19326", "A", u8"承插支管台", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "BOSS", FITTING("BOSS", "PRESS", "Normal"), "HG/T 21581", "A", u8"压力表管座", 3,
+    {partClass, PartKind::Default, "BOSS", fitting("BOSS", "PRESS", "Normal"), "HG/T 21581", "A", u8"压力表管座", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "BOSS", FITTING("BOSS", "THERMO", "Normal"), "HG/T 21581", "A", u8"温度计管座", 3,
+    {partClass, PartKind::Default, "BOSS", fitting("BOSS", "THERMO", "Normal"), "HG/T 21581", "A", u8"温度计管座", 3,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "CRED", FITTING("CRED", "BW", "Normal"), "GB/T 12459", "A", u8"同心异径管", 2,
+    {partClass, PartKind::Default, "CRED", fitting("CRED", "BW", "Normal"), "GB/T 12459", "A", u8"同心异径管", 2,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "ERED", FITTING("ERED", "BW", "Ecc"), "GB/T 12459", "A", u8"偏心异径管", 2, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "SWAGE", FITTING("CSWAGE", "BW", "Normal"), "SH/T 3419", "A", u8"同心异径短节", 2,
+    {partClass, PartKind::Default, "ERED", fitting("ERED", "BW", "Ecc"), "GB/T 12459", "A", u8"偏心异径管", 2, nullptr},
+    {partClass, PartKind::Default, "SWAGE", fitting("CSWAGE", "BW", "Normal"), "SH/T 3419", "A", u8"同心异径短节", 2,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "CAP", FITTING("CAP", "HEAD", "Normal"), "GB/T 12459", "A", u8"管帽", 2, nullptr},
-    {"HxDbTubeModelSpec", nullptr, "COUPLING", FITTING("COUPLING", "FULL", "Normal"), "GB/T 14383", "A", u8"管箍", 2,
+    {partClass, PartKind::Default, "CAP", fitting("CAP", "HEAD", "Normal"), "GB/T 12459", "A", u8"管帽", 2, nullptr},
+    {partClass, PartKind::Default, "COUPLING", fitting("COUPLING", "FULL", "Normal"), "GB/T 14383", "A", u8"管箍", 2,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "UNION", FITTING("UNION", "SW", "Normal"), "GB/T 14383", "A", u8"活接头", 2,
+    {partClass, PartKind::Default, "UNION", fitting("UNION", "SW", "Normal"), "GB/T 14383", "A", u8"活接头", 2,
      nullptr},
-    {"HxDbTubeModelSpec", nullptr, "PLUG", FITTING("PLUG", "HEX", "Normal"), "GB/T 14383", "A", u8"管堵", 2, nullptr},
-    {"HxDbTubeModelSpec", "flange", "FLAN_WN", FITTING("FLANGE", "WN", "Normal"), "HG/T 20592", "B", u8"对焊法兰", 2,
+    {partClass, PartKind::Default, "PLUG", fitting("PLUG", "HEX", "Normal"), "GB/T 14383", "A", u8"管堵", 2, nullptr},
+    {partClass, PartKind::Flange, "FLAN_WN", fitting("FLANGE", "WN", "Normal"), "HG/T 20592", "B", u8"对焊法兰", 2,
      nullptr},
-    {"HxDbTubeModelSpec", "flange", "FLAN_BLIND", FITTING("FLANGE", "BLIND", "Normal"), "HG/T 20592", "B", u8"法兰盖",
-     2, nullptr},
-    {"HxDbTubeModelSpec", "gasket", "GASK", FITTING("GASK", "SPIRAL", "Normal") ",\"unit\":\"1\"", "HG/T 20610", "B",
-     u8"缠绕垫片", 2, nullptr},
-    {"HxDbTubeModelSpec", "virtualGasket", "GASK", FITTING("GASK", "VIRTUAL", "Normal") ",\"unit\":\"1\"", "HG/T 20610",
-     "B", u8"虚拟垫片", 2, nullptr},
-    {"HxDbTubeModelSpec", "valve", "VALVE_GATE", VALVE("VALVE", "GATE", "Normal"), "GB/T 12234", "Z41H", u8"闸阀", 2,
+    {partClass, PartKind::Flange, "FLAN_BLIND", fitting("FLANGE", "BLIND", "Normal"), "HG/T 20592", "B", u8"法兰盖", 2,
+     nullptr},
+    {partClass, PartKind::Gasket, "GASK", gasket("SPIRAL"), "HG/T 20610", "B", u8"缠绕垫片", 2, nullptr},
+    {partClass, PartKind::VirtualGasket, "GASK", gasket("VIRTUAL"), "HG/T 20610", "B", u8"虚拟垫片", 2, nullptr},
+    {partClass, PartKind::Valve, "VALVE_GATE", valve("VALVE", "GATE", "Normal"), "GB/T 12234", "Z41H", u8"闸阀", 2,
      "V"},
-    {"HxDbTubeModelSpec", "valve", "VALVE_GLOBE", VALVE("VALVE", "GLOBE", "Normal"), "GB/T 12235", "J41H", u8"截止阀",
-     2, "V"},
-    {"HxDbTubeModelSpec", "valve", "VALVE_BALL", VALVE("VALVE", "BALL", "Normal"), "GB/T 12237", "Q41F", u8"球阀", 2,
+    {partClass, PartKind::Valve, "VALVE_GLOBE", valve("VALVE", "GLOBE", "Normal"), "GB/T 12235", "J41H", u8"截止阀", 2,
      "V"},
-    {"HxDbTubeModelSpec", "valve", "VALVE_CHECK", VALVE("VALVE", "CHECK", "Normal"), "GB/T 12236", "H44H", u8"止回阀",
+    {partClass, PartKind::Valve, "VALVE_BALL", valve("VALVE", "BALL", "Normal"), "GB/T 12237", "Q41F", u8"球阀", 2,
+     "V"},
+    {partClass, PartKind::Valve, "VALVE_CHECK", valve("VALVE", "CHECK", "Normal"), "GB/T 12236", "H44H", u8"止回阀", 2,
+     "V"},
+    {partClass, PartKind::Valve, "VALVE_BFLY", valve("VALVE", "BUTTERFLY", "Normal"), "GB/T 12238", "D373H", u8"蝶阀",
      2, "V"},
-    {"HxDbTubeModelSpec", "valve", "VALVE_BFLY", VALVE("VALVE", "BUTTERFLY", "Normal"), "GB/T 12238", "D373H", u8"蝶阀",
-     2, "V"},
-    {"HxDbTubeModelSpec", "valve", "VALVE_SAFETY", VALVE("VALVE", "SAFETY", "Angle"), "GB/T 12243", "A48Y",
+    {partClass, PartKind::Valve, "VALVE_SAFETY", valve("VALVE", "SAFETY", "Angle"), "GB/T 12243", "A48Y",
      u8"弹簧式安全阀", 3, "PSV"},
-    {"HxDbTubeModelSpec", "valve", "CONTROL", VALVE("CONTROL", "GLOBE", "Normal"), "GB/T 4213", "ZMAP", u8"气动调节阀",
-     2, "CV"},
-    {"HxDbTubeModelSpec", nullptr, "ORIFICE", FITTING("ORIFICEG", "PLATE", "Normal"), "GB/T 2624", "", u8"孔板", 2,
+    {partClass, PartKind::Valve, "CONTROL", valve("CONTROL", "GLOBE", "Normal"), "GB/T 4213", "ZMAP", u8"气动调节阀", 2,
+     "CV"},
+    {partClass, PartKind::Default, "ORIFICE", fitting("ORIFICEG", "PLATE", "Normal"), "GB/T 2624", "", u8"孔板", 2,
      "FE"},
-    {"HxDbTubeModelSpec", nullptr, "STRAINER", FITTING("STRAINER", "Y", "Normal"), "HG/T 21637", "SRY", u8"Y型过滤器",
+    {partClass, PartKind::Default, "STRAINER", fitting("STRAINER", "Y", "Normal"), "HG/T 21637", "SRY", u8"Y型过滤器",
      2, "STR"},
-    {"HxDbTubeModelSpec", nullptr, "TRAP", FITTING("TRAP", "FLOAT", "Normal"), "GB/T 12250", "S41H", u8"浮球式疏水阀",
+    {partClass, PartKind::Default, "TRAP", fitting("TRAP", "FLOAT", "Normal"), "GB/T 12250", "S41H", u8"浮球式疏水阀",
      2, "ST"},
-    {"HxDbTubeModelSpec", "hose", "HOSE", FITTING("HOSE", "METAL", "Hose"), "GB/T 14525", "JR", u8"金属软管", 2,
-     nullptr},
-    {"HxDbTubeWeld", nullptr, "weld_shop", "\"item\":\"WELD\",\"smrtln\":\"Weld\"", nullptr, "", u8"", 0, nullptr},
-    {"HxDbTubeStop", nullptr, "tube_stop", "\"item\":\"STOP\",\"smrtln\":\"Normal\"", nullptr, "", u8"", 0, nullptr},
-    {"HxDbBalloon", nullptr, "balloon\\\\A-1", "\"module\":\"Piping\"", nullptr, "", u8"", 0, "PI"},
+    {partClass, PartKind::Hose, "HOSE", fitting("HOSE", "METAL", "Hose"), "GB/T 14525", "JR", u8"金属软管", 2, nullptr},
+    {"HxDbTubeWeld", PartKind::Default, "weld_shop", {"WELD", nullptr, "Weld"}, nullptr, "", u8"", 0, nullptr},
+    {"HxDbTubeStop", PartKind::Default, "tube_stop", {"STOP", nullptr, "Normal"}, nullptr, "", u8"", 0, nullptr},
+    {"HxDbBalloon",
+     PartKind::Default,
+     "balloon\\A-1",
+     {nullptr, nullptr, nullptr, "Piping"},
+     nullptr,
+     "",
+     u8"",
+     0,
+     "PI"},
 };
-
-#undef FITTING
-#undef PIPE
-#undef VALVE
 
 }  // namespace plant::generator

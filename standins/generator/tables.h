@@ -1,7 +1,9 @@
 // What generated plants are made of: pipe sizes, piping classes, services, component families.
 //
-// Texts are UTF-8, as they go into the file, whatever the code page of narrow literals.
+// Texts are UTF-8, as a builder takes them, whatever the code page of narrow literals.
 #pragma once
+
+#include "plant/model_builder.h"
 
 #include <cstdint>
 #include <string_view>
@@ -59,7 +61,7 @@ struct Service {
     const char* insulationCode;  // null for services that are never insulated
     std::u8string_view insulation;
     int thickness;
-    int color;
+    std::int16_t color;
 };
 inline constexpr int serviceCount = 12;
 extern const Service services[serviceCount];
@@ -139,12 +141,22 @@ enum class Family : std::uint8_t {
     Balloon,
 };
 
-// What all components of a family have in common; `attributes` is ready JSON without braces.
+// The attributes that say what a component is; null for one that a family does not have.
+struct TypeAttributes {
+    const char* item = nullptr;
+    const char* itype = nullptr;
+    const char* smrtln = nullptr;
+    const char* module = nullptr;
+    const char* mtype = nullptr;
+    const char* unit = nullptr;
+};
+
+// What all components of a family have in common.
 struct FamilyRow {
     const char* className;
-    const char* kind;  // null for the default
+    PartKind kind;
     const char* objectName;
-    const char* attributes;
+    TypeAttributes type;
     const char* standard;
     const char* serial;
     std::u8string_view name;

@@ -1,6 +1,7 @@
 // Records against the primitives of the model: each class by itself, and whole plants.
 #include "eem/color.h"
 #include "eem/primitives.h"
+#include "generator/generate.h"
 #include "platform/primaries.h"
 #include "rebuilt_primitive.h"
 #include "support.h"

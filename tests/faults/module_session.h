@@ -1,6 +1,7 @@
 // The real module in this process, with a small plant, an installation root and an output folder of its own.
 #pragma once
 
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "tolmar/module_api.h"
 #include "tolmar/module_loader.h"

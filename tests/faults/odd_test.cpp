@@ -1,5 +1,6 @@
 // Plants at the edge of what a model file may hold, through every command: each ends with a status that says how, and
 // what it wrote passes the check of its kind or has its faults told.
+#include "generator/generate.h"
 #include "module_session.h"
 
 #include "tessaro/check/command.h"

@@ -1,5 +1,6 @@
 #include "fixture.h"
 
+#include "generator/generate.h"
 #include "readers/hext/folder.h"
 
 #include <numeric>

@@ -1,5 +1,6 @@
 // The tables of specifications of whole runs: what they refer to, their values, and their bores against the model.
 #include "fixture.h"
+#include "generator/generate.h"
 #include "spec_tables.h"
 
 #include "readers/hext/folder.h"

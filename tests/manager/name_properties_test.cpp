@@ -1,4 +1,5 @@
 // What holds for all names of a whole plant.
+#include "generator/generate.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "manager/fixture.h"
 #include "platform/model_tests.h"

@@ -1,4 +1,5 @@
 // The example configuration maps every component of the example and of generated plants.
+#include "generator/generate.h"
 #include "hextinterface/manager/name_manager.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"

@@ -1,4 +1,5 @@
 // The command: questions, files, endings, failures, cancel.
+#include "generator/generate.h"
 #include "navisworks/library_session.h"
 #include "support.h"
 

@@ -1,4 +1,5 @@
 // Writes the scenes of the example and of generated plants that the glTF validator judges afterwards.
+#include "generator/generate.h"
 #include "support.h"
 
 namespace {

@@ -1,3 +1,4 @@
+#include "generator/generate.h"
 #include "support.h"
 
 #include "platform/hxcom.h"

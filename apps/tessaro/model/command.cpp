@@ -1,5 +1,6 @@
 #include "tessaro/model/command.h"
 
+#include "generator/generate.h"
 #include "plant/model.h"
 
 #include <cstdio>

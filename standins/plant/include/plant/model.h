@@ -78,16 +78,4 @@ struct ModelInfoOptions {
 std::string describeModel(const Model& model, const ModelInfoOptions& options = {});
 std::string printTree(const Model& model, int maxDepth = -1);
 
-// A plausible plant, the same bytes for the same options, streamed to a file. False with a message when it cannot be
-// written.
-struct GenerateOptions {
-    std::uint64_t objects = 1000;  // smart objects, about
-    std::uint64_t seed = 1;
-    // Values at the edge of what a model file may hold, missing parts and objects with nothing in them: a plant that
-    // loads and that no command may stumble over.
-    bool odd = false;
-};
-bool generateModel(const GenerateOptions& options, const std::filesystem::path& file, std::string& error);
-std::string generateModelText(const GenerateOptions& options);
-
 }  // namespace plant

@@ -92,7 +92,8 @@ struct AttributeFacts {
 struct PointFacts {
     std::int16_t no = 0;  // unique in the object
     Triple at{};
-    std::int8_t flow = 0;  // 0, 1 (in) or 2 (out)
+    std::int8_t flow = 0;   // 0, 1 (in) or 2 (out)
+    bool saysFlow = false;  // also where it is 0
     std::span<const ObjectId> to{};
     bool toIsArray = false;  // also where it is one id
 };

@@ -1,4 +1,5 @@
 // Generated plants and the example plant: that they load, and that what is connected fits together.
+#include "generator/generate.h"
 #include "plant/model.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
