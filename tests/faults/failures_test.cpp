@@ -195,6 +195,28 @@ end
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(faultCases),
+// Without a folder the copy would land in the root of the file system.
+TEST(DesignFile, IsCopiedIntoAFolderOnly) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("tessaro-design-" + std::to_string(::getpid()));
+    fs::create_directories(folder / "project");
+    fs::create_directories(folder / "to");
+    const std::string name = folder.filename().string() + ".dwg";
+    std::ofstream(folder / "project" / name) << "design";
+    const ModuleSession session(R"({"format": "tessaro-plant", "version": 1, "project": {"name": "p", "path": ")" +
+                                (folder / "project").string() + R"(", "database": ")" + name +
+                                R"("}, "databases": [{"name": "main"}], "objects": []})");
+    const auto copyDesign = reinterpret_cast<void (*)(const char*)>(session.symbol("CopyDesignAndDwg"));
+    ASSERT_NE(copyDesign, nullptr);
+    copyDesign(nullptr);
+    copyDesign("");
+    EXPECT_FALSE(fs::exists("/" + name));
+    copyDesign((folder / "to").c_str());
+    EXPECT_TRUE(fs::exists(folder / "to" / name));
+    fs::remove("/" + name);
+    fs::remove_all(folder);
+}
+
                          [](const auto& test) { return std::string(test.param.command); });
 
 }  // namespace
