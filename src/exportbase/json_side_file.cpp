@@ -19,6 +19,9 @@ std::size_t quotedRoom(std::size_t length) {
     return 6 * length + 16;
 }
 
+// The library counts room in an int, so a longer text goes to it in pieces.
+constexpr std::size_t mostPrinted = std::size_t{16} << 20U;
+
 constexpr std::uint64_t eightTimes(unsigned char byte) {
     return std::uint64_t{0x0101010101010101} * byte;
 }
@@ -79,6 +82,16 @@ char* JsonSideFile::startLine(char* at) const {
     return at;
 }
 
+// At most mostPrinted bytes, quoted by the library; gives the end.
+char* JsonSideFile::printPiece(char* at, std::string_view text) {
+    terminated_.assign(text);
+    cJSON item{};
+    item.type = cJSON_String;
+    item.valuestring = terminated_.data();
+    cJSON_PrintPreallocated(&item, at, static_cast<int>(quotedRoom(text.size())), 0);
+    return at + std::strlen(at);
+}
+
 // Texts that need no escape, which is nearly all, take a short way around the library.
 char* JsonSideFile::putQuoted(char* at, std::string_view text) {
     if (copyPlain(at + 1, text)) {
@@ -86,12 +99,16 @@ char* JsonSideFile::putQuoted(char* at, std::string_view text) {
         at[text.size() + 1] = '"';
         return at + text.size() + 2;
     }
-    terminated_.assign(text);
-    cJSON item{};
-    item.type = cJSON_String;
-    item.valuestring = terminated_.data();
-    cJSON_PrintPreallocated(&item, at, static_cast<int>(quotedRoom(text.size())), 0);
-    return at + std::strlen(at);
+    text = text.substr(0, text.find('\0'));
+    char* end = printPiece(at, text.substr(0, mostPrinted));
+    for (std::size_t done = mostPrinted; done < text.size(); done += mostPrinted) {
+        // The next piece's quotes go over the last character and the closing quote; the character is put back.
+        const char last = end[-2];
+        char* const start = end - 2;
+        end = printPiece(start, text.substr(done, mostPrinted));
+        *start = last;
+    }
+    return end;
 }
 
 std::size_t JsonSideFile::lineRoom() const {

@@ -44,6 +44,7 @@ private:
     void keep(const char* end);
     char* startLine(char* at) const;
     std::size_t lineRoom() const;
+    char* printPiece(char* at, std::string_view text);
     char* putQuoted(char* at, std::string_view text);
     char* startMember(std::string_view key, std::size_t more);
     char* startMember(std::int64_t key, std::size_t more);

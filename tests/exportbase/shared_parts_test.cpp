@@ -154,6 +154,28 @@ TEST(JsonSideFile, LooksLikeTheLibrarysFormattedPrint) {
     EXPECT_EQ(written(file, folder), printedByLibrary(cJSON_CreateObject()));
 }
 
+// The library takes a text in pieces then: what stands on both sides of a border, and more than an int counts room for.
+TEST(JsonSideFile, LongTextsAreWhole) {
+    constexpr std::size_t piece = std::size_t{16} << 20U;
+    std::string text(2 * piece + 10, 'a');
+    std::string quoted = text;
+    for (const std::size_t at : {2 * piece, 2 * piece - 1, piece, piece - 1, std::size_t{0}}) {
+        text[at] = '"';
+        quoted.replace(at, 1, "\\\"");
+    }
+    JsonSideFile file;
+    file.addText("k", text);
+    EXPECT_TRUE(file.members() == "\r\n\t\"k\":\t\"" + quoted + "\"");
+    file.clear();
+    constexpr std::size_t beyond = std::size_t{358} << 20U;
+    text.assign(beyond, 'a');
+    text.back() = '\n';
+    file.addText("k", text);
+    const std::string members = file.members();
+    EXPECT_EQ(members.size(), beyond + 11);
+    EXPECT_EQ(members.substr(members.size() - 5), "aa\\n\"");
+}
+
 void addMembers(JsonSideFile& file) {
     file.beginObject("attr");
     file.addText("a\nb", "c");
