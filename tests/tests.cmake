@@ -80,6 +80,8 @@ if(TARGET test_faults)
   target_link_libraries(test_faults PRIVATE PkgConfig::CJSON simdjson::simdjson PkgConfig::LIBZIP PkgConfig::EXPAT)
   add_dependencies(test_faults tessaro_module)
 endif()
+# Where the program and its libraries look for libraries.
+add_test(NAME runpath COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/runpath_test.sh ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 # The program as it is installed and packed.
 add_test(NAME install COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/install_test.sh ${CMAKE_BINARY_DIR})
 # The dialogs on the screen, on a platform without one.
