@@ -151,6 +151,7 @@ void CommandLine::addRunAnswers(CLI::App& run) {
     addRepeated(run, "--input", run_.inputs, "Answer an input box; in order")->type_name("TEXT");
     run.add_flag("--interactive", run_.interactive, "Show the dialogs on the screen");
     run.add_flag("--dry-run", run_.dryRun, "Say what would go out (with -v every item of the tree), write nothing");
+    run.add_flag("--trust-scripts", run_.trustScripts, "Let the project's scripts write, move and delete files");
 }
 
 void CommandLine::addRunOutput(CLI::App& run) {

@@ -156,6 +156,7 @@ TEST_P(Faults, ScriptThatRaisesIsToldAndTheExportGoesOn) {
     }
     const std::filesystem::path script = session().root() / "plugins" / GetParam().script;
     const std::filesystem::path counter = session().root() / "calls";
+    tolmar::setScriptsTrusted(true);
     std::ostringstream whole;
     whole << std::ifstream(script).rdbuf();
     const auto failAt = [&](int call) {
@@ -194,7 +195,6 @@ end
     std::ofstream(script) << whole.str();
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(faultCases),
 // Without a folder the copy would land in the root of the file system.
 TEST(DesignFile, IsCopiedIntoAFolderOnly) {
     namespace fs = std::filesystem;
@@ -217,6 +217,7 @@ TEST(DesignFile, IsCopiedIntoAFolderOnly) {
     fs::remove_all(folder);
 }
 
+INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(faultCases),
                          [](const auto& test) { return std::string(test.param.command); });
 
 }  // namespace

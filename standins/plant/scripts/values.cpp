@@ -190,6 +190,7 @@ private:
 }  // namespace
 
 bool callLuaFunc(lua_State* state, const char* function, const char* signature, ...) {
+    const CLocale locale;
     const int top = lua_gettop(state);
     std::va_list arguments;
     va_start(arguments, signature);
@@ -223,6 +224,7 @@ const char* getAString(lua_State* state, int table, const char* key) {
 }
 
 int getAInt(lua_State* state, int table, const char* key) {
+    const CLocale locale;
     pushMember(state, table, key);
     const int number = static_cast<int>(lua_tointeger(state, -1));
     lua_pop(state, 1);
@@ -230,6 +232,7 @@ int getAInt(lua_State* state, int table, const char* key) {
 }
 
 bool getNumbers(lua_State* state, int table, double* numbers, int count) {
+    const CLocale locale;
     bool whole = lua_istable(state, table);
     for (int i = 0; i < count && whole; ++i) {
         lua_rawgeti(state, table, i + 1);
