@@ -66,12 +66,16 @@ TESSARO_EXPORT std::uint32_t tlrxGetApiVersion() {
     return tlrxApiVersion;
 }
 
-// Copies the current design file to a folder, over an existing one. Reports nothing.
+// Copies the current design file to a folder, over an existing one; without a folder nothing is copied. Reports
+// nothing.
 TESSARO_EXPORT void CopyDesignAndDwg(const char* targetFolder) {
+    if (targetFolder == nullptr || *targetFolder == '\0') {
+        return;
+    }
     try {
         const std::string item = HextSystem::getCurrentDesignItem("CurSelDatabase", false);
         const std::string source = std::string(HextSystem::getCurrentProjPath()) + "\\" + item;
-        tolmar::copyFile(source, std::string(tolmar::textOrEmpty(targetFolder)) + "\\" + item);
+        tolmar::copyFile(source, std::string(targetFolder) + "\\" + item);
     } catch (...) {
         return;
     }

@@ -41,6 +41,8 @@ endif()
 tessaro_test(nwcreate readers)
 if(TARGET test_nwcreate)
   target_link_libraries(test_nwcreate PRIVATE nwcreate simdjson::simdjson)
+  # Of the inside of the library, which shows nothing but its calls.
+  target_sources(test_nwcreate PRIVATE ${PROJECT_SOURCE_DIR}/standins/nwcreate/store/spool.cpp)
   target_compile_definitions(test_nwcreate PRIVATE TESSARO_JUDGED_DIR="${PROJECT_BINARY_DIR}/judged")
   add_test(NAME nwcreate_in_c COMMAND ${CMAKE_CXX_COMPILER} -x c -std=c11 -Wall -Wextra -Werror -pedantic -fsyntax-only
            -I ${PROJECT_SOURCE_DIR}/standins/nwcreate/include ${CMAKE_CURRENT_SOURCE_DIR}/nwcreate/c_caller.c)
@@ -79,6 +81,8 @@ if(TARGET test_faults)
   target_link_libraries(test_faults PRIVATE PkgConfig::CJSON simdjson::simdjson PkgConfig::LIBZIP PkgConfig::EXPAT)
   add_dependencies(test_faults tessaro_module)
 endif()
+# Where the program and its libraries look for libraries.
+add_test(NAME runpath COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/runpath_test.sh ${CMAKE_RUNTIME_OUTPUT_DIRECTORY})
 # The program as it is installed and packed.
 add_test(NAME install COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/install/install_test.sh ${CMAKE_BINARY_DIR})
 # The dialogs on the screen, on a platform without one.

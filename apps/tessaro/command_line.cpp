@@ -1,6 +1,7 @@
 #include "tessaro/command_line.h"
 
 #include "tessaro/run/module_file.h"
+#include "tessaro/terminal/standard_streams.h"
 
 #include <cstdio>
 #include <fmt/core.h>
@@ -79,7 +80,7 @@ ExitStatus listCommands() {
     for (const auto& command : registeredCommands().commands()) {
         std::printf("%s\n", command->globalName.c_str());
     }
-    return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Failed;
+    return finishStandardOutput() ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 }  // namespace
@@ -100,7 +101,7 @@ ExitStatus CommandLine::main(int argc, char** argv) {
         app_.parse(argc, argv);
     } catch (const CLI::Success& help) {
         app_.exit(help);
-        return std::fflush(stdout) == 0 ? ExitStatus::Done : ExitStatus::Failed;
+        return finishStandardOutput() ? ExitStatus::Done : ExitStatus::Failed;
     } catch (const CLI::ParseError& error) {
         complain(error);
         return ExitStatus::WrongUsage;
@@ -150,6 +151,7 @@ void CommandLine::addRunAnswers(CLI::App& run) {
         ->check(settingFault);
     addRepeated(run, "--input", run_.inputs, "Answer an input box; in order")->type_name("TEXT");
     run.add_flag("--interactive", run_.interactive, "Show the dialogs on the screen");
+    run.add_flag("--trust-scripts", run_.trustScripts, "Let the project's scripts write, move and delete files");
     run.add_flag("--dry-run", run_.dryRun, "Say what would go out (with -v every item of the tree), write nothing");
 }
 

@@ -7,6 +7,9 @@
 #include <charconv>
 #include <cjson/cJSON.h>
 #include <cstdint>
+#include <cstring>
+#include <memory>
+#include <new>
 
 namespace {
 
@@ -18,24 +21,32 @@ bool isSpecial(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '"' || c == '\\';
 }
 
-// By the library's own rule for escapes.
+// The library counts room in an int, so a longer text goes to it in pieces.
+constexpr std::size_t mostPrinted = std::size_t{16} << 20U;
+
+// The text between its quotes, by the library's own rule for escapes; it ends at a zero character, as texts there do.
 void appendEscaped(std::string& out, std::string_view text) {
-    std::string terminated(text);
-    cJSON item{};
-    item.type = cJSON_String;
-    item.valuestring = terminated.data();
-    char* quoted = cJSON_PrintUnformatted(&item);
-    out += quoted;
-    cJSON_free(quoted);
+    text = text.substr(0, text.find('\0'));
+    for (std::size_t done = 0; done < text.size(); done += mostPrinted) {
+        std::string terminated(text.substr(done, mostPrinted));
+        cJSON item{};
+        item.type = cJSON_String;
+        item.valuestring = terminated.data();
+        const std::unique_ptr<char, void (*)(void*)> quoted(cJSON_PrintUnformatted(&item), cJSON_free);
+        if (quoted == nullptr) {
+            throw std::bad_alloc();
+        }
+        out.append(quoted.get() + 1, std::strlen(quoted.get()) - 2);
+    }
 }
 
 void appendQuoted(std::string& out, std::string_view text) {
+    out += '"';
     if (std::any_of(text.begin(), text.end(), isSpecial)) {
         appendEscaped(out, text);
-        return;
+    } else {
+        out += text;
     }
-    out += '"';
-    out += text;
     out += '"';
 }
 

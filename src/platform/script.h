@@ -6,6 +6,9 @@
 // stops by an error soon after the user has pressed Cancel (the progress object then ends the run at its next call). A
 // state has a memory limit that holds while a script runs. docs/scripts.md tells which library functions are missing.
 //
+// Scripts run in the C locale, whatever the program's is: a number is read and written with a point, texts order by
+// their bytes, and the same script gives the same names on every machine.
+//
 // Functions that take a lua_State want one of a HextGlibScriptor. They use raw table access, so a result table's
 // metamethods are not run. Texts are 8-bit in the code page.
 #pragma once
@@ -16,6 +19,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <locale.h>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -75,6 +79,22 @@ private:
     mutable bool isToldToFail_ = false;
 };
 
+namespace hextlua {
+
+// The thread's locale is "C" for as long as this lives. A script error may jump over one that stands below another.
+class CLocale {
+public:
+    CLocale();
+    ~CLocale();
+    CLocale(const CLocale&) = delete;
+    CLocale& operator=(const CLocale&) = delete;
+
+private:
+    locale_t before_;
+};
+
+}  // namespace hextlua
+
 namespace lua_tinker {
 
 // The message handler of every call: prints the error with file and line number.
@@ -117,6 +137,7 @@ public:
     bool isTable() const;
 
 private:
+    hextlua::CLocale locale_;  // for whoever reads the results
     lua_State* state_;
     int base_;
     bool found_;

@@ -1,11 +1,11 @@
 #include "scripts/json_value.h"
 
+#include "platform/hxcom.h"
 #include "tolmar/file.h"
 #include "tolmar/text.h"
 
 #include <cjson/cJSON.h>
 
-#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -15,7 +15,7 @@ namespace {
 cJSON* parseFile(std::string_view path) {
     std::string text;
     if (!tolmar::readFile(path, text)) {
-        std::fputs("Failed to open file!\n", stdout);
+        hxcad::hextPrintf("Failed to open file!\n");
         return nullptr;
     }
     return cJSON_Parse(text.c_str());

@@ -22,7 +22,7 @@ public:
     JsonValue& operator=(const JsonValue&) = delete;
 
     // Frees a tree that is held, then reads and parses the file; the value owns the new tree. Throws "parse fail" when
-    // there is no tree: a file that cannot be opened (said on standard output, too), or that is not JSON.
+    // there is no tree: a file that cannot be opened (said on the command line, too), or that is not JSON.
     void load(std::string_view codePagePath);
 
     // The member of that name, letter case aside. Reading never fails: a missing member is made, as an empty object,

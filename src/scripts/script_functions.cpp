@@ -2,8 +2,10 @@
 
 #include "platform/hxcom.h"
 #include "platform/script.h"
+#include "tolmar/system.h"
 
 #include <lua.hpp>
+#include <string>
 
 namespace {
 
@@ -15,7 +17,9 @@ int errorMessage(lua_State* state) {
 
 // hxcom.getHextPath(relative path)
 int hextPath(lua_State* state) {
-    lua_pushstring(state, HextSystem::getFullHextName(luaL_checkstring(state, 1)));
+    static std::string path;  // a script error jumps over destructors
+    path = tolmar::installedPath(luaL_checkstring(state, 1));
+    lua_pushlstring(state, path.data(), path.size());
     return 1;
 }
 

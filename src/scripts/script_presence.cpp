@@ -9,7 +9,9 @@ bool scriptHasFunction(const char* name) {
     if (state == nullptr) {
         return false;
     }
-    lua_getglobal(state, name);
+    // Raw: a script may have given its globals a metatable that raises errors.
+    lua_pushstring(state, name);
+    lua_rawget(state, LUA_GLOBALSINDEX);
     const bool isFunction = lua_isfunction(state, -1);
     lua_pop(state, 1);
     return isFunction;

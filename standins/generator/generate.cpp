@@ -2,7 +2,7 @@
 
 #include "generator/odd.h"
 #include "generator/plant_writer.h"
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "sources/json/writer.h"
 
 #include <cerrno>

@@ -29,19 +29,18 @@ void RowFile::open(const std::filesystem::path& path, std::string_view start) {
 }
 
 gltf::JsonText& RowFile::beginRow() {
-    return json_.raw(hasRows_ ? ",\n" : "\n");
+    return json_.newLine();
 }
 
 void RowFile::endRow() {
-    hasRows_ = true;
-    if (json_.size() >= pieceSize) {
-        file_.write(json_.text());
-        json_.drop();
+    if (text_.size() >= pieceSize) {
+        file_.write(text_);
+        text_.clear();
     }
 }
 
 bool RowFile::close(std::string_view end) {
-    file_.write(json_.text());
+    file_.write(text_);
     file_.write(end);
     return file_.close();
 }
@@ -86,10 +85,10 @@ void PropertyFile::open(const std::filesystem::path& path) {
 
 void PropertyFile::add(const OBMObjectProperty& property) {
     if (category_ != property.category()) {
-        gltf::JsonText text;
-        appendWide(text, property.category());
         category_ = property.category();
-        categoryText_ = text.text();
+        categoryText_.clear();
+        gltf::JsonText text(categoryText_);
+        appendWide(text, category_);
     }
     gltf::JsonText& json = rows_.beginRow();
     json.beginArray().string(property.objectDatabaseId()).raw(categoryText_);

@@ -22,9 +22,9 @@ public:
 
 private:
     WorkingFile file_;
-    gltf::JsonText json_;
+    std::string text_;  // on its way into the file
+    gltf::JsonText json_{text_};
     bool isOpen_ = false;
-    bool hasRows_ = false;
 };
 
 // modeltree.json: each tree as its name and its nodes in tree order, each node

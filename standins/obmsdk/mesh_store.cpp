@@ -116,7 +116,7 @@ int MeshStore::add(const OBMTriangleMesh& mesh) {
         failed_ = !endPart() || failed_;
         beginPart();
     }
-    write(mesh, at->second);
+    write(mesh, at.value());
     failed_ = failed_ || accessorFile_.failed() || viewFiles_[PositionView].failed();
     return failed_ ? OBMNotWritten : OBMOk;
 }
@@ -128,7 +128,8 @@ void MeshStore::beginPart() {
         viewFiles_[view].open(part.viewFile(view));
     }
     accessorFile_.open(part.accessorFile());
-    json_ = {};
+    text_.clear();
+    json_.restart();
     json_.beginArray();
     isPartOpen_ = true;
 }
@@ -139,7 +140,7 @@ bool MeshStore::endPart() {
     }
     isPartOpen_ = false;
     json_.endArray();
-    accessorFile_.write(json_.text());
+    accessorFile_.write(text_);
     bool good = accessorFile_.close();
     for (WorkingFile& file : viewFiles_) {
         good = file.close() && good;
@@ -181,8 +182,8 @@ void MeshStore::write(const OBMTriangleMesh& mesh, GeometryRow& row) {
     if (row.hasNormals) {
         writeNormals(mesh.normals());
     }
-    accessorFile_.write(json_.text());
-    json_.drop();
+    accessorFile_.write(text_);
+    text_.clear();
 }
 
 gltf::JsonText& MeshStore::beginAccessor(std::size_t view, int componentType, std::size_t count) {

@@ -12,7 +12,7 @@
 #include <array>
 #include <filesystem>
 #include <string>
-#include <unordered_map>
+#include <tsl/robin_map.h>
 #include <vector>
 
 namespace obm {
@@ -49,7 +49,7 @@ public:
     // Closes the working files; 0 when all of them are whole.
     int finish();
     const std::vector<ScenePart>& parts() const { return parts_; }
-    // Null for an id that no mesh has.
+    // Null for an id that no mesh has; valid until the next mesh is added.
     const GeometryRow* find(const std::string& geometryId) const;
     // Removes the working files of a part.
     void removeFiles(std::size_t part) const;
@@ -69,9 +69,10 @@ private:
     std::vector<ScenePart> parts_;
     std::array<WorkingFile, ViewCount> viewFiles_;
     WorkingFile accessorFile_;
-    gltf::JsonText json_;
+    std::string text_;  // accessors on their way into the file
+    gltf::JsonText json_{text_};
     std::string bytes_;
-    std::unordered_map<std::string, GeometryRow> rows_;
+    tsl::robin_map<std::string, GeometryRow> rows_;
     bool isPartOpen_ = false;
     bool failed_ = false;
 };

@@ -73,7 +73,8 @@ bool OBMPackage::State::makeFolder() {
 
 // package.json: names, and the index file of each 3D package.
 bool OBMPackage::State::writeIndex() const {
-    gltf::JsonText json;
+    std::string text;
+    gltf::JsonText json(text);
     json.beginObject().key("format").string("pmodel").key("version").number(1);
     json.newLine().key("projectName").string(project).key("sourceProgram").string(program);
     json.newLine().key("models").beginArray();
@@ -83,7 +84,7 @@ bool OBMPackage::State::writeIndex() const {
     json.endArray().endObject();
     obm::WorkingFile file;
     file.open(folder / indexName);
-    file.write(json.text() + "\n");
+    file.write(text + "\n");
     return file.close();
 }
 

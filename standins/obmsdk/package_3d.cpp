@@ -80,7 +80,8 @@ bool OBM3dPackage::State::writeIndex() {
         names.emplace_back(propertiesName);
     }
     names.insert(names.end(), scenes.begin(), scenes.end());
-    gltf::JsonText json;
+    std::string text;
+    gltf::JsonText json(text);
     json.beginObject().key("views").beginArray().string(planView).string(spatialView).endArray();
     json.newLine().key("files").beginArray();
     files = {file(indexName).string()};
@@ -91,7 +92,7 @@ bool OBM3dPackage::State::writeIndex() {
     json.endArray().endObject();
     obm::WorkingFile out;
     out.open(file(indexName));
-    out.write(json.text() + "\n");
+    out.write(text + "\n");
     return out.close();
 }
 

@@ -2,7 +2,7 @@
 
 #include "gltf/glb.h"
 
-#include <unordered_map>
+#include <tsl/robin_map.h>
 
 namespace obm {
 
@@ -30,6 +30,14 @@ int resolve(InstanceRow& row, const MeshStore& meshes, const MaterialNumbers& ma
     return OBMOk;
 }
 
+// Both halves of the key count up from 0, and the table looks at the low bits.
+struct MixedKey {
+    std::size_t operator()(std::uint64_t key) const {
+        key *= 0x9E3779B97F4A7C15U;
+        return key ^ (key >> 32U);
+    }
+};
+
 // The meshes of a scene: a geometry in a material. Nearly every geometry stands in one material alone.
 class MeshTable {
 public:
@@ -48,7 +56,7 @@ public:
     const std::vector<Row>& rows() const { return rows_; }
 
 private:
-    std::unordered_map<std::uint64_t, std::uint32_t> numbers_;
+    tsl::robin_map<std::uint64_t, std::uint32_t, MixedKey> numbers_;
     std::vector<Row> rows_;
 };
 
@@ -97,11 +105,11 @@ private:
     }
 
     void flush() {
-        file_.write(json_.text());
-        json_.drop();
+        file_.write(text_);
+        text_.clear();
     }
     void flushPiece() {
-        if (json_.size() >= pieceSize) {
+        if (text_.size() >= pieceSize) {
             flush();
         }
     }
@@ -272,7 +280,8 @@ private:
     const ScenePart& part_;
     std::uint32_t number_;
     WorkingFile file_;
-    gltf::JsonText json_;
+    std::string text_;  // on its way into the file
+    gltf::JsonText json_{text_};
     std::vector<std::uint32_t> numbers_;  // of the nodes in the scene; noNode for those that are not in it
     MeshTable meshes_;
 };

@@ -154,6 +154,21 @@ TEST(JsonSideFile, LooksLikeTheLibrarysFormattedPrint) {
     EXPECT_EQ(written(file, folder), printedByLibrary(cJSON_CreateObject()));
 }
 
+// The library takes a text in pieces then: what stands on both sides of a border.
+TEST(JsonSideFile, LongTextsAreWhole) {
+    constexpr std::size_t piece = std::size_t{16} << 20U;
+    std::string text(2 * piece + 10, 'a');
+    std::string quoted = text;
+    for (const std::size_t at : {2 * piece, 2 * piece - 1, piece, piece - 1, std::size_t{0}}) {
+        text[at] = '"';
+        quoted.replace(at, 1, "\\\"");
+    }
+    JsonSideFile file;
+    file.addText("k", text);
+    const TestRoot folder;
+    EXPECT_TRUE(written(file, folder) == "{\r\n\t\"k\":\t\"" + quoted + "\"\r\n}");
+}
+
 TEST(JsonSideFile, LongTextsAndNumbersForKeys) {
     JsonSideFile file;
     cJSON* root = cJSON_CreateObject();

@@ -156,6 +156,7 @@ TEST_P(Faults, ScriptThatRaisesIsToldAndTheExportGoesOn) {
     }
     const std::filesystem::path script = session().root() / "plugins" / GetParam().script;
     const std::filesystem::path counter = session().root() / "calls";
+    tolmar::setScriptsTrusted(true);
     std::ostringstream whole;
     whole << std::ifstream(script).rdbuf();
     const auto failAt = [&](int call) {
@@ -192,6 +193,28 @@ end
     EXPECT_GE(call, GetParam().scriptCalls) << "hardly any call was made";
     EXPECT_LT(call, 2000);
     std::ofstream(script) << whole.str();
+}
+
+// Without a folder the copy would land in the root of the file system.
+TEST(DesignFile, IsCopiedIntoAFolderOnly) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("tessaro-design-" + std::to_string(::getpid()));
+    fs::create_directories(folder / "project");
+    fs::create_directories(folder / "to");
+    const std::string name = folder.filename().string() + ".dwg";
+    std::ofstream(folder / "project" / name) << "design";
+    const ModuleSession session(R"({"format": "tessaro-plant", "version": 1, "project": {"name": "p", "path": ")" +
+                                (folder / "project").string() + R"(", "database": ")" + name +
+                                R"("}, "databases": [{"name": "main"}], "objects": []})");
+    const auto copyDesign = reinterpret_cast<void (*)(const char*)>(session.symbol("CopyDesignAndDwg"));
+    ASSERT_NE(copyDesign, nullptr);
+    copyDesign(nullptr);
+    copyDesign("");
+    EXPECT_FALSE(fs::exists("/" + name));
+    copyDesign((folder / "to").c_str());
+    EXPECT_TRUE(fs::exists(folder / "to" / name));
+    fs::remove("/" + name);
+    fs::remove_all(folder);
 }
 
 INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(faultCases),

@@ -47,6 +47,8 @@ public:
     Run run(const std::string& command, tolmar::ScriptedAnswers answers = {}, const std::function<void()>& before = {},
             const std::function<void()>& after = {});
 
+    // What the module exports under that name.
+    void* symbol(const char* name) const { return module_->symbol(name); }
     std::filesystem::path root() const { return folder_ / "root"; }
     std::filesystem::path out() const { return folder_ / "out"; }
     std::filesystem::path working() const { return root() / "temp" / "hext"; }

@@ -3,6 +3,7 @@
 # Then makes the Debian package and looks into it.
 set -euo pipefail
 build=$(cd "$1" && pwd)
+tests=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 fail() {
@@ -18,6 +19,7 @@ cd "$work"
 unset TESSARO_MODULE TESSARO_ROOT LD_LIBRARY_PATH
 grep -q "$build" <<<"$(readelf -d "$program")" && fail "the program looks into its build folder"
 grep -qx HEXTOUT <<<"$("$program" commands)" || fail "the installed program does not find its module"
+"$tests/runpath_test.sh" "$work/usr/bin" "$(dirname "$(find "$work/usr" -name libtolmar.so)")" || fail "libraries are looked for elsewhere"
 # grep reads no pipe here: it ends at the first match, and what still writes then fails.
 libraries=$(ldd "$program")
 grep -q "libtolmar.so => .*$(basename "$work")" <<<"$libraries" || fail "the program takes another libtolmar.so: $libraries"
@@ -70,5 +72,7 @@ dpkg-deb -c "${package[0]}" >"$work/contents"
 for file in usr/bin/tessaro libtessaro.so libtolmar.so libnwcreate.so man1/tessaro.1 completions/tessaro vendor-completions/_tessaro examples/pump-station.json; do
     grep -q "$file" "$work/contents" || fail "the package lacks $file"
 done
+dpkg-deb -x "${package[0]}" "$work/unpacked"
+"$tests/runpath_test.sh" "$work/unpacked/usr/bin" "$(dirname "$(find "$work/unpacked" -name libtolmar.so)")" || fail "the package looks for libraries elsewhere"
 grep -q liblua5.1 <<<"$(dpkg-deb -f "${package[0]}" Depends)" || fail "the package does not name its dependencies"
 echo "installed, used and packed"

@@ -222,6 +222,47 @@ TEST_F(Program, StandardOutputThatTakesNotAllIsStatusFour) {
     EXPECT_EQ(WEXITSTATUS(status), 4);
 }
 
+TEST_F(Program, HelpAndVersionThatDoNotArriveAreStatusFour) {
+    fs::create_symlink("/dev/full", folder.file("stdout"));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"--version"}, {"run", "--help"}, {"commands"}}) {
+        int status = 0;
+        ::waitpid(start(arguments), &status, 0);
+        EXPECT_TRUE(WIFEXITED(status));
+        EXPECT_EQ(WEXITSTATUS(status), 4) << arguments.front();
+    }
+    fs::remove(folder.file("stdout"));
+}
+
+// The number of a closed stream would go to the next file, which would then get what is printed.
+TEST_F(Program, ClosedStreamsGetNoFile) {
+    const auto withClosed = [this](const std::string& streams) {
+        const std::string command = "cd '" + folder.path().string() +
+                                    "' && '" TESSARO_BIN_DIR
+                                    "/tessaro' run WRITE --model plant.json --out out --report report.json "
+                                    "--log-file log --verbose " +
+                                    streams;
+        const int status = std::system(command.c_str());
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    };
+    ASSERT_EQ(withClosed(">stdout 2>stderr </dev/null"), 0);
+    fs::copy(folder.file("out"), folder.file("wanted"), fs::copy_options::recursive);
+    const std::string wantedReport = report();
+    const std::string wantedLog = folder.get("log");
+    for (const char* closed : {"0<&-", "1>&-", "2>&-", "0<&- 1>&- 2>&-"}) {
+        fs::remove_all(folder.file("out"));
+        EXPECT_EQ(withClosed(closed), 0) << closed;
+        EXPECT_EQ(report(), wantedReport) << closed;
+        EXPECT_EQ(folder.get("log"), wantedLog) << closed;
+        for (const auto& file : fs::recursive_directory_iterator(folder.file("wanted"))) {
+            const std::string name = fs::relative(file.path(), folder.file("wanted")).string();
+            EXPECT_EQ(folder.get("out/" + name), folder.get("wanted/" + name)) << closed;
+        }
+    }
+    const std::string list = "'" TESSARO_BIN_DIR "/tessaro' --version 1>&-";
+    EXPECT_EQ(WEXITSTATUS(std::system(list.c_str())), 4) << "what was asked for did not arrive";
+}
+
 TEST_F(Program, SelectionReachesTheScopeDialog) {
     EXPECT_TRUE(run({"SCOPE"}).said("Site A=1\nSite 乙=1\n"));
     EXPECT_TRUE(run({"SCOPE", "--select", "World/Site 乙"}).said("Site A=0\nSite 乙=1\n"));

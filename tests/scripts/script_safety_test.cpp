@@ -1,5 +1,7 @@
 // Scripts that would bring the program down, hang it or eat its memory.
 #include "fixture.h"
+#include "scripts/script_presence.h"
+#include "tolmar/system.h"
 
 namespace {
 
@@ -95,6 +97,11 @@ TEST_F(ScriptTest, CancelStopsAScriptThatLoops) {
         "local t = setmetatable({}, {__index = function() while true do end end}) while true do pcall(next, t.x) end",
         "local f f = function() local ok = pcall(f) while true do end end f()",
         "table.sort({3, 2, 1}, function() while true do end end)",
+        "return (('a'):rep(3000):find(('.-'):rep(20) .. 'b'))",
+        "return ('a'):rep(3000):match(('a*'):rep(20) .. 'b')",
+        "return ('a'):rep(3000):gsub(('(a?)'):rep(30) .. '.*.*.*.*.*b', '')",
+        "for x in ('a'):rep(3000):gmatch(('.-'):rep(20) .. '%f[b]') do end",
+        "return ('('):rep(1e6):find('%b()', 1)",
     };
     for (const char* body : bodies) {
         ui.cancelAt = 0;
@@ -146,7 +153,8 @@ for _, call in ipairs{"os.exit(1)", "os.execute('true')", "os.setlocale('C')", "
                       "debug.sethook()", "debug.getregistry()", "io.stdin:read()", "getmetatable(io.stderr).x()",
                       "assert(loadstring(string.dump(f)))", "assert(loadstring('\\27Lua'))",
                       "assert(load(function() return '\\27Lua' end))", "assert(loadfile('none.lua'))",
-                      "require('debug').getupvalue(f, 1)"} do
+                      "require('debug').getupvalue(f, 1)", "io.open('x', 'w')", "io.open('x', 'ab')",
+                      "io.open('x', 'r+')", "io.tmpfile()", "os.remove('x')", "os.rename('x', 'y')", "os.tmpname()"} do
   local ok, why = pcall(assert(loadstring(call)))
   if ok then bad[#bad + 1] = call end
 end
@@ -155,7 +163,85 @@ print("said", 1, nil) io.write("a", 2, "\n") io.stdout:write("")
 where = debug.getinfo(1, "l").currentline)lua");
     EXPECT_EQ(ui.printed, "said\t1\tnil\na2\n");
     EXPECT_EQ(global("result"), "");
-    EXPECT_EQ(global("where"), "15");
+    EXPECT_EQ(global("where"), "16");
+}
+
+TEST_F(ScriptTest, OnlyTrustedScriptsWriteFiles) {
+    root.write("there.txt", "line 1\nline 2\n");
+    const std::string folder = root.path().string() + "/";
+    const std::string script = "local file = io.open('" + folder + "there.txt') first = file:read() file:close()\n" +
+                               "for line in io.lines('" + folder + "there.txt') do last = line end\n" +
+                               "assert(io.open('" + folder + "none.txt', 'rb') == nil)\n" + "local file = io.open('" +
+                               folder + "made.txt', 'w') file:write('made') file:close()\n" + "assert(os.rename('" +
+                               folder + "made.txt', '" + folder + "moved.txt'))\n";
+    const auto isMoved = [this] { return std::filesystem::exists(root.path() / "moved.txt"); };
+    load(script);
+    EXPECT_EQ(global("first"), "line 1");
+    EXPECT_EQ(global("last"), "line 2");
+    EXPECT_FALSE(isMoved());
+    EXPECT_NE(ui.printed.find("nvoutplugins.lua:4: io.open for writing is not available"), std::string::npos)
+        << ui.printed;
+    tolmar::setScriptsTrusted(true);
+    tolmar::setDryRun(true);
+    load(script);
+    EXPECT_FALSE(isMoved()) << "a dry run leaves everything as it is";
+    tolmar::setDryRun(false);
+    load(script);
+    EXPECT_TRUE(isMoved());
+    tolmar::setScriptsTrusted(false);
+}
+
+// The platform gives paths in a place of its own, which the script's own question for a path overwrites.
+TEST_F(ScriptTest, AScriptThatAsksForPathsIsReportedByItsOwnName) {
+    load("here = hxcom.getHextPath('sys/other.lua') hxcom.getHextPath(('x'):rep(5000)) error('late', 0)");
+    EXPECT_EQ(global("here"), (root.path() / "sys/other.lua").string());
+    ASSERT_EQ(tolmar::runReport().passed().size(), 1U);
+    EXPECT_EQ(tolmar::runReport().passed()[0].name, "plugins/nvoutplugins.lua");
+}
+
+TEST_F(ScriptTest, GlobalsThatRaiseErrorsAreNotAsked) {
+    load(R"(
+function getNodeName() return "name" end
+setmetatable(_G, {__index = function(_, key) error("no global " .. key) end,
+                  __newindex = function(_, key) error("no new global " .. key) end}))");
+    EXPECT_TRUE(scriptHasFunction("getNodeName"));
+    EXPECT_FALSE(scriptHasFunction("getReference"));
+    EXPECT_EQ(getNodeName(HxDbObjectId(8), true), "name");
+    EXPECT_EQ(reference(), "");
+}
+
+class SpeakingUi final : public TestUi {
+public:
+    void print(const std::string& text) override { std::fputs(text.c_str(), stderr); }
+};
+
+TEST_F(ScriptTest, AnErrorOutsideOfACallIsSaidAndEndsWithStatusFour) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto raise = [] {
+        const SpeakingUi speaking;
+        const HextGlibScriptor scriptor;
+        lua_pushliteral(scriptor.getLua(0), "nobody listens");
+        lua_error(scriptor.getLua(0));
+    };
+    EXPECT_EXIT(raise(), testing::ExitedWithCode(4), "script host: nobody listens");
+}
+
+TEST_F(ScriptTest, CallsThatWouldRunOutOfBoundsAreErrors) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"unpack({}, -1, 2147483647)", "too many results to unpack"},
+        {"unpack({}, -2147483648, 2147483647)", "too many results to unpack"},
+        {"unpack({}, 1, 8001)", "too many results to unpack"},
+        {"unpack(setmetatable({}, {__len = error}), 2^40)", "nothing"},
+        {"assert(select('#', unpack({1, nil, 3}, 1, 3)) == 3 and select('#', unpack({}, 3, 2)) == 0)", "nothing"},
+        {"table.insert({}, -2^31, 1)", "(position out of bounds)"},
+        {"table.insert({}, -1, 1)", "(position out of bounds)"},
+        {"local t = {1, 2} table.insert(t, 1, 0) table.insert(t, 9) assert(table.concat(t) == '0129')", "nothing"},
+        {"table.insert({})", "wrong number of arguments to 'insert'"},
+    };
+    for (const auto& [call, why] : cases) {
+        load(std::string("ok, why = pcall(function() ") + call + " end) why = ok and 'nothing' or why");
+        EXPECT_NE(global("why").find(why), std::string::npos) << call << ": " << global("why");
+    }
 }
 
 // Lets a message box fail as a cancelled dialog does.

@@ -141,6 +141,7 @@ private:
         }
         tolmar::setInstallationRoot(fromUtf8(options_.root.string()));
         tolmar::setDryRun(options_.dryRun);
+        tolmar::setScriptsTrusted(options_.trustScripts);
         return ExitStatus::Done;
     }
 

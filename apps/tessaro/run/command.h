@@ -20,6 +20,7 @@ struct RunOptions {
     std::vector<std::string> inputs;
     bool interactive = false;
     bool dryRun = false;
+    bool trustScripts = false;
     std::filesystem::path report;
     std::string progress = "auto";
     std::filesystem::path logFile;

@@ -1,6 +1,5 @@
 // Geometry streams and text styles.
 #include "nwcreate/api/library.h"
-#include "nwcreate/writing/json_writer.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "nwcreate/api/library.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/json_escape.h"
 
 #include <type_traits>
 
@@ -55,7 +55,7 @@ LiNwcStatus outOfMemory(const char* call, const char* why) {
 
 std::string escapedText(const char16_t* text) {
     std::string inside;
-    appendEscaped(inside, textOf(text));
+    gltf::appendEscaped(inside, textOf(text));
     return inside;
 }
 

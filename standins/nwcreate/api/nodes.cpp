@@ -1,6 +1,7 @@
 // Nodes, their attributes, materials and properties.
+#include "gltf/json_escape.h"
+#include "gltf/json_text.h"
 #include "nwcreate/store/node_tree.h"
-#include "nwcreate/writing/json_writer.h"
 
 using namespace nwcreate;
 
@@ -59,10 +60,10 @@ LiNwcStatus setColor(const char* call, LiNwcMaterial material, Vec3 Material::*w
 // {"key":"...","value":"..."}, with "internalKey" and "internalValue" where there are some.
 void addProperty(const char16_t* userName, const char16_t* internalName, const DataRecord& data, std::string& out) {
     out += out.empty() ? "" : ",";
-    JsonWriter json(out);
-    json.beginObject().key("key").text(textOf(userName));
+    gltf::JsonText json(out);
+    json.beginObject().key("key").string(textOf(userName));
     if (!textOf(internalName).empty()) {
-        json.key("internalKey").text(textOf(internalName));
+        json.key("internalKey").string(textOf(internalName));
     }
     json.key("value").escaped(data.value);
     if (!data.internalName.empty()) {
@@ -115,7 +116,7 @@ LiNwcStatus LiNwcGroupSetLayer(LiNwcGroup group, int layer) {
 LiNwcStatus LiNwcNodeSetName(LiNwcNode node, const char16_t* name) {
     return withRecord(__func__, &Library::nodes, node, [name](Library&, NodeSlot& slot) {
         slot.record.name.clear();
-        appendEscaped(slot.record.name, textOf(name));
+        gltf::appendEscaped(slot.record.name, textOf(name));
         return LI_NWC_OK;
     });
 }
@@ -209,8 +210,8 @@ LiNwcData LiNwcDataCreate(void) {
 LiNwcStatus LiNwcDataSetName(LiNwcData data, const char16_t* value, const char16_t* internalName) {
     return withRecord(__func__, &Library::data, data, [&](Library&, auto& slot) {
         slot.record.clear();
-        appendEscaped(slot.record.value, textOf(value));
-        appendEscaped(slot.record.internalName, textOf(internalName));
+        gltf::appendEscaped(slot.record.value, textOf(value));
+        gltf::appendEscaped(slot.record.internalName, textOf(internalName));
         return LI_NWC_OK;
     });
 }

@@ -1,6 +1,6 @@
 #include "nwcreate/store/attribute_classes.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/json_text.h"
 
 #include <cstring>
 
@@ -22,8 +22,8 @@ std::uint32_t AttributeClasses::numberOf(std::u16string_view userName, std::u16s
     last_ = {std::u16string(userName), std::u16string(internalName)};
     const auto [place, isNew] = numbers_.try_emplace(last_, static_cast<std::uint32_t>(json_.size()));
     if (isNew) {
-        JsonWriter json(json_.emplace_back());
-        json.beginObject().key("user").text(userName).key("internal").text(internalName).endObject();
+        gltf::JsonText json(json_.emplace_back());
+        json.beginObject().key("user").string(userName).key("internal").string(internalName).endObject();
     }
     lastNumber_ = place->second;
     return lastNumber_;

@@ -13,6 +13,8 @@ namespace nwcreate {
 class AttributeClasses {
 public:
     AttributeClasses() { clear(); }
+    // The number of the class of these names, a new one for names that come first. Asking for the same names again and
+    // again, as callers do, costs a comparison.
     std::uint32_t numberOf(std::u16string_view userName, std::u16string_view internalName);
     // {"user":"...","internal":"..."}
     const std::string& json(std::uint32_t number) const { return json_[number]; }

@@ -21,7 +21,7 @@ inline std::uint64_t wordAt(const char* from) {
     return word;
 }
 
-// Four lanes, so that no multiplication waits for the one before.
+// Another seed makes another hash of the same bytes. Four lanes, so that no multiplication waits for the one before.
 inline std::uint64_t contentHash(std::string_view bytes, std::uint64_t seed) {
     constexpr std::size_t lanes = 4;
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;

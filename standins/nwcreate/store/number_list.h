@@ -1,4 +1,5 @@
-// A growing list of numbers whose new ones are not initialised. Keeps its memory when cleared.
+// A growing list of numbers, for streams of vertices and indices: new places are not initialised before they are
+// filled, and the memory stays when the list is cleared, since one section follows the other.
 #pragma once
 
 #include <algorithm>
@@ -19,6 +20,7 @@ public:
     operator std::span<const Number>() const { return {data_.get(), size_}; }
     void clear() { size_ = 0; }
 
+    // The numbers must not be the list's own.
     void append(std::span<const Number> numbers) {
         if (capacity_ - size_ < numbers.size()) {
             grow(size_ + numbers.size());

@@ -1,6 +1,6 @@
 #include "nwcreate/store/scene.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/json_text.h"
 #include "nwcreate/writing/text_cursor.h"
 
 #include <cmath>
@@ -19,16 +19,16 @@ double linearOf(double srgb) {
 // "extras":{"diffuse":[r,g,b],"ambient":[r,g,b],"transparency":t}}
 void writeMaterial(const Material& material, std::string& out) {
     const Vec3& color = material.diffuse;
-    JsonWriter json(out);
+    gltf::JsonText json(out);
     json.beginObject().key("pbrMetallicRoughness").beginObject().key("baseColorFactor").beginArray();
-    json.number(linearOf(color[0])).number(linearOf(color[1])).number(linearOf(color[2]));
-    json.number(1.0 - material.transparency).endArray().key("metallicFactor").count(0).endObject();
-    json.key("doubleSided").yes();
+    json.decimal(linearOf(color[0])).decimal(linearOf(color[1])).decimal(linearOf(color[2]));
+    json.decimal(1.0 - material.transparency).endArray().key("metallicFactor").number(0).endObject();
+    json.key("doubleSided").boolean(true);
     if (material.transparency > 0.0) {
-        json.key("alphaMode").plain("BLEND");
+        json.key("alphaMode").escaped("BLEND");
     }
-    json.key("extras").beginObject().key("diffuse").numbers(color).key("ambient").numbers(material.ambient);
-    json.key("transparency").number(material.transparency).endObject().endObject();
+    json.key("extras").beginObject().key("diffuse").decimals(color).key("ambient").decimals(material.ambient);
+    json.key("transparency").decimal(material.transparency).endObject().endObject();
 }
 
 }  // namespace

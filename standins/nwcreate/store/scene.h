@@ -1,4 +1,8 @@
 // What a scene is made of so far: shapes, meshes and settled nodes on disk, materials and settings in memory.
+//
+// The calls of the library (api/) turn what they are given into pieces, nodes and materials of this store; each gets
+// the number under which it stands in the scene file, and equal ones get one number. Shapes and nodes go out to spools
+// as they come, so that a scene may be larger than memory; writing/ puts the parts together into files.
 #pragma once
 
 #include "nwcreate/store/shapes.h"

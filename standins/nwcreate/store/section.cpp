@@ -1,6 +1,6 @@
 #include "nwcreate/store/section.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/json_text.h"
 
 #include <algorithm>
 #include <numbers>
@@ -179,9 +179,9 @@ void addText(Section& section, const Matrix& transform, const TextStyle& style, 
     }
     section.loopEnds.push_back(section.loopVertices.size());
     section.texts += section.texts.empty() ? "" : ",";
-    JsonWriter json(section.texts);
-    json.beginObject().key("text").text(text).key("font").escaped(style.font).key("height").number(style.height);
-    json.key("transform").numbers(transform).endObject();
+    gltf::JsonText json(section.texts);
+    json.beginObject().key("text").string(text).key("font").escaped(style.font).key("height").decimal(style.height);
+    json.key("transform").decimals(transform).endObject();
 }
 
 const char* faultOf(const Section& section) {

@@ -1,7 +1,7 @@
 #include "nwcreate/store/shapes.h"
 
+#include "gltf/json_text.h"
 #include "nwcreate/store/content_hash.h"
-#include "nwcreate/writing/json_writer.h"
 #include "nwcreate/writing/text_cursor.h"
 
 #include <algorithm>
@@ -162,7 +162,8 @@ std::uint32_t ShapeStore::add(std::span<const float> positions, std::span<const 
 }
 
 std::uint32_t ShapeStore::find(ListSet& set, const Packed& packed) {
-    std::uint32_t at = set.firstOfHash.find(packed.hash);
+    const auto first = set.firstOfHash.find(packed.hash);
+    std::uint32_t at = first != set.firstOfHash.end() ? first->second : ShapeAccessors::none;
     while (at != ShapeAccessors::none && !isEqual(set, set.lists[at], packed)) {
         at = set.lists[at].next;
     }
@@ -188,7 +189,8 @@ std::uint32_t ShapeStore::store(ListSet& set, const Packed& packed) {
     list.buffer = static_cast<std::uint32_t>(buffers_.size() - 1);
     list.accessor = accessorCount_;
     list.early = set.early.keep(packed.bytes);
-    list.next = set.firstOfHash.exchange(packed.hash, number);
+    const auto [first, isNew] = set.firstOfHash.try_emplace(packed.hash, number);
+    list.next = isNew ? ShapeAccessors::none : std::exchange(first.value(), number);
     spool.append(packed.bytes);
     set.lists.push_back(list);
     return number;
@@ -275,20 +277,20 @@ std::string ShapeStore::viewJson() const {
     for (std::size_t i = 0; i < buffers_.size(); ++i) {
         const Buffer& buffer = *buffers_[i];
         if (buffer.vertexView != ShapeAccessors::none) {
-            JsonWriter vertices(views[buffer.vertexView]);
-            vertices.beginObject().key("buffer").count(i).key("byteLength").count(buffer.vertices.size());
-            vertices.key("byteStride").count(vertexSize).key("target").count(vertexTarget).endObject();
+            gltf::JsonText vertices(views[buffer.vertexView]);
+            vertices.beginObject().key("buffer").number(i).key("byteLength").number(buffer.vertices.size());
+            vertices.key("byteStride").number(vertexSize).key("target").number(vertexTarget).endObject();
         }
         if (buffer.indexView != ShapeAccessors::none) {
-            JsonWriter indices(views[buffer.indexView]);
-            indices.beginObject().key("buffer").count(i).key("byteOffset").count(buffer.vertices.size());
-            indices.key("byteLength").count(buffer.indices.size()).key("target").count(indexTarget).endObject();
+            gltf::JsonText indices(views[buffer.indexView]);
+            indices.beginObject().key("buffer").number(i).key("byteOffset").number(buffer.vertices.size());
+            indices.key("byteLength").number(buffer.indices.size()).key("target").number(indexTarget).endObject();
         }
     }
     std::string all;
-    JsonWriter json(all);
+    gltf::JsonText json(all);
     for (const std::string& view : views) {
-        json.ready(view);
+        json.list(view);
     }
     return all;
 }

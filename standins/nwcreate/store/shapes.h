@@ -4,7 +4,6 @@
 // Each buffer holds its vertices first and its indices behind them. A buffer that is full is followed by the next.
 #pragma once
 
-#include "nwcreate/store/hash_index.h"
 #include "nwcreate/store/spool.h"
 #include "nwcreate/writing/text_cursor.h"
 
@@ -13,6 +12,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <tsl/robin_map.h>
 #include <vector>
 
 namespace nwcreate {
@@ -82,7 +82,8 @@ private:
         ListSet(Spool Buffer::*place, std::size_t mostOfOne) : spool(place), early(mostOfOne) {}
         Spool Buffer::*spool;
         std::vector<List> lists;
-        HashIndex firstOfHash;
+        // By the hash of its content, which mixes well enough. Lists of one hash are chained.
+        tsl::robin_map<std::uint64_t, std::uint32_t> firstOfHash;
         EarlyBytes early;
     };
     struct Shape {

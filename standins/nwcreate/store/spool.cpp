@@ -2,6 +2,7 @@
 
 #include "tolmar/code_page.h"
 #include "tolmar/file.h"
+#include "tolmar/write_all.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -18,21 +19,6 @@ constexpr std::size_t bufferSize = std::size_t{1} << 18U;
 // More than OutputFile's own buffer, so that a piece goes to the system without another copy.
 constexpr std::size_t copySize = (std::size_t{1} << 20U) + (std::size_t{1} << 12U);
 constexpr std::size_t compareSize = std::size_t{1} << 14U;
-
-bool writeAll(int file, const char* data, std::size_t size) {
-    while (size > 0) {
-        const ssize_t written = ::write(file, data, size);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        data += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
-}
 
 }  // namespace
 
@@ -64,7 +50,9 @@ bool Spool::openFile() {
 
 void Spool::flush() {
     errno = 0;
-    if (used_ > 0 && openFile() && !writeAll(file_, buffer_.get(), used_)) {
+    if (used_ > 0 && openFile() && !tolmar::writeAll(buffer_.get(), used_, [this](const char* data, std::size_t size) {
+            return ::write(file_, data, size);
+        })) {
         fail(errno);
     }
     flushed_ += used_;
@@ -86,16 +74,23 @@ char* Spool::room(std::size_t size) {
         flush();
     }
     if (capacity_ < size) {
-        capacity_ = std::max(size, bufferSize);
-        buffer_ = std::make_unique_for_overwrite<char[]>(capacity_);
+        const std::size_t capacity = std::max(size, bufferSize);
+        // The old one goes first; when there is no memory for the new one, there is none.
+        dropBuffer();
+        buffer_ = std::make_unique_for_overwrite<char[]>(capacity);
+        capacity_ = capacity;
     }
     return buffer_.get() + used_;
 }
 
-void Spool::settle() {
-    flush();
+void Spool::dropBuffer() {
     buffer_.reset();
     capacity_ = 0;
+}
+
+void Spool::settle() {
+    flush();
+    dropBuffer();
 }
 
 bool Spool::readAt(std::uint64_t offset, char* to, std::size_t size) {

@@ -40,6 +40,7 @@ public:
 
 private:
     void flush();
+    void dropBuffer();
     bool openFile();
     bool readAt(std::uint64_t offset, char* to, std::size_t size);
     void fail(int error);

@@ -1,6 +1,6 @@
 #include "nwcreate/writing/node_json.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/json_text.h"
 #include "nwcreate/writing/text_cursor.h"
 
 #include <algorithm>
@@ -116,14 +116,23 @@ private:
     bool hasMember_ = false;
 };
 
+// A point in scene units, as an array of metres that are rounded to nanometres.
+std::string metresOf(const Vec3& point) {
+    char text[3 * numberRoom + 4];
+    return {text, TextCursor(text).metres(point).at()};
+}
+
 std::uint32_t addGridLine(SceneStore& store, const GridLine& line, std::string& text) {
     NodeShape shape;
     addSegments(store, line.segments, shape);
     text.clear();
-    JsonWriter json(text);
+    gltf::JsonText json(text);
     json.beginObject().key("name").escaped(line.name);
     if (!shape.pieces.empty()) {
-        json.key("mesh").count(store.meshNumber(shape.pieces, noNumber)).key("translation").metres(shape.origin);
+        json.key("mesh")
+            .number(store.meshNumber(shape.pieces, noNumber))
+            .key("translation")
+            .raw(metresOf(shape.origin));
     }
     json.endObject();
     return store.addNode(text);
@@ -197,31 +206,31 @@ std::uint32_t addGridNodes(SceneStore& store, const GridSystem& system) {
         lines.push_back(addGridLine(store, line, text));
     }
     text.clear();
-    JsonWriter json(text);
+    gltf::JsonText json(text);
     json.beginObject().key("name").escaped(system.name);
     if (!lines.empty()) {
         json.key("children").beginArray();
         for (const std::uint32_t line : lines) {
-            json.count(line);
+            json.number(line);
         }
         json.endArray();
     }
-    json.key("extras").beginObject().key("grid").beginObject().key("origin").numbers(system.origin);
-    json.key("xAxis").numbers(system.xAxis).key("yAxis").numbers(system.yAxis).key("levels").beginArray();
+    json.key("extras").beginObject().key("grid").beginObject().key("origin").decimals(system.origin);
+    json.key("xAxis").decimals(system.xAxis).key("yAxis").decimals(system.yAxis).key("levels").beginArray();
     for (const GridLevel& level : system.levels) {
-        json.beginObject().key("name").escaped(level.name).key("height").number(level.height).endObject();
+        json.beginObject().key("name").escaped(level.name).key("height").decimal(level.height).endObject();
     }
     json.endArray().endObject().endObject().endObject();
     return store.addNode(text);
 }
 
 void writeViewNode(const View& view, std::string_view name, std::uint32_t camera, std::string& out) {
-    JsonWriter json(out);
-    json.beginObject().key("name").plain(name).key("camera").count(camera);
-    json.key("translation").metres(view.position);
-    json.key("rotation").numbers(quaternionOf(axesOf(view))).key("extras").beginObject();
-    json.key("worldUp").numbers(view.worldUp).key("position").numbers(view.position);
-    json.key("target").numbers(view.target).endObject().endObject();
+    gltf::JsonText json(out);
+    json.beginObject().key("name").escaped(name).key("camera").number(camera);
+    json.key("translation").raw(metresOf(view.position));
+    json.key("rotation").decimals(quaternionOf(axesOf(view))).key("extras").beginObject();
+    json.key("worldUp").decimals(view.worldUp).key("position").decimals(view.position);
+    json.key("target").decimals(view.target).endObject().endObject();
 }
 
 }  // namespace nwcreate

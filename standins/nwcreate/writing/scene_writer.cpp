@@ -1,6 +1,7 @@
 #include "nwcreate/writing/scene_writer.h"
 
-#include "nwcreate/writing/json_writer.h"
+#include "gltf/glb.h"
+#include "gltf/json_text.h"
 #include "nwcreate/writing/node_json.h"
 #include "tolmar/code_page.h"
 #include "tolmar/file.h"
@@ -10,29 +11,6 @@
 namespace nwcreate {
 
 namespace {
-
-constexpr std::uint32_t glbMagic = 0x46546C67;
-constexpr std::uint32_t glbVersion = 2;
-constexpr std::uint32_t jsonChunk = 0x4E4F534A;
-constexpr std::uint32_t binaryChunk = 0x004E4942;
-constexpr std::uint64_t glbHeadSize = 12;
-constexpr std::uint64_t chunkHeadSize = 8;
-
-std::uint64_t padded(std::uint64_t size) {
-    return (size + 3) / 4 * 4;
-}
-
-void writeWord(tolmar::OutputFile& file, std::uint64_t value) {
-    char bytes[4];
-    for (unsigned i = 0; i < 4; ++i) {
-        bytes[i] = static_cast<char>(value >> 8U * i);
-    }
-    file.write(std::string_view(bytes, sizeof bytes));
-}
-
-void writePadding(tolmar::OutputFile& file, std::uint64_t size, char with) {
-    file.write(std::string(padded(size) - size, with));
-}
 
 // Letters, digits and "-._~" stay, all other bytes of the UTF-8 text become "%XX".
 std::string uriOf(std::string_view utf8) {
@@ -69,12 +47,12 @@ public:
             return;
         }
         buffers_ = ",\"buffers\":[";
-        JsonWriter json(buffers_);
+        gltf::JsonText json(buffers_);
         for (std::size_t i = 0; i < count; ++i) {
-            json.beginObject().key("byteLength").count(store_.shapes.bufferSize(i));
+            json.beginObject().key("byteLength").number(store_.shapes.bufferSize(i));
             if (i >= firstFile) {
                 const std::string number = std::to_string(i - firstFile + 1);
-                json.key("uri").plain(uriOf(std::string(stem) + "." + number + ".bin"));
+                json.key("uri").escaped(uriOf(std::string(stem) + "." + number + ".bin"));
             }
             json.endObject();
         }
@@ -143,60 +121,60 @@ private:
         constexpr double half = 0.7071067811865476;
         constexpr std::array<double, 4> turn = {-half, 0, 0, half};
         rootNode_ = addNode();
-        JsonWriter json(open_.json);
-        json.beginObject().key("name").text(title.empty() ? u"Scene" : title).key("rotation").numbers(turn);
+        gltf::JsonText json(open_.json);
+        json.beginObject().key("name").string(title.empty() ? u"Scene" : title).key("rotation").decimals(turn);
         if (!open_.roots.empty()) {
             json.key("children").beginArray();
             for (const std::uint32_t root : open_.roots) {
-                json.count(root);
+                json.number(root);
             }
             json.endArray();
         }
         json.endObject();
     }
 
-    void composeSettings(JsonWriter& json) const {
+    void composeSettings(gltf::JsonText& json) const {
         const SceneSettings& settings = store_.settings;
-        json.key("extras").beginObject().key("units").plain("millimetres");
+        json.key("extras").beginObject().key("units").escaped("millimetres");
         if (settings.background) {
             json.key("background").beginArray();
             for (const Vec3& color : *settings.background) {
-                json.numbers(color);
+                json.decimals(color);
             }
             json.endArray();
         }
         if (settings.ambient) {
-            json.key("ambient").numbers(*settings.ambient);
+            json.key("ambient").decimals(*settings.ambient);
         }
         if (currentNode_ != noNumber) {
-            json.key("currentView").count(currentNode_);
+            json.key("currentView").number(currentNode_);
         }
         if (homeNode_ != noNumber) {
-            json.key("homeView").count(homeNode_);
+            json.key("homeView").number(homeNode_);
         }
         json.endObject();
     }
 
     // Everything before the buffers; the object stays open.
     void composeHead(std::u16string_view title) {
-        JsonWriter json(head_);
-        json.beginObject().key("asset").beginObject().key("generator").plain("Tessaro " TESSARO_VERSION);
-        json.key("version").plain("2.0").endObject().key("scene").count(0).key("scenes").beginArray().beginObject();
+        gltf::JsonText json(head_);
+        json.beginObject().key("asset").beginObject().key("generator").escaped("Tessaro " TESSARO_VERSION);
+        json.key("version").escaped("2.0").endObject().key("scene").number(0).key("scenes").beginArray().beginObject();
         if (!title.empty()) {
-            json.key("name").text(title);
+            json.key("name").string(title);
         }
-        json.key("nodes").beginArray().count(rootNode_).endArray();
+        json.key("nodes").beginArray().number(rootNode_).endArray();
         composeSettings(json);
         json.endObject().endArray();
         if (cameraCount_ > 0) {
             json.key("cameras").beginArray();
             for (std::uint32_t i = 0; i < cameraCount_; ++i) {
-                json.ready(R"({"type":"perspective","perspective":{"yfov":0.8,"znear":0.01}})");
+                json.list(R"({"type":"perspective","perspective":{"yfov":0.8,"znear":0.01}})");
             }
             json.endArray();
         }
         if (!store_.materialJson().empty()) {
-            json.key("materials").beginArray().ready(store_.materialJson()).endArray();
+            json.key("materials").beginArray().list(store_.materialJson()).endArray();
         }
     }
 
@@ -246,11 +224,9 @@ public:
 
 private:
     bool hasBinary() const { return firstFile_ == 1 && store_.shapes.bufferCount() > 0; }
+    std::uint64_t binarySize() const { return hasBinary() ? store_.shapes.bufferSize(0) : 0; }
 
-    std::uint64_t sceneSize() {
-        const std::uint64_t binary = hasBinary() ? chunkHeadSize + padded(store_.shapes.bufferSize(0)) : 0;
-        return glbHeadSize + chunkHeadSize + padded(json_.size()) + binary;
-    }
+    std::uint64_t sceneSize() { return gltf::glbSize(json_.size(), binarySize()); }
 
     static bool open(tolmar::OutputFile& file, const std::string& path) {
         const bool isOpen = file.open(path, tolmar::FileMode::Binary);
@@ -282,19 +258,14 @@ private:
             return false;
         }
         const std::uint64_t jsonSize = json_.size();
-        writeWord(file, glbMagic);
-        writeWord(file, glbVersion);
-        writeWord(file, sceneSize());
-        writeWord(file, padded(jsonSize));
-        writeWord(file, jsonChunk);
+        const std::uint64_t binSize = binarySize();
+        file.write(gltf::glbHead(jsonSize, binSize));
         bool good = json_.write(file);
-        writePadding(file, jsonSize, ' ');
+        file.write(std::string(gltf::padded(jsonSize) - jsonSize, ' '));
         if (good && hasBinary()) {
-            const std::uint64_t size = store_.shapes.bufferSize(0);
-            writeWord(file, padded(size));
-            writeWord(file, binaryChunk);
+            file.write(gltf::glbBinHead(binSize));
             good = store_.shapes.copyBuffer(0, file);
-            writePadding(file, size, '\0');
+            file.write(std::string(gltf::padded(binSize) - binSize, '\0'));
         }
         return finish(file, path_, good);
     }

@@ -10,7 +10,9 @@ namespace nwcreate {
 
 class TextCursor {
 public:
+    // Writes behind this place; how much room there must be is for the caller to know (numberRoom for each number).
     explicit TextCursor(char* to) : at_(to) {}
+    // The end of what was written.
     char* at() const { return at_; }
 
     template <std::size_t Size>

@@ -1,6 +1,7 @@
 // Operations of connected objects.
 #include "plant/model/data.h"
 #include "platform/objects.h"
+#include "tolmar/null_text.h"
 
 using plant::Connection;
 using plant::Member;
@@ -101,7 +102,7 @@ void HxDbSmrtlnEntity::getKeyPoints(std::vector<std::pair<short, HxGePoint3D>>& 
 
 std::string HxDbTubeModel::getSmrtlnType() const {
     const char* type = data_->attributeText("smrtln");
-    return type != nullptr ? type : "";
+    return tolmar::orEmpty(type);
 }
 int HxDbTubeModel::getInsNo() const {
     return static_cast<int>(data_->whole(Member::InsNo, usualInsNo));

@@ -106,7 +106,10 @@ void print_error(lua_State*, const char* format, ...) noexcept {
     }
 }
 
-int dofile(lua_State* state, const char* codePagePath) {
+int dofile(lua_State* state, const char* givenPath) {
+    // The script itself may make the platform write over what the caller has from it.
+    const std::string path = givenPath;
+    const char* codePagePath = path.c_str();
     const int top = lua_gettop(state);
     hextlua::pushHandler(state);
     int status = hextlua::loadChunk(state, codePagePath);

@@ -3,15 +3,17 @@
 #include "plant/scripts/state.h"
 
 #include "platform/hxcom.h"
+#include "tolmar/system.h"
 
+#include <cstdint>
 #include <cstring>
 
 namespace hextlua {
 
 namespace {
 
-// The matcher calls itself once for each repeated item of a pattern.
-constexpr std::size_t longestPattern = 4096;
+// Values that one call may push: the language's own limit.
+constexpr std::int64_t mostPushed = LUAI_MAXCSTACK;
 
 struct Refused {
     const char* library;
@@ -21,9 +23,10 @@ constexpr Refused refusedFunctions[] = {
     {"os", "exit"}, {"os", "execute"}, {"os", "setlocale"}, {"io", "popen"},
     {"io", "read"}, {"io", "input"},   {"io", "output"},    {"package", "loadlib"},
 };
+// What changes files, which only scripts that are trusted may do.
+constexpr Refused refusedWriters[] = {{"os", "remove"}, {"os", "rename"}, {"os", "tmpname"}, {"io", "tmpfile"}};
 
 constexpr const char* keptOfDebug[] = {"traceback", "getinfo"};
-constexpr const char* patternFunctions[] = {"match", "gmatch", "gsub", "gfind"};
 
 int refuse(lua_State* state) {
     return luaL_error(state, "%s.%s is not available to scripts", lua_tostring(state, lua_upvalueindex(1)),
@@ -82,24 +85,41 @@ int scriptLines(lua_State* state) {
     return 1;
 }
 
-bool isLongPattern(lua_State* state) {
-    return lua_type(state, 2) == LUA_TSTRING && lua_objlen(state, 2) > longestPattern;
-}
-
-// A function of the string library, whose own function the upvalue is.
+// A function of a library, whose own function the upvalue is.
 int callOriginal(lua_State* state) {
     return lua_tocfunction(state, lua_upvalueindex(1))(state);
 }
 
-int matchPattern(lua_State* state) {
-    return isLongPattern(state) ? luaL_argerror(state, 2, "pattern too long") : callOriginal(state);
+// io.open for reading. The way of opening is a letter and perhaps "b"; every other one writes.
+int openForReading(lua_State* state) {
+    const char* way = luaL_optstring(state, 2, "r");
+    if (std::strcmp(way, "r") != 0 && std::strcmp(way, "rb") != 0) {
+        return luaL_error(state, "io.open for writing is not available to scripts that are not trusted");
+    }
+    // As a call of its own, since a file belongs to the environment of the function that opens it.
+    lua_settop(state, 2);
+    lua_pushvalue(state, lua_upvalueindex(1));
+    lua_insert(state, 1);
+    lua_call(state, 2, LUA_MULTRET);
+    return lua_gettop(state);
 }
 
-// A text to find may be of any length where it is taken as it is.
-int findPattern(lua_State* state) {
-    const bool plain = lua_toboolean(state, 4) != 0;
-    if (!plain && isLongPattern(state) && std::strpbrk(lua_tostring(state, 2), "^$*+?.([%-") != nullptr) {
-        return luaL_argerror(state, 2, "pattern too long");
+// unpack, whose own count of what it gives overflows.
+int scriptUnpack(lua_State* state) {
+    luaL_checktype(state, 1, LUA_TTABLE);
+    const std::int64_t first = luaL_optint(state, 2, 1);
+    const std::int64_t last = lua_isnoneornil(state, 3) ? static_cast<std::int64_t>(lua_objlen(state, 1))
+                                                        : std::int64_t{luaL_checkint(state, 3)};
+    if (last - first >= mostPushed) {
+        return luaL_error(state, "too many results to unpack");
+    }
+    return callOriginal(state);
+}
+
+// table.insert, which would move everything from a place far below the table, out of reach of the count hook.
+int scriptInsert(lua_State* state) {
+    if (lua_gettop(state) == 3 && luaL_checkint(state, 2) < 0) {
+        return luaL_argerror(state, 2, "position out of bounds");
     }
     return callOriginal(state);
 }
@@ -154,9 +174,15 @@ void changeBase(lua_State* state) {
     lua_pushvalue(state, LUA_GLOBALSINDEX);
     setFunction(state, "print", guarded<scriptPrint>);
     setFunction(state, "xpcall", scriptXpcall);
+    wrap(state, "unpack", scriptUnpack);
     lua_pushnil(state);
     lua_setfield(state, -2, "newproxy");
     lua_pop(state, 1);
+}
+
+// A dry run leaves all files as they are, whoever writes them.
+bool mayWriteFiles() {
+    return tolmar::scriptsTrusted() && !tolmar::dryRun();
 }
 
 // Files cannot be told another way to close themselves, since finalizers run without the count hook.
@@ -164,6 +190,9 @@ void changeIo(lua_State* state) {
     lua_getglobal(state, LUA_IOLIBNAME);
     setFunction(state, "write", guarded<scriptWrite>);
     wrap(state, "lines", scriptLines);
+    if (!mayWriteFiles()) {
+        wrap(state, "open", openForReading);
+    }
     lua_pushnil(state);
     lua_setfield(state, -2, "stdin");
     lua_getfield(state, -1, "stderr");
@@ -177,11 +206,14 @@ void changeIo(lua_State* state) {
 
 void changeString(lua_State* state) {
     lua_getglobal(state, LUA_STRLIBNAME);
-    for (const char* name : patternFunctions) {
-        wrap(state, name, matchPattern);
-    }
-    wrap(state, "find", findPattern);
     wrap(state, "rep", repeatText);
+    lua_pop(state, 1);
+    openPatterns(state);
+}
+
+void changeTable(lua_State* state) {
+    lua_getglobal(state, LUA_TABLIBNAME);
+    wrap(state, "insert", scriptInsert);
     lua_pop(state, 1);
 }
 
@@ -215,9 +247,15 @@ void openLibraries(lua_State* state) {
     changeBase(state);
     changeIo(state);
     changeString(state);
+    changeTable(state);
     changeDebug(state);
     for (const Refused& refused : refusedFunctions) {
         refuseFunction(state, refused);
+    }
+    if (!mayWriteFiles()) {
+        for (const Refused& refused : refusedWriters) {
+            refuseFunction(state, refused);
+        }
     }
     openLoaders(state);
     openPlantLibrary(state);

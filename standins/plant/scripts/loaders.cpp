@@ -47,6 +47,7 @@ int compile(lua_State* state, std::string_view text, const char* chunkName) {
         lua_pushfstring(state, "%s: %s", chunkName + 1, compiledText);
         return LUA_ERRSYNTAX;
     }
+    const CLocale locale;
     return luaL_loadbuffer(state, text.data(), text.size(), chunkName);
 }
 

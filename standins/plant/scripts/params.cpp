@@ -161,6 +161,7 @@ bool getParams(lua_State* state, int table, ParamList& out, int) {
     if (!lua_istable(state, table)) {
         return false;
     }
+    const CLocale locale;
     TableReader(state, table, out).read();
     return true;
 }

@@ -3,9 +3,20 @@
 #include "plant/scripts/blocks.h"
 #include "tolmar/host_ui.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <new>
 
 namespace hextlua {
+
+CLocale::CLocale() {
+    static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+    before_ = ::uselocale(locale);
+}
+
+CLocale::~CLocale() {
+    ::uselocale(before_);
+}
 
 namespace {
 
@@ -38,8 +49,11 @@ bool cancelRequested() noexcept {
     }
 }
 
-// Once stopped, every further instruction raises the error again, so that no pcall in the script can hold it.
-void onCount(lua_State* state, lua_Debug* record) {
+void onCount(lua_State* state, lua_Debug*);
+
+// Once stopped, every further instruction raises the error again, so that no pcall in the script can hold it. `level`
+// is the script function's in the stack of calls.
+void stopWhenCancelledAt(lua_State* state, int level) {
     if (!cancelRequested()) {
         return;
     }
@@ -47,9 +61,23 @@ void onCount(lua_State* state, lua_Debug* record) {
     context.stopped = true;
     lua_sethook(state, onCount, LUA_MASKCOUNT, 1);
     lua_sethook(context.main, onCount, LUA_MASKCOUNT, 1);  // `state` may be a coroutine
-    lua_getinfo(state, "Sl", record);
-    lua_pushfstring(state, "%s:%d: script stopped by cancel", record->short_src, record->currentline);
+    luaL_where(state, level);
+    lua_pushliteral(state, "script stopped by cancel");
+    lua_concat(state, 2);
     lua_error(state);
+}
+
+void onCount(lua_State* state, lua_Debug*) {
+    stopWhenCancelledAt(state, 0);
+}
+
+// An error that nothing protects would end the program without a word.
+int panic(lua_State* state) {
+    constexpr int failed = 4;
+    lua_tinker::print_error(state, "script host: %s outside of any call; the program ends",
+                            lua_type(state, -1) == LUA_TSTRING ? lua_tostring(state, -1) : "an error");
+    std::fflush(stdout);
+    std::_Exit(failed);
 }
 
 void watch(lua_State* state) {
@@ -65,6 +93,7 @@ lua_State* newState() {
         throw std::bad_alloc();
     }
     context.release()->main = state;
+    lua_atpanic(state, panic);
     lua_pushcfunction(state, lua_tinker::on_error);
     contextOf(state).handler = luaL_ref(state, LUA_REGISTRYINDEX);
     openLibraries(state);
@@ -93,6 +122,7 @@ int protectedCall(lua_State* state, int arguments, int results, int handler) {
         context.stopped = false;
         watch(context.main);
     }
+    const CLocale locale;
     ++context.depth;
     const int status = lua_pcall(state, arguments, results, handler);
     --context.depth;
@@ -101,6 +131,10 @@ int protectedCall(lua_State* state, int arguments, int results, int handler) {
         lua_gc(state, LUA_GCCOLLECT, 0);
     }
     return status;
+}
+
+void stopWhenCancelled(lua_State* state) {
+    stopWhenCancelledAt(state, 1);
 }
 
 void setFunction(lua_State* state, const char* name, lua_CFunction function) {

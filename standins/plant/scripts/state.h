@@ -1,4 +1,8 @@
-// What belongs to one Lua state of the script host, reached from the state alone.
+// The script host: Lua states for the project's scripts, behind platform/script.h.
+//
+// A file goes through the loaders into a state whose libraries lack what could harm the program; a call goes in under a
+// message handler, a count hook and a memory limit; its result is read from the stack into plain values. What belongs
+// to one state stands in its ScriptContext, which is reached from the state alone.
 #pragma once
 
 #include "platform/script.h"
@@ -33,9 +37,14 @@ ScriptContext& contextOf(lua_State* state);
 int protectedCall(lua_State* state, int arguments, int results, int handler);
 void pushHandler(lua_State* state);
 
+// To be called now and then by what takes long: raises an error when the user has asked to stop.
+void stopWhenCancelled(lua_State* state);
+
 // Opens the standard libraries as far as scripts may have them, and the library `plant`.
 void openLibraries(lua_State* state);
 void openPlantLibrary(lua_State* state);
+// The functions of the string library that match patterns.
+void openPatterns(lua_State* state);
 // The functions that load scripts: loadstring, load, loadfile, dofile and the search of require.
 void openLoaders(lua_State* state);
 

@@ -178,6 +178,7 @@ private:
 }  // namespace
 
 bool callLuaFunc(lua_State* state, const char* function, const char* signature, ...) {
+    const CLocale locale;
     const int top = lua_gettop(state);
     std::va_list arguments;
     va_start(arguments, signature);
@@ -203,6 +204,7 @@ bool copyLuaTable(lua_State* from, int table, lua_State* to) {
 }
 
 bool getNumbers(lua_State* state, int table, double* numbers, int count) {
+    const CLocale locale;
     bool whole = lua_istable(state, table);
     for (int i = 0; i < count && whole; ++i) {
         lua_rawgeti(state, table, i + 1);

@@ -1,6 +1,6 @@
 #include "sources/json/output_text.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <algorithm>
 #include <cmath>

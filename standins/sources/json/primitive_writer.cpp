@@ -1,6 +1,6 @@
 #include "sources/json/primitive_writer.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "plant/shapes/primitive_table.h"
 
 #include <algorithm>

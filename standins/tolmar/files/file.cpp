@@ -4,6 +4,7 @@
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
+#include "tolmar/write_all.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -36,23 +37,6 @@ char* endLines(std::string_view text, char* to) {
         text.remove_prefix(length + 1);
     }
     return to;
-}
-
-// Calls a system write until all is out; false on an error.
-template <typename Write>
-bool writeAll(const char* data, std::size_t size, Write&& writeSome) {
-    while (size > 0) {
-        const ssize_t written = writeSome(data, size);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        data += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
 }
 
 class FileSink final : public Sink {

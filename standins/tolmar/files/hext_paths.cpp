@@ -1,6 +1,7 @@
 // The installation root and everything named relative to it.
 #include "platform/hxcom.h"
 #include "tolmar/code_page.h"
+#include "tolmar/null_text.h"
 #include "tolmar/paths.h"
 #include "tolmar/system.h"
 
@@ -11,16 +12,10 @@
 
 namespace {
 
-std::string fullName(const char* relative) {
-    std::string_view rest = relative == nullptr ? "" : relative;
-    rest.remove_prefix(std::min(rest.find_first_not_of("\\/"), rest.size()));
-    const std::string& root = tolmar::installationRoot();
-    return tolmar::fromUtf8(tolmar::resolvePath(rest.empty() ? root : root + "/" + std::string(rest)).string());
-}
-
 struct Session {
     std::string root = ".";
     bool dryRun = false;
+    bool scriptsTrusted = false;
 };
 
 Session& session() {
@@ -40,9 +35,15 @@ const std::string& installationRoot() {
     return session().root;
 }
 
+std::string installedPath(std::string_view relative) {
+    relative.remove_prefix(std::min(relative.find_first_not_of("\\/"), relative.size()));
+    const std::string& root = installationRoot();
+    return fromUtf8(resolvePath(relative.empty() ? root : root + "/" + std::string(relative)).string());
+}
+
 std::string currentProjectName() {
     const char* name = HextSystem::getCurrentProjName();
-    return name == nullptr ? "" : name;
+    return tolmar::orEmpty(name);
 }
 
 void setDryRun(bool on) {
@@ -53,11 +54,19 @@ bool dryRun() {
     return session().dryRun;
 }
 
+void setScriptsTrusted(bool on) {
+    session().scriptsTrusted = on;
+}
+
+bool scriptsTrusted() {
+    return session().scriptsTrusted;
+}
+
 }  // namespace tolmar
 
 const char* HextSystem::getFullHextName(const char* relative) {
     static std::string name;
-    name = fullName(relative);
+    name = tolmar::installedPath(tolmar::orEmpty(relative));
     return name.c_str();
 }
 
@@ -65,7 +74,7 @@ void HextSystem::getFullHextName(const char* relative, char* buffer, int size) {
     if (buffer == nullptr || size <= 0) {
         return;
     }
-    const std::string name = fullName(relative);
+    const std::string name = tolmar::installedPath(tolmar::orEmpty(relative));
     const std::size_t length = std::min(name.size(), static_cast<std::size_t>(size) - 1);
     std::memcpy(buffer, name.data(), length);
     buffer[length] = '\0';

@@ -2,6 +2,7 @@
 #include "platform/progress.h"
 
 #include "tolmar/host_ui.h"
+#include "tolmar/null_text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -29,18 +30,18 @@ class NamedPipeProgress final : public modeling::NamedPipeProgressStatus {
 public:
     void setBarText(const char* text, int bar) override {
         if (tolmar::ProgressBar* shown = barOf(bar)) {
-            assign(shown->text, std::string(text == nullptr ? "" : text));
+            assign(shown->text, std::string(tolmar::orEmpty(text)));
         }
         show();
     }
     void setText(const char* text) override {
-        assign(state_.text, std::string(text == nullptr ? "" : text));
+        assign(state_.text, std::string(tolmar::orEmpty(text)));
         show();
     }
     void openProgress(int, const char* text, int extraBars) override {
         state_ = {};
         state_.open = true;
-        state_.title = text == nullptr ? "" : text;
+        state_.title = tolmar::orEmpty(text);
         state_.bars.resize(1 + static_cast<std::size_t>(std::max(extraBars, 0)));
         changed_ = true;
         show();
@@ -103,7 +104,7 @@ public:
     void open(int steps, const char* title) override {
         steps_ = std::max(steps, 0);
         done_ = 0;
-        state_ = {true, title == nullptr ? "" : title, {}, {tolmar::ProgressBar{}}};
+        state_ = {true, tolmar::orEmpty(title), {}, {tolmar::ProgressBar{}}};
         tolmar::hostUi().progressChanged(state_);
         throwIfCancelled();
     }

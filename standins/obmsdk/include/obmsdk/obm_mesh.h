@@ -1,4 +1,7 @@
-// Triangle meshes and materials.
+// Triangle meshes and materials, as a caller fills them before they go to a 3D package.
+//
+// Coordinates are millimetres with Z up, in the frame of the instances that show the mesh. Nothing is checked here:
+// OBM3dPackage::addMesh says what cannot be used.
 #pragma once
 
 #include "obmsdk/obm_types.h"
@@ -8,15 +11,18 @@
 
 class OBMSDK_API OBMTriangleMesh {
 public:
+    // Empty. The storage of a mesh that was destroyed serves the next, so meshes may come and go one by one.
     static OBMTriangleMesh* create();
     void destroy();
 
+    // By which instances name the mesh; one of its own for each mesh of a package.
     void setGeometryId(obm::Id id) { geometryId_ = id; }
     const std::string& getGeometryId() const { return geometryId_; }
     // Vertices count from 0 in the order in which they come.
     void addVertice(const OBMFloat3& vertex) { vertices_.push_back(vertex); }
+    // Counter-clockwise seen from outside.
     void addFacet(const OBMInt3& facet) { facets_.push_back(facet); }
-    // One for each vertex, in the same order, or none at all.
+    // One for each vertex, in the same order, or none at all; any other number counts as none.
     void addNormal(const OBMFloat3& normal) { normals_.push_back(normal); }
 
     const std::vector<OBMFloat3>& vertices() const { return vertices_; }
@@ -36,12 +42,14 @@ private:
 
 class OBMSDK_API OBMMaterial {
 public:
+    // Colours by the light that they answer to; black but for a white Diffuse until they are set.
     enum TexType : int { Ambient = 0, Diffuse = 1, Specular = 2 };
 
     static OBMMaterial* create();
     void destroy();
 
     void setName(obm::Id name) { name_ = name; }
+    // By which instances name the material; one of its own for each material of a package.
     void setId(obm::Id id) { id_ = id; }
     void setTextureColor(TexType kind, const OBMColor& color) { colors_[kind] = color; }
     // 0 is opaque, 1 invisible.

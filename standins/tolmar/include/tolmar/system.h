@@ -29,6 +29,9 @@ int waitForStartedPrograms();
 // The installation root in force, in the code page; set by the program before a module is loaded.
 void setInstallationRoot(std::string_view codePagePath);
 const std::string& installationRoot();
+// The whole path of a file of the installation, in the code page. The relative path may begin with a slash or backslash
+// and use either; existing names are matched without regard to case.
+std::string installedPath(std::string_view relative);
 
 // Name of the project in force, in the code page; empty when the platform has no model.
 std::string currentProjectName();
@@ -37,5 +40,10 @@ std::string currentProjectName();
 // reported, nothing is deleted or copied, no option is stored, no program started. Off at the start.
 void setDryRun(bool on);
 bool dryRun();
+
+// While on, scripts may write, move and delete files, which docs/scripts.md tells about. Off at the start. Holds for
+// script states that are made afterwards.
+void setScriptsTrusted(bool on);
+bool scriptsTrusted();
 
 }  // namespace tolmar

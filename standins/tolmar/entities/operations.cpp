@@ -1,65 +1,16 @@
+// Making of entities that hold no mesh, and what they answer.
 #include "tolmar/entity.h"
 
 #include <utility>
 
-TLRX_DEFINE_ROOT(TlDbEntity);
-TLRX_DEFINE(TlDbCurve, TlDbEntity);
-TLRX_DEFINE(TlDbLine, TlDbCurve);
-TLRX_DEFINE(TlDbCircle, TlDbCurve);
-TLRX_DEFINE(TlDbArc, TlDbCurve);
-TLRX_DEFINE(TlDbPolyline, TlDbCurve);
-TLRX_DEFINE(TlDbText, TlDbEntity);
-TLRX_DEFINE(TlDbHatch, TlDbEntity);
-TLRX_DEFINE(TlDbPoint, TlDbEntity);
-TLRX_DEFINE(TlDb3dSolid, TlDbEntity);
-TLRX_DEFINE(TlDbSurface, TlDbEntity);
-TLRX_DEFINE(TlDbBlockReference, TlDbEntity);
-TLRX_DEFINE(TlDbSubDMesh, TlDbEntity);
-TLRX_DEFINE(ORNACadPrimary3D, TlDbEntity);
-TLRX_DEFINE(TlDbPolyFaceMesh, TlDbEntity);
-TLRX_DEFINE(HextPolygonMeshView, TlDbEntity);
-
 namespace {
 
-struct StatusText {
-    Tl::ErrorStatus status;
-    const char* text;
-};
-
-constexpr StatusText statusTexts[] = {
-    {Tl::eOk, ""},
-    {Tl::eInvalidInput, "an argument cannot be used"},
-    {Tl::eNotApplicable, "the entity has no such thing"},
-    {Tl::eNotFinite, "a coordinate or size is not a finite number"},
-    {Tl::eZeroSize, "a size is zero or negative"},
-    {Tl::eZeroDirection, "a direction has no length, or two directions are parallel"},
-    {Tl::eCoincidentPoints, "points that must differ coincide or stand on one line"},
-    {Tl::eTooLarge, "a coordinate or size is beyond 1000 km"},
-    {Tl::eNoOutline, "there is no outline, or one of fewer than three different points"},
-    {Tl::eBadOutline, "the outline encloses nothing or is not flat"},
-    {Tl::eBadSides, "the number of sides is below 3 or above 100"},
-    {Tl::eBadAngle, "the sweep is zero"},
-    {Tl::eProfileCrossesAxis, "the profile crosses the axis"},
-    {Tl::eTooManyVertices, "the outline has too many vertices"},
-    {Tl::eUnknownClass, "no shape is known for the class"},
-    {Tl::eSelfCutting, "the shape would cut itself"},
-    {Tl::eBadSerial, "the serialised content cannot be read"},
-};
-
+// A face of a surface as a part of it: its type, and its index among vertices, edges and faces in turn.
 constexpr int faceType = 1;
 constexpr int firstFaceIndex = 5;
 constexpr int faceIndexStep = 4;
 
 }  // namespace
-
-const char* tlErrorText(Tl::ErrorStatus status) {
-    for (const StatusText& row : statusTexts) {
-        if (row.status == status) {
-            return row.text;
-        }
-    }
-    return "unknown status";
-}
 
 Tl::ErrorStatus TlDbEntity::explode(std::vector<TlDbEntity*>&) const {
     return Tl::eNotApplicable;
