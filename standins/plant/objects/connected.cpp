@@ -1,7 +1,7 @@
 // Operations of connected objects.
 #include "plant/model/data.h"
 #include "platform/objects.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 using plant::Connection;
 using plant::Member;
@@ -102,7 +102,7 @@ void HxDbSmrtlnEntity::getKeyPoints(std::vector<std::pair<short, HxGePoint3D>>& 
 
 std::string HxDbTubeModel::getSmrtlnType() const {
     const char* type = data_->attributeText("smrtln");
-    return tolmar::orEmpty(type);
+    return tolmar::textOrEmpty(type);
 }
 int HxDbTubeModel::getInsNo() const {
     return static_cast<int>(data_->whole(Member::InsNo, usualInsNo));

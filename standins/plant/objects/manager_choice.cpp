@@ -3,7 +3,7 @@
 #include "forms/tree_selection.h"
 #include "plant/model/data.h"
 #include "tolmar/code_page.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 #include <utility>
 #include <vector>
@@ -56,7 +56,7 @@ private:
         while (!waiting.empty()) {
             const auto [object, parent] = waiting.back();
             waiting.pop_back();
-            const char* name = tolmar::orEmpty(object->name);
+            const char* name = tolmar::textOrEmpty(object->name);
             const OrnLogicTree::Item item = tree_->insertLast(parent, tolmar::toWide(name), object);
             const std::vector<ObjectData*> sons = object->sons();
             for (auto son = sons.rbegin(); son != sons.rend(); ++son) {

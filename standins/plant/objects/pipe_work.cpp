@@ -4,7 +4,7 @@
 #include "plant/model/class_table.h"
 #include "plant/model/data.h"
 #include "platform/hxcom.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 #include <cstring>
 
@@ -186,7 +186,7 @@ void getInsulation(const HxDbSmrtlnEntity* object, double& thickness, std::strin
     const Property* given = object != nullptr ? object->data().find(Member::Insulation) : nullptr;
     const plant::Insulation insulation = given != nullptr ? *given->insulation : plant::Insulation();
     thickness = insulation.thickness;
-    material = tolmar::orEmpty(insulation.material);
+    material = tolmar::textOrEmpty(insulation.material);
 }
 
 HxDbBoltNutModel* getAttachBoltNut(const HxDbTubeModelSpec* object) {
@@ -206,5 +206,5 @@ bool getCurrentWeldConfigColor(const HxDbTubeWeld* weld, short& color) {
 void modeling::get_tube_insulcode(const HxDbTubeModel* model, std::string& code) {
     const Property* given = model != nullptr ? model->data().find(Member::Insulation) : nullptr;
     const char* text = given != nullptr ? given->insulation->code : nullptr;
-    code = tolmar::orEmpty(text);
+    code = tolmar::textOrEmpty(text);
 }

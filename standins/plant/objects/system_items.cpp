@@ -1,7 +1,7 @@
 // What the platform knows of the current project, design and user.
 #include "plant/model/data.h"
 #include "platform/hxcom.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 #include <string_view>
 
@@ -40,11 +40,11 @@ const char* HextSystem::hextFullPlatformPath() {
 }
 
 const char* HextSystem::getCurrentDesignItem(const char* key, bool) {
-    const std::string_view wanted = tolmar::orEmpty(key);
+    const std::string_view wanted = tolmar::textOrEmpty(key);
     return itemOf(project().designItems, wanted, wanted == "CurSelDatabase" ? currentDatabase() : "");
 }
 
 const char* HextSystem::getCurrentProjItem(const char* key, bool) {
-    const std::string_view wanted = tolmar::orEmpty(key);
+    const std::string_view wanted = tolmar::textOrEmpty(key);
     return itemOf(project().projectItems, wanted, wanted == "name" ? project().name : "");
 }

@@ -5,7 +5,7 @@
 #include "platform/bom_record.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 namespace hextlua {
 
@@ -22,7 +22,7 @@ std::span<const smrtln::BomRecord> recordsOf(const HxDbObject* object) {
 }
 
 int pushOrEmpty(lua_State* state, const char* text) {
-    lua_pushstring(state, tolmar::orEmpty(text));
+    lua_pushstring(state, tolmar::textOrEmpty(text));
     return 1;
 }
 

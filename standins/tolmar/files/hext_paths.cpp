@@ -1,9 +1,9 @@
 // The installation root and everything named relative to it.
 #include "platform/hxcom.h"
 #include "tolmar/code_page.h"
-#include "tolmar/null_text.h"
 #include "tolmar/paths.h"
 #include "tolmar/system.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <cstring>
@@ -43,7 +43,7 @@ std::string installedPath(std::string_view relative) {
 
 std::string currentProjectName() {
     const char* name = HextSystem::getCurrentProjName();
-    return tolmar::orEmpty(name);
+    return tolmar::textOrEmpty(name);
 }
 
 void setDryRun(bool on) {
@@ -66,7 +66,7 @@ bool scriptsTrusted() {
 
 const char* HextSystem::getFullHextName(const char* relative) {
     static std::string name;
-    name = tolmar::installedPath(tolmar::orEmpty(relative));
+    name = tolmar::installedPath(tolmar::textOrEmpty(relative));
     return name.c_str();
 }
 
@@ -74,7 +74,7 @@ void HextSystem::getFullHextName(const char* relative, char* buffer, int size) {
     if (buffer == nullptr || size <= 0) {
         return;
     }
-    const std::string name = tolmar::installedPath(tolmar::orEmpty(relative));
+    const std::string name = tolmar::installedPath(tolmar::textOrEmpty(relative));
     const std::size_t length = std::min(name.size(), static_cast<std::size_t>(size) - 1);
     std::memcpy(buffer, name.data(), length);
     buffer[length] = '\0';

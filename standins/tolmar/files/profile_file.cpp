@@ -1,8 +1,8 @@
 #include "tolmar/file.h"
-#include "tolmar/null_text.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
+#include "tolmar/text.h"
 #include "tolmar/text/profile_text.h"
 
 #define SI_NO_CONVERSION  // bytes stay as they are; no wide form is needed
@@ -171,7 +171,7 @@ bool isPlain(std::string_view text) {
 std::string getPrivateProfileString(const char* section, const char* key, const char* fallback, int maxLength,
                                     std::string_view codePagePath) {
     const auto value = lastProfile().value(codePagePath, section, key);
-    std::string_view result = value ? *value : std::string_view(tolmar::orEmpty(fallback));
+    std::string_view result = value ? *value : std::string_view(tolmar::textOrEmpty(fallback));
     return std::string(result.substr(0, static_cast<std::size_t>(std::max(maxLength, 0))));
 }
 

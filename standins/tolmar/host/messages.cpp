@@ -1,7 +1,7 @@
 // What the platform says to the user: printing on the command line, error boxes.
 #include "platform/hxcom.h"
 #include "tolmar/host_ui.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -48,7 +48,7 @@ std::string formatted(const char* format, std::va_list arguments) {
 }
 
 void printLine(const char* text) {
-    const std::string line = tolmar::orEmpty(text);
+    const std::string line = tolmar::textOrEmpty(text);
     tolmar::hostUi().print(line.empty() || line.back() != '\n' ? line + "\n" : line);
 }
 
@@ -68,7 +68,7 @@ void hxcad::hextPrintf(const char* format, ...) {
 }
 
 void hxcom::errorMsg(const char* text) {
-    tolmar::hostUi().messageBox(tolmar::orEmpty(text), "Error");
+    tolmar::hostUi().messageBox(tolmar::textOrEmpty(text), "Error");
     printLine(text);
 }
 

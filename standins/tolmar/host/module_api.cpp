@@ -1,6 +1,6 @@
 #include "tolmar/module_api.h"
 
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 #include "tolmar/text/case_fold.h"
 
 #include <algorithm>
@@ -54,7 +54,7 @@ int TlEdCommandStack::addCommand(const char* group, const char* globalName, cons
 }
 
 int TlEdCommandStack::removeGroup(const char* group) {
-    const std::string_view name = tolmar::orEmpty(group);
+    const std::string_view name = tolmar::textOrEmpty(group);
     const std::size_t removed = std::erase_if(
         commands_, [name](const auto& command) { return tolmar::equalWithoutAsciiCase(command->group, name); });
     return removed > 0 ? CommandOk : CommandUnknown;
@@ -81,7 +81,7 @@ void tlrxRegisterAppMDIAware(void*) {}
 
 void* tlrxRegisterService(const char* name) {
     static std::set<std::string> services;
-    return const_cast<std::string*>(&*services.emplace(tolmar::orEmpty(name)).first);
+    return const_cast<std::string*>(&*services.emplace(tolmar::textOrEmpty(name)).first);
 }
 
 // Class records are complete at compile time.

@@ -2,7 +2,7 @@
 #include "platform/progress.h"
 
 #include "tolmar/host_ui.h"
-#include "tolmar/null_text.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,18 +30,18 @@ class NamedPipeProgress final : public modeling::NamedPipeProgressStatus {
 public:
     void setBarText(const char* text, int bar) override {
         if (tolmar::ProgressBar* shown = barOf(bar)) {
-            assign(shown->text, std::string(tolmar::orEmpty(text)));
+            assign(shown->text, std::string(tolmar::textOrEmpty(text)));
         }
         show();
     }
     void setText(const char* text) override {
-        assign(state_.text, std::string(tolmar::orEmpty(text)));
+        assign(state_.text, std::string(tolmar::textOrEmpty(text)));
         show();
     }
     void openProgress(int, const char* text, int extraBars) override {
         state_ = {};
         state_.open = true;
-        state_.title = tolmar::orEmpty(text);
+        state_.title = tolmar::textOrEmpty(text);
         state_.bars.resize(1 + static_cast<std::size_t>(std::max(extraBars, 0)));
         changed_ = true;
         show();
@@ -104,7 +104,7 @@ public:
     void open(int steps, const char* title) override {
         steps_ = std::max(steps, 0);
         done_ = 0;
-        state_ = {true, tolmar::orEmpty(title), {}, {tolmar::ProgressBar{}}};
+        state_ = {true, tolmar::textOrEmpty(title), {}, {tolmar::ProgressBar{}}};
         tolmar::hostUi().progressChanged(state_);
         throwIfCancelled();
     }
