@@ -1,10 +1,12 @@
 // Generated plants and the example plant: that they load, and that what is connected fits together.
 #include "generator/generate.h"
 #include "plant/model.h"
+#include "plant/model/refusal.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
 #include "platform/objects.h"
 #include "platform/smrtln.h"
+#include "sources/json/writer.h"
 #include "support/files.h"
 
 #include <sys/resource.h>
@@ -285,6 +287,17 @@ TEST(Generate, SameSeedGivesTheSameBytes) {
     ASSERT_TRUE(plant::generateModel({2000, 5}, file, error)) << error;
     EXPECT_EQ(fileBytes(file), text);
     std::filesystem::remove(file);
+}
+
+TEST(Generate, TellsABuilderWhatTheTextSays) {
+    std::string told;
+    plant::JsonModelWriter writer([&told](std::string_view piece) {
+        told += piece;
+        return true;
+    });
+    plant::generateInto({2000, 5}, writer);
+    EXPECT_EQ(told, plant::generateModelText({2000, 5}));
+    EXPECT_THROW(plant::generateInto({2000, 5, true}, writer), plant::Refusal);
 }
 
 TEST(Generate, OddPlantsLoadAndAreOdd) {

@@ -13,33 +13,40 @@ namespace {
 constexpr double fifteenDigits = 1e15;
 
 char* writeUnsigned(char* at, std::uint64_t value) {
-    return std::to_chars(at, at + longestNumber, value).ptr;
+    const auto small = static_cast<std::uint32_t>(value);
+    return small == value ? std::to_chars(at, at + longestNumber, small).ptr
+                          : std::to_chars(at, at + longestNumber, value).ptr;
 }
 
-// `parts` counts units of 1/`unit`; zeros at the end are left out.
-char* writeDecimals(char* at, std::uint64_t parts, std::uint64_t unit) {
+// `parts` counts units of 1/`unit`, a power of ten; zeros at the end are left out.
+template <std::uint32_t unit>
+char* writeDecimals(char* at, std::uint64_t parts) {
     at = writeUnsigned(at, parts / unit);
-    std::uint64_t rest = parts % unit;
+    auto rest = static_cast<std::uint32_t>(parts % unit);
     if (rest == 0) {
         return at;
     }
-    *at++ = '.';
-    for (unit /= 10; rest != 0; unit /= 10) {
-        *at++ = static_cast<char>('0' + rest / unit);
-        rest %= unit;
+    // A digit before those of the rest keeps the zeros at its start.
+    char* const end = writeUnsigned(at, unit + rest);
+    *at = '.';
+    at = end;
+    while (at[-1] == '0') {
+        --at;
     }
     return at;
 }
 
 // Null when `value`, which is not below zero, is no number of decimals down to 1/`unit`.
-char* tryDecimals(char* at, double value, std::uint64_t unit) {
-    const auto divisor = static_cast<double>(unit);
+template <std::uint32_t unit>
+char* tryDecimals(char* at, double value) {
+    constexpr double divisor = unit;
     const double scaled = value * divisor;
     if (!(scaled < fifteenDigits)) {
         return nullptr;
     }
-    const auto parts = static_cast<std::uint64_t>(scaled + 0.5);
-    return static_cast<double>(parts) / divisor == value ? writeDecimals(at, parts, unit) : nullptr;
+    const auto parts = static_cast<std::uint64_t>(static_cast<std::int64_t>(scaled + 0.5));
+    return static_cast<double>(static_cast<std::int64_t>(parts)) / divisor == value ? writeDecimals<unit>(at, parts)
+                                                                                    : nullptr;
 }
 
 char* writeAnyNumber(char* at, double value) {
@@ -66,15 +73,15 @@ char* writeNumber(char* at, double value) {
         }
     }
     if (value < fifteenDigits) {
-        const auto whole = static_cast<std::uint64_t>(value);
+        const auto whole = static_cast<std::int64_t>(value);
         if (static_cast<double>(whole) == value) {
-            return writeUnsigned(at, whole);
+            return writeUnsigned(at, static_cast<std::uint64_t>(whole));
         }
     }
-    if (char* end = tryDecimals(at, value, 1000)) {
+    if (char* end = tryDecimals<1000>(at, value)) {
         return end;
     }
-    if (char* end = tryDecimals(at, value, 1000000)) {
+    if (char* end = tryDecimals<1000000>(at, value)) {
         return end;
     }
     return writeAnyNumber(at, value);
