@@ -2,7 +2,7 @@
 // plus obstructionCode for a solid of the obstruction material, plus inverseCode for one in the inverse colour.
 //
 // colorIndexOf gives the index of an object, objectColor what all of its primitives share, materialCode the code of
-// one. The inverse colour marks fittings, and on a pipe all that is no cylinder, such as its insulation's ends.
+// one. The inverse colour marks fittings, and on a pipe all that is no cylinder, such as its insulation.
 #pragma once
 
 #include "platform/objects.h"

@@ -34,6 +34,7 @@ public:
         entries_ = std::move(entries);
         next_ = 0;
     }
+    // Does not change the map, but notes where the search ended: not for several threads at once.
     const_iterator find(HxDbObjectId key) const {
         std::size_t at = next_;
         if (at >= entries_.size() || entries_[at].first != key) {

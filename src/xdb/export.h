@@ -1,4 +1,7 @@
 // Shape and data of the objects under the current manager, for another module of the same process.
+//
+// The room: export sorts each object by its kind; records writes its text record, with the fields of its pipeline
+// (pipeline); shape adds the triangles. text holds the forms of numbers and points.
 #pragma once
 
 #include <cstdint>
