@@ -1,7 +1,7 @@
 // Generated plants and the example plant: that they load, and that what is connected fits together.
 #include "generator/generate.h"
 #include "plant/model.h"
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "platform/entities.h"
 #include "platform/hxcom.h"
 #include "platform/objects.h"

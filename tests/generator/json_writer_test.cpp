@@ -3,7 +3,7 @@
 
 #include "generator/generate.h"
 #include "plant/model.h"
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "platform/entities.h"
 #include "platform/objects.h"
 #include "platform/smrtln.h"
