@@ -5,6 +5,7 @@
 #include "plant/model.h"
 #include "plant/refusal.h"
 #include "platform/entities.h"
+#include "platform/hxcom.h"
 #include "platform/objects.h"
 #include "platform/smrtln.h"
 
@@ -193,15 +194,15 @@ TEST(JsonWriter, FindsARepeatedKeyAmongMany) {
 
 // ------------------------------------------------------------------------------------------------- texts and numbers
 
-std::string quoted(std::string_view text) {
+std::string quotedText(std::string_view text) {
     OutputText out;
     out.quoted(text);
     return std::string(out.view());
 }
 
 TEST(JsonWriter, EscapesWhatJsonAsksFor) {
-    EXPECT_EQ(quoted("a\"b\\c\n\r\t\x01\x1f\x7f/"), "\"a\\\"b\\\\c\\n\\r\\t\\u0001\\u001f\x7f/\"");
-    EXPECT_EQ(quoted("\xe7\xae\xa1\xf0\x9f\x98\x80"), "\"\xe7\xae\xa1\xf0\x9f\x98\x80\"");
+    EXPECT_EQ(quotedText("a\"b\\c\n\r\t\x01\x1f\x7f/"), "\"a\\\"b\\\\c\\n\\r\\t\\u0001\\u001f\x7f/\"");
+    EXPECT_EQ(quotedText("\xe7\xae\xa1\xf0\x9f\x98\x80"), "\"\xe7\xae\xa1\xf0\x9f\x98\x80\"");
     // Each at each place of texts of each length, as an independent reader has them back.
     simdjson::dom::parser parser;
     for (std::size_t size = 0; size < 27; ++size) {
@@ -209,7 +210,7 @@ TEST(JsonWriter, EscapesWhatJsonAsksFor) {
             for (const std::string_view special : {"\"", "\\", "\n", "\x1f", "\xc3\xa9", "\x7f"}) {
                 std::string text(size, 'x');
                 text.insert(at, special);
-                const std::string json = "[" + quoted(text) + "]";
+                const std::string json = "[" + quotedText(text) + "]";
                 std::string_view back;
                 ASSERT_EQ(parser.parse(json).at(0).get(back), simdjson::SUCCESS) << json;
                 ASSERT_EQ(back, text);
@@ -219,9 +220,9 @@ TEST(JsonWriter, EscapesWhatJsonAsksFor) {
 }
 
 TEST(JsonWriter, RefusesTextsThatNoFileCanHold) {
-    EXPECT_EQ(refusalOf([] { quoted(std::string_view("a\0b", 3)); }), "a text holds a zero character");
-    EXPECT_EQ(refusalOf([] { quoted("\xb9\xdc"); }), "a text is not UTF-8");
-    EXPECT_EQ(refusalOf([] { quoted("long enough for eight and cut \xe7\xae"); }), "a text is not UTF-8");
+    EXPECT_EQ(refusalOf([] { quotedText(std::string_view("a\0b", 3)); }), "a text holds a zero character");
+    EXPECT_EQ(refusalOf([] { quotedText("\xb9\xdc"); }), "a text is not UTF-8");
+    EXPECT_EQ(refusalOf([] { quotedText("long enough for eight and cut \xe7\xae"); }), "a text is not UTF-8");
 }
 
 std::string numberText(double value) {
