@@ -337,7 +337,7 @@ TEST(JsonWriter, PutsEntitiesInAsObjectsOrAsTexts) {
         deep = "{\"a\":" + deep + "}";
     }
     EXPECT_EQ(textOf(deep), deep);
-    EXPECT_EQ(textOf("{\"a\":" + deep + "}").substr(0, 8), R"("{\"a\":{)");
+    EXPECT_EQ(textOf("{\"a\":" + deep + "}").substr(0, 9), R"("{\"a\":{)");
 }
 
 // What the reader makes of a plant's primitives is written as it stood.
