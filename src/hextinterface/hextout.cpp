@@ -7,9 +7,9 @@
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
 #include "hextinterface/model_extraction.h"
-#include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/ornatohextprocess.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "scripts/project_config.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/paths.h"
@@ -82,7 +82,7 @@ public:
             return RunEnd::NothingSelected;
         }
         for (const HxDbObject* stray : scope_.strays) {
-            design::passOver(stray, "object", "stands under no manager");
+            reportLeftOut(stray, "object", "stands under no manager");
         }
         makeBranches();
         startNaming();
@@ -103,7 +103,7 @@ private:
     void progress(int value) { progressSlot()->setBar(value, 0); }
 
     void makeBranches() {
-        extractBranches(scope_.pipelines, branches_);
+        branches_ = extractBranches(scope_.pipelines);
         if (!checkSharedComponents(branches_, componentIds_)) {
             throw RunException("多个分支存在相同管件");
         }
@@ -163,7 +163,7 @@ private:
             for (const HxDbObjectId id : manager->getMemberIds()) {
                 HxDbSupportModel* member = openAs<HxDbSupportModel>(id);
                 if (member == nullptr) {
-                    runReport().passedOver(id.toInt(), "", "attachment", "is no support model");
+                    reportLeftOut({id, "", "attachment"}, "is no support model");
                 } else if (openAs<HxDbSupportModel>(member->getOwnerId()) == nullptr) {
                     supports_.push_back(member);
                 }
@@ -172,11 +172,9 @@ private:
     }
 
     void writeNozzleCatalogue() {
-        std::vector<HxDbNozzleModel*> nozzles;
-        collectNozzles(scope_.equipment, nozzles);
         progressSlot()->setText("创建管嘴库......");
         nozzlesWithSpec().clear();
-        catalogue_->writeNozzles(nozzles);
+        catalogue_->writeNozzles(collectNozzles(scope_.equipment));
         progress(50);
         clock_.line("创建管嘴库:");
         progressSlot()->setText("生成等级......");
@@ -203,7 +201,7 @@ private:
     void writeDesign() {
         writeEquipment();
         writeStructures();
-        writeSupports();
+        writeSupportsAndGrids();
         progress(80);
         clock_.line("导出设备结构支架:");
         progressSlot()->setText("创建管线模型......");
@@ -231,7 +229,8 @@ private:
         design::gatherStructures(scope_.containers, design);
     }
 
-    void writeSupports() {
+    // The grids go into their own file before the last line of the supports.
+    void writeSupportsAndGrids() {
         NumberedFile file(fullPath("\\temp\\hext\\sup.txt"), ElementKind::Support, *udas_);
         DesignMacroSet design(*context_);
         design.whenManagerGathered = [&] {

@@ -2,10 +2,14 @@
 
 #include "frame/export_dialog.h"
 #include "frame/progress_slot.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/smrtln.h"
 #include "platform/tree_walker.h"
 #include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 
@@ -14,15 +18,6 @@ namespace {
 constexpr int openRange = 99;
 constexpr const char* openTitle = "提取所有数据中:";
 constexpr Plant::Flow againstBranch = 1;
-
-const char* nameOf(const HxDbObject* object) {
-    const char* name = object->getDisplayName();
-    return name != nullptr ? name : "";
-}
-
-void leaveOut(const HxDbObject* object, const char* what, const char* why) {
-    tolmar::runReport().passedOver(object->objectId().toInt(), nameOf(object), what, why);
-}
 
 // Tells the objects of ventilation and cable work. Attributes are read past the cache: this is the only look at most
 // objects before their own stage.
@@ -67,8 +62,8 @@ public:
             if (at == selection.end() || !at->second) {
                 continue;
             }
-            HxDbObject* object = nullptr;
-            if (hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk && !sort(node, object)) {
+            HxDbObject* object = objectOf(*node);
+            if (object != nullptr && !sort(node, object)) {
                 noteStray(node, object);
             }
         }
@@ -116,9 +111,9 @@ private:
 
     // An object that hangs on another one goes with that.
     static bool holdsObjects(const HxDbTreeNode* node) {
-        HxDbObject* object = nullptr;
-        const bool opens = node != nullptr && hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk;
-        return opens && (object->isKindOf(HextManager::desc()) || object->isKindOf(HxDbSmrtlnEntity::desc()));
+        const HxDbObject* object = node != nullptr ? objectOf(*node) : nullptr;
+        return object != nullptr &&
+               (object->isKindOf(HextManager::desc()) || object->isKindOf(HxDbSmrtlnEntity::desc()));
     }
 
     void takePipeline(const HxDbTreeNode* node, HxDbObject* pipeline, int colour) {
@@ -180,7 +175,7 @@ ComponentList openBranch(const HxDbObject* pipeline, const std::vector<HxDbObjec
         if (HxDbSmrtlnEntity* component = openAs<HxDbSmrtlnEntity>(id)) {
             branch.push_back(component);
         } else {
-            tolmar::runReport().passedOver(id.toInt(), nameOf(pipeline), "component", "cannot be opened");
+            reportLeftOut({id, tolmar::textOrEmpty(pipeline->getDisplayName()), "component"}, "cannot be opened");
         }
     }
     return branch;
@@ -203,16 +198,6 @@ ObjectSet& specialSet() {
     return set;
 }
 
-std::set<std::uint16_t>& usedColours() {
-    static std::set<std::uint16_t> keys;
-    return keys;
-}
-
-void useColour(ColourClass colourClass, int index) {
-    usedColours().insert(
-        static_cast<std::uint16_t>((static_cast<unsigned>(colourClass) << 8) | (static_cast<unsigned>(index) & 0xFFU)));
-}
-
 bool classifyModel(ModelScope& scope, ObjectSet& special) {
     ExportDataDlg dialog(ExportDataDlg::HextOut, true);
     if (dialog.DoModal() != OrnLogicForm::ResultOk || ExportDataDlg::selectedNodes().empty()) {
@@ -231,38 +216,42 @@ bool classifyModel(ModelScope& scope, ObjectSet& special) {
     return true;
 }
 
-void extractBranches(const ObjectList& pipelines, BranchTree& branches) {
+BranchTree extractBranches(const ObjectList& pipelines) {
+    BranchTree branches;
     progressSlot()->addBar();
     progressSlot()->setText("提取分支......");
     for (std::size_t i = 0; i < pipelines.size(); ++i) {
-        PipelineBranches found;
-        getPipelineBranches(pipelines[i], found);
+        PipelineBranches found = getPipelineBranches(pipelines[i]);
         if (!found.empty()) {
             branches.push_back(std::move(found));
         }
         progressSlot()->setBar(percentage(i, pipelines.size()), 1);
     }
     progressSlot()->removeBar();
+    return branches;
 }
 
-void getPipelineBranches(HxDbObject* pipeline, PipelineBranches& out) {
+PipelineBranches getPipelineBranches(HxDbObject* pipeline) {
     const HxDbObjectId id = pipeline->objectId();
     const HxDbTubeModel* start = smrtln::getPipelineStart(id);
     if (start == nullptr) {
         if (!SpecialModules().containAll(pipeline)) {
-            leaveOut(pipeline, "pipeline", "has no branches: nothing is in it");
+            reportLeftOut(pipeline, "pipeline", "has no branches: nothing is in it");
         }
-        return;
+        return {};
     }
     if (startsAtCrowdedNozzle(start)) {
-        return leaveOut(pipeline, "pipeline", "has no branches: its first nozzle has other than one connection");
+        reportLeftOut(pipeline, "pipeline", "has no branches: its first nozzle has other than one connection");
+        return {};
     }
+    PipelineBranches branches;
     std::vector<std::vector<HxDbObjectId>> idLists;
     smrtln::getBranchOfPipeline_piping(id, idLists, nullptr, nullptr, 0);
     for (const auto& ids : idLists) {
-        out.push_back(openBranch(pipeline, ids));
-        orient(out.back());
+        branches.push_back(openBranch(pipeline, ids));
+        orient(branches.back());
     }
+    return branches;
 }
 
 namespace {
@@ -281,7 +270,7 @@ public:
                 hxcad::hextPrintf("多个分支存在相同管件%I64d:", static_cast<long long>(id.toInt()));
                 return false;
             }
-            leaveOut(branch[i], "branch end", "belongs to another branch already");
+            reportLeftOut(branch[i], "branch end", "belongs to another branch already");
             branch.erase(branch.begin() + static_cast<std::ptrdiff_t>(i));
         }
         return true;
@@ -311,14 +300,16 @@ bool checkSharedComponents(BranchTree& branches, IdMarks& componentIds) {
     return true;
 }
 
-void collectNozzles(const ObjectList& equipment, std::vector<HxDbNozzleModel*>& out) {
+std::vector<HxDbNozzleModel*> collectNozzles(const ObjectList& equipment) {
+    std::vector<HxDbNozzleModel*> nozzles;
     for (const HxDbObject* item : equipment) {
         for (const HxDbObjectId id : item->getMemberIds()) {
             if (HxDbNozzleModel* nozzle = openAs<HxDbNozzleModel>(id)) {
-                out.push_back(nozzle);
+                nozzles.push_back(nozzle);
             }
         }
     }
+    return nozzles;
 }
 
 void colourBranches(const PipelineBranches& branches) {

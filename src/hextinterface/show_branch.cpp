@@ -14,8 +14,7 @@ void colourSelection() {
     if (!classifyModel(scope, special)) {
         return runReport().ended(RunOutcome::Cancelled, "nothing was selected");
     }
-    BranchTree branches;
-    extractBranches(scope.pipelines, branches);
+    const BranchTree branches = extractBranches(scope.pipelines);
     if (branches.size() == 1) {
         colourBranches(branches.front());
     } else {

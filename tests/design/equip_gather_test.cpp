@@ -1,6 +1,7 @@
 // From a model to equip.txt, struct.txt and sup.txt: what is gathered, under which names, and how far a failure
 // reaches.
 #include "fixture.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "hextinterface/hextcata/nozzle_list.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"

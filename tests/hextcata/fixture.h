@@ -4,9 +4,9 @@
 #include "cata_text.h"
 
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
-#include "hextinterface/model_extraction.h"
 #include "support/test_support.h"
 #include "tolmar/code_page.h"
 

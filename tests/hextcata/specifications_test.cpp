@@ -3,6 +3,7 @@
 
 #include "frame/progress_slot.h"
 #include "hextinterface/hextcata/nozzle_list.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "hextinterface/ornatohextprocess/specs/generator.h"
 #include "hextinterface/ornatohextprocess/specs/pipe_spec.h"
 

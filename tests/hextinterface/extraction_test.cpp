@@ -1,4 +1,5 @@
 #include "hextinterface/hext_commands.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "hextinterface/model_extraction.h"
 
 #include "frame/progress_slot.h"
@@ -114,8 +115,7 @@ TEST_F(Extraction, BranchesRunWithTheFlow) {
         R"({"id":10,"class":"HextPipeline","in":1,"branches":[[11,12],[13,14],[15]]},)" + pipe(11, 10, 1, 0, 2, 12) +
         "," + pipe(12, 10, 1, 11, 2, 0) + "," + pipe(13, 10, 1, 14, 2, 0) + "," + pipe(14, 10, 1, 0, 2, 13) + "," +
         pipe(15, 10, 1, 0, 1, 0)));
-    PipelineBranches branches;
-    getPipelineBranches(openAs<HextPipeline>(HxDbObjectId(10)), branches);
+    const PipelineBranches branches = getPipelineBranches(openAs<HextPipeline>(HxDbObjectId(10)));
     EXPECT_EQ(idsOf(branches), (std::vector<Ids>{{11, 12}, {14, 13}, {15}}));
 }
 
@@ -125,8 +125,8 @@ TEST_F(Extraction, PipelinesWithoutAUsableStartHaveNoBranches) {
            {"id":20,"class":"HextPipeline","in":1,"name":"crowded","start":21,"branches":[[21,22]]},
            {"id":21,"class":"HxDbNozzleModel","points":[{"no":1,"at":[0,0,0],"to":[22,23]}]},)" +
         pipe(22, 20, 1, 0, 2, 0) + "," + pipe(23, 20, 1, 0, 2, 0)));
-    BranchTree branches;
-    extractBranches({openAs<HextPipeline>(HxDbObjectId(10)), openAs<HextPipeline>(HxDbObjectId(20))}, branches);
+    const BranchTree branches =
+        extractBranches({openAs<HextPipeline>(HxDbObjectId(10)), openAs<HextPipeline>(HxDbObjectId(20))});
     EXPECT_TRUE(branches.empty());
     const auto& passed = tolmar::runReport().passed();
     ASSERT_EQ(passed.size(), 2U);
@@ -143,9 +143,7 @@ protected:
         }
         model.reset();
         model = std::make_unique<TestModel>(TestModel::withObjects(objects));
-        BranchTree branches(1);
-        getPipelineBranches(openAs<HextPipeline>(HxDbObjectId(10)), branches[0]);
-        return branches;
+        return {getPipelineBranches(openAs<HextPipeline>(HxDbObjectId(10)))};
     }
     std::unique_ptr<TestModel> model;
     IdMarks seen;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "hextinterface/hext_commands.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "hextinterface/model_extraction.h"
 #include "scripts/script_host.h"
 #include "support/test_support.h"

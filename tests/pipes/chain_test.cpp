@@ -123,15 +123,13 @@ TEST_F(PipesTest, ABranchWithoutComponentsEndsAtOnce) {
 }
 
 TEST(PerpAxes, AreSquareAndFixedForTheVertical) {
-    HxGeVector3D x;
-    HxGeVector3D y;
-    perpAxes({0, 0, 7}, x, y);
-    EXPECT_TRUE(x.isEqualTo({1, 0, 0}) && y.isEqualTo({0, 1, 0}));
-    perpAxes({0, 0, -7}, x, y);
-    EXPECT_TRUE(x.isEqualTo({0, -1, 0}) && y.isEqualTo({-1, 0, 0}));
-    perpAxes({5, 0, 0}, x, y);
-    EXPECT_TRUE(x.isEqualTo({0, 1, 0}) && y.isEqualTo({0, 0, 1}));
-    perpAxes({1, 2, 3}, x, y);
+    const auto are = [](const Axes& axes, const HxGeVector3D& x, const HxGeVector3D& y) {
+        return axes.x.isEqualTo(x) && axes.y.isEqualTo(y);
+    };
+    EXPECT_TRUE(are(perpAxes({0, 0, 7}), {1, 0, 0}, {0, 1, 0}));
+    EXPECT_TRUE(are(perpAxes({0, 0, -7}), {0, -1, 0}, {-1, 0, 0}));
+    EXPECT_TRUE(are(perpAxes({5, 0, 0}), {0, 1, 0}, {0, 0, 1}));
+    const auto [x, y] = perpAxes({1, 2, 3});
     EXPECT_NEAR(x.length(), 1, 1e-12);
     EXPECT_NEAR(y.length(), 1, 1e-12);
     EXPECT_NEAR(x.dotProduct(y), 0, 1e-12);

@@ -1,4 +1,5 @@
 #include "fixture.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 
 namespace {
 

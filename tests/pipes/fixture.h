@@ -5,8 +5,10 @@
 #include "frame/progress_slot.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/manager/uda_writer.h"
+#include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/ornatohextprocess.h"
 #include "hextinterface/ornatohextprocess/pipes/pipe_writer.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "hextinterface/ornatohextprocess/specs/generator.h"
 #include "platform/hxcom.h"
 #include "support/test_support.h"
@@ -162,7 +164,7 @@ protected:
         for (const Line& line : lines) {
             pipelines.push_back(openAs<HxDbObject>(HxDbObjectId(line.id)));
         }
-        extractBranches(pipelines, tree);
+        tree = extractBranches(pipelines);
         ASSERT_TRUE(checkSharedComponents(tree, ids));
         for (const PipelineBranches& pipeline : tree) {
             for (const ComponentList& branch : pipeline) {

@@ -157,13 +157,11 @@ TEST_F(PipesTest, ExportableAreComponentsAndFlangedPipes) {
     plant::setAttribute(model->model(), 105, "size1", "1*2");
     clearBomCache();
     std::vector<int> exportable;
-    std::size_t index = 0;
-    while (const HxDbSmrtlnEntity* item = nextExportable(items, index)) {
-        exportable.push_back(static_cast<int>(item->objectId().toInt()));
-        ++index;
+    for (std::size_t at = 0; (at = nextExportable(items, at)) < items.size(); ++at) {
+        exportable.push_back(static_cast<int>(items[at]->objectId().toInt()));
     }
     EXPECT_EQ(exportable, (std::vector<int>{101, 102, 106}));
-    EXPECT_EQ(index, items.size());
+    EXPECT_EQ(nextExportable(items, items.size()), items.size());
 }
 
 }  // namespace

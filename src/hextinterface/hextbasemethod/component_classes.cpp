@@ -1,30 +1,17 @@
+// Ports, axes, directions and points of the component families.
 #include "hextinterface/hextbasemethod/component_classes.h"
 
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
 
-#include <algorithm>
-#include <iterator>
-
-using component::at;
 using component::between;
-using component::flowAt;
 
 namespace component {
 
-HxGePoint3D at(const HxDbSmrtlnEntity* entity, int number) {
-    const HxDbSmrtlnPoint* point = entity->getPointOfNo(number);
-    return point != nullptr ? point->getCoord() : HxGePoint3D();
-}
-
-int flowAt(const HxDbSmrtlnEntity* entity, int number) {
-    const HxDbSmrtlnPoint* point = entity->getPointOfNo(number);
-    return point != nullptr ? point->getFlow() : 0;
-}
-
 HxGeVector3D between(const HxDbSmrtlnEntity* entity, int from, int to) {
-    return at(entity, to) - at(entity, from);
+    return entity->getCoordOfNo(to) - entity->getCoordOfNo(from);
 }
 
 }  // namespace component
@@ -32,41 +19,49 @@ HxGeVector3D between(const HxDbSmrtlnEntity* entity, int from, int to) {
 namespace {
 
 using Entity = _PCompBase::Entity;
+using Port = std::uint16_t;
 
-constexpr TlGeTol nearlyParallel(1e-5, 1e-5);
+// Catalogue points by connection number, and ports of the catalogue element by connection number.
+constexpr int pipePoints[] = {1, 1, 2};
+constexpr int balloonPoints[] = {1, 1};
+constexpr int pairedPoints[] = {1, 2, 3, 4};
+constexpr int anglePoints[] = {0, 1, 3};
+constexpr int yPoints[] = {0, 1, 4, 3};
+constexpr int arms[] = {0, 1, 2, 3, 4, 5, 6};
+constexpr Port armPorts[] = {0, 1, 2, 3, 4, 5, 6};
+constexpr Port pairedPorts[] = {noPort, 1, 2};
+constexpr Port yPorts[] = {0, 1, noPort, 3, 2};
+constexpr Port uPorts[] = {noPort, 2, 1};
+constexpr Port anglePorts[] = {0, 1, noPort, 2};
+constexpr Port bendPorts[] = {0, 5, noPort, 6};
 
-bool isWeld(Entity entity) {
-    return entity->isKindOf(HxDbTubeWeld::desc());
+// Points 0 to `last`, each with the port of its number.
+std::span<const int> armsTo(std::size_t last) {
+    return std::span(arms).first(last + 1);
+}
+std::span<const Port> armPortsTo(std::size_t last) {
+    return std::span(armPorts).first(last + 1);
 }
 
-// Port numbers by connection number; what lies beyond the table has no port.
-template <std::size_t N>
-std::uint16_t mapped(const std::uint16_t (&ports)[N], std::uint16_t number) {
-    return number < N ? ports[number] : noPort;
-}
-
-template <std::size_t N>
-void appendPoints(std::vector<HxGePoint3D>& out, Entity entity, const int (&numbers)[N]) {
-    for (const int number : numbers) {
-        out.push_back(at(entity, number));
-    }
+Port portOf(std::span<const Port> ports, Port number) {
+    return number < ports.size() ? ports[number] : noPort;
 }
 
 struct Ports {
-    std::uint16_t arrive;
-    std::uint16_t leave;
+    Port arrive;
+    Port leave;
 };
 
 // Ports of a family whose two ends are fixed, in the direction that the flow tells; `before` where it tells none.
-Ports portsByFlow(Entity entity, std::uint16_t a, std::uint16_t b, Ports before) {
+Ports portsByFlow(Entity entity, Port a, Port b, Ports before) {
     if (isWeld(entity)) {
         before = {1, 2};
     }
     if (entity->getPointOfNo(a) == nullptr || entity->getPointOfNo(b) == nullptr) {
         return before;
     }
-    const int flowA = flowAt(entity, a);
-    const int flowB = flowAt(entity, b);
+    const int flowA = entity->getFlow(a);
+    const int flowB = entity->getFlow(b);
     if (flowA == 1 || (flowA != 2 && flowB == 2)) {
         return {a, b};
     }
@@ -76,7 +71,7 @@ Ports portsByFlow(Entity entity, std::uint16_t a, std::uint16_t b, Ports before)
     return before;
 }
 
-std::uint16_t otherPort(Entity entity, std::uint16_t taken) {
+Port otherPort(Entity entity, Port taken) {
     if (taken != 1) {
         return 1;
     }
@@ -92,11 +87,11 @@ Ports portsFromNeighbours(Entity entity, const BranchItems* items) {
             continue;
         }
         const int number = entity->getConnNoOfSmrtln(object, 0);
-        const int flow = number > 0 ? flowAt(entity, number) : 0;
+        const int flow = number > 0 ? entity->getFlow(number) : 0;
         if (flow == 1) {
-            ports.arrive = static_cast<std::uint16_t>(number);
+            ports.arrive = static_cast<Port>(number);
         } else if (flow == 2) {
-            ports.leave = static_cast<std::uint16_t>(number);
+            ports.leave = static_cast<Port>(number);
         }
     }
     if (ports.leave == 0) {
@@ -114,7 +109,7 @@ Ports portsFromBranch(Entity entity, const BranchItems* items) {
         return {1, 2};
     }
     if (smrtln::isPipe(entity)) {
-        return flowAt(entity, 1) == 1 ? Ports{1, 2} : Ports{2, 1};
+        return entity->getFlow(1) == 1 ? Ports{1, 2} : Ports{2, 1};
     }
     return portsFromNeighbours(entity, items);
 }
@@ -124,48 +119,29 @@ HxGeVector3D across(const HxGeVector3D& x, const HxGeVector3D& v) {
     return x.crossProduct(v).crossProduct(x);
 }
 
-// Tees and crosses.
-void teeAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) {
-    x = between(of, 0, 2);
-    y = between(of, 0, 3);
-}
-
-// Eccentric reducers and hoses, whose ends each have a second point.
-HxGeVector3D pairedDirection(Entity of, bool atArrive) {
-    const bool fromFirst = (flowAt(of, 1) == 1) == atArrive;
-    return fromFirst ? between(of, 1, 3) : between(of, 2, 4);
-}
-
-void appendPairedDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) {
-    out.push_back(pairedDirection(of, atArrive).normal());
-    out.push_back(pairedDirection(of, !atArrive).normal());
-}
-
-// Angles and arcs. A bend's catalogue element has its ports at 5 and 6.
-std::uint16_t anglePort(Entity of, std::uint16_t number) {
-    return smrtln::isBend(of) ? mapped({0, 5, noPort, 6}, number) : mapped({0, 1, noPort, 2}, number);
-}
-
-void appendTwice(std::vector<HxGeVector3D>& out, const HxGeVector3D& direction) {
-    out.insert(out.end(), 2, direction.normal());
+Axes straightAxes(Entity of) {
+    const HxGeVector3D x = between(of, 1, 2);
+    return {x, x.perpVector()};
 }
 
 }  // namespace
 
 // ------------------------------------------------------------------------------------------------------------- base
 
-void _PCompBase::getAxes(Entity, HxGeVector3D&, HxGeVector3D&) const {}
+Axes _PCompBase::getAxes(Entity) const {
+    return {};
+}
 
 HxGePoint3D _PCompBase::getOrigin(Entity of) const {
-    return at(of, isWeld(of) || isCapItem(getBomValue(of, "item")) ? 1 : 0);
+    return of->getCoordOfNo(isWeld(of) || isCapItem(getBomValue(of, "item")) ? 1 : 0);
 }
 
 HxGePoint3D _PCompBase::getArrivePoint(Entity of) const {
-    return at(of, arrivePoint);
+    return of->getCoordOfNo(arrivePoint);
 }
 
 HxGePoint3D _PCompBase::getLeavePoint(Entity of) const {
-    return at(of, leavePoint);
+    return of->getCoordOfNo(leavePoint);
 }
 
 HxGeVector3D _PCompBase::getDirection(Entity of, bool atArrive) const {
@@ -173,17 +149,20 @@ HxGeVector3D _PCompBase::getDirection(Entity of, bool atArrive) const {
     return atArrive ? origin - getArrivePoint(of) : getLeavePoint(of) - origin;
 }
 
-void _PCompBase::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
+DirectionPair _PCompBase::getDirections(Entity of, bool atArrive) const {
     const HxGePoint3D origin = getOrigin(of);
     const HxGeVector3D in = (origin - getArrivePoint(of)).normal();
     const HxGeVector3D leaving = (getLeavePoint(of) - origin).normal();
-    out.push_back(atArrive ? in : leaving);
-    out.push_back(atArrive ? leaving : in);
+    return atArrive ? DirectionPair{in, leaving} : DirectionPair{leaving, in};
 }
 
-void _PCompBase::buildFrame(CataPoints&, HxGeVector3D&, HxGeVector3D&, HxGeVector3D&) const {}
+LocalFrame _PCompBase::buildFrame(CataPoints&) const {
+    return {};
+}
 
-void _PCompBase::getPoints(std::vector<HxGePoint3D>&) const {}
+LocalFrame _PCompBase::buildFrameOnBranch(CataPoints&) const {
+    return {};
+}
 
 void _PCompBase::setArriveLeave(Entity of, const BranchItems* branchItems) {
     const Ports ports = portsFromBranch(of, branchItems);
@@ -191,172 +170,125 @@ void _PCompBase::setArriveLeave(Entity of, const BranchItems* branchItems) {
     leavePoint = ports.leave;
 }
 
-std::uint16_t _PCompBase::mapPointNo(std::uint16_t number) const {
-    return number;
+std::vector<HxGePoint3D> NumberedComp::getPoints() const {
+    std::vector<HxGePoint3D> points;
+    points.reserve(points_.size());
+    for (const int number : points_) {
+        points.push_back(entity->getCoordOfNo(number));
+    }
+    return points;
 }
 
-// ------------------------------------------------------------------------------------------------------------- pipe
+std::uint16_t NumberedComp::mapPointNo(std::uint16_t number) const {
+    return ports_.empty() ? number : portOf(ports_, number);
+}
 
-void _PCompPipe::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 2);
-    y = x.perpVector();
+// --------------------------------------------------------------------------------------------------------- straight
+
+HxGeVector3D StraightComp::getDirection(Entity of, bool atArrive) const {
+    const HxGeVector3D along = getLeavePoint(of) - getArrivePoint(of);
+    return atArrive ? along : -along;
+}
+
+DirectionPair StraightComp::getDirections(Entity of, bool atArrive) const {
+    const HxGeVector3D direction = getDirection(of, atArrive).normal();
+    return {direction, direction};
+}
+
+_PCompPipe::_PCompPipe() : StraightComp(pipePoints, {}) {}
+
+Axes _PCompPipe::getAxes(Entity of) const {
+    return straightAxes(of);
 }
 
 HxGePoint3D _PCompPipe::getOrigin(Entity of) const {
-    return at(of, 1);
+    return of->getCoordOfNo(1);
 }
 
-HxGeVector3D _PCompPipe::getDirection(Entity of, bool atArrive) const {
-    const HxGeVector3D along = getLeavePoint(of) - getArrivePoint(of);
-    return atArrive ? along : -along;
+_PCompNormal::_PCompNormal() : StraightComp(armsTo(2), armPortsTo(2)) {}
+
+Axes _PCompNormal::getAxes(Entity of) const {
+    return isWeld(of) ? weldAxes(of) : straightAxes(of);
 }
 
-void _PCompPipe::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    appendTwice(out, getDirection(of, atArrive));
+_PCompBalloon::_PCompBalloon() : StraightComp(balloonPoints, {}) {}
+
+Axes _PCompBalloon::getAxes(Entity of) const {
+    const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(of);
+    return balloon != nullptr ? Axes{balloon->getRefvec(), -balloon->getInsvec()} : Axes();
 }
 
-void _PCompPipe::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {1, 1, 2});
+HxGePoint3D _PCompBalloon::getOrigin(Entity of) const {
+    return of->getCoordOfNo(1);
 }
 
-// ----------------------------------------------------------------------------------------------------------- normal
-
-void _PCompNormal::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    if (isWeld(of)) {
-        return weldAxes(of, x, y);
-    }
-    x = between(of, 1, 2);
-    y = x.perpVector();
+HxGePoint3D _PCompBalloon::getArrivePoint(Entity of) const {
+    return of->getCoordOfNo(1);
 }
 
-HxGeVector3D _PCompNormal::getDirection(Entity of, bool atArrive) const {
-    const HxGeVector3D along = getLeavePoint(of) - getArrivePoint(of);
-    return atArrive ? along : -along;
+HxGePoint3D _PCompBalloon::getLeavePoint(Entity of) const {
+    const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(of);
+    return balloon != nullptr ? balloon->getInspt() : HxGePoint3D();
 }
 
-void _PCompNormal::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    appendTwice(out, getDirection(of, atArrive));
-}
-
-std::uint16_t _PCompNormal::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, 2}, number);
+void _PCompBalloon::setArriveLeave(Entity, const BranchItems*) {
+    arrivePoint = 1;
+    leavePoint = 2;
 }
 
 // --------------------------------------------------------------------------------------------------- tees and crosses
 
-void _PCompTee::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    teeAxes(of, x, y);
+_PCompTee::_PCompTee() : NumberedComp(armsTo(3), armPortsTo(3)) {}
+
+Axes _PCompTee::getAxes(Entity of) const {
+    return {between(of, 0, 2), between(of, 0, 3)};
 }
 
-void _PCompTee::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 2, 3});
-}
+_PCompCross::_PCompCross() : _PCompTee(armsTo(4), armPortsTo(4)) {}
 
-std::uint16_t _PCompTee::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, 2, 3}, number);
-}
+_PCompCross3::_PCompCross3() : _PCompCross(armsTo(6), armPortsTo(6)) {}
 
-void _PCompLatera::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 0, 2);
-    y = across(x, between(of, 0, 3));
-}
+_PCompLatera::_PCompLatera() : NumberedComp(armsTo(3), armPortsTo(3)) {}
 
-void _PCompLatera::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 2, 3});
-}
-
-std::uint16_t _PCompLatera::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, 2, 3}, number);
-}
-
-void _PCompCross::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    teeAxes(of, x, y);
-}
-
-void _PCompCross::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 2, 3, 4});
-}
-
-std::uint16_t _PCompCross::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, 2, 3, 4}, number);
-}
-
-void _PCompCross3::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    teeAxes(of, x, y);
-}
-
-void _PCompCross3::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 2, 3, 4, 5, 6});
-}
-
-std::uint16_t _PCompCross3::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, 2, 3, 4, 5, 6}, number);
+Axes _PCompLatera::getAxes(Entity of) const {
+    const HxGeVector3D x = between(of, 0, 2);
+    return {x, across(x, between(of, 0, 3))};
 }
 
 // -------------------------------------------------------------------------------------- eccentric reducers and hoses
 
-void _PCompEcc::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 3);
-    y = between(of, 3, 4);
+PairedComp::PairedComp() : NumberedComp(pairedPoints, pairedPorts) {}
+
+HxGePoint3D PairedComp::getOrigin(Entity of) const {
+    return of->getCoordOfNo(1);
 }
 
-HxGePoint3D _PCompEcc::getOrigin(Entity of) const {
-    return at(of, 1);
+HxGeVector3D PairedComp::getDirection(Entity of, bool atArrive) const {
+    const bool fromFirst = (of->getFlow(1) == 1) == atArrive;
+    return fromFirst ? between(of, 1, 3) : between(of, 2, 4);
 }
 
-HxGeVector3D _PCompEcc::getDirection(Entity of, bool atArrive) const {
-    return pairedDirection(of, atArrive);
+DirectionPair PairedComp::getDirections(Entity of, bool atArrive) const {
+    return {getDirection(of, atArrive).normal(), getDirection(of, !atArrive).normal()};
 }
 
-void _PCompEcc::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    appendPairedDirections(out, of, atArrive);
+Axes _PCompEcc::getAxes(Entity of) const {
+    return {between(of, 1, 3), between(of, 3, 4)};
 }
 
-void _PCompEcc::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {1, 2, 3, 4});
-}
-
-std::uint16_t _PCompEcc::mapPointNo(std::uint16_t number) const {
-    return mapped({noPort, 1, 2}, number);
-}
-
-void _PCompHose::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 3);
-    y = between(of, 4, 3);
-    if (y.isParallelTo(x, nearlyParallel)) {
-        y = x.perpVector();
-    }
-}
-
-HxGePoint3D _PCompHose::getOrigin(Entity of) const {
-    return at(of, 1);
-}
-
-HxGeVector3D _PCompHose::getDirection(Entity of, bool atArrive) const {
-    return pairedDirection(of, atArrive);
-}
-
-void _PCompHose::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    appendPairedDirections(out, of, atArrive);
-}
-
-void _PCompHose::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {1, 2, 3, 4});
-}
-
-std::uint16_t _PCompHose::mapPointNo(std::uint16_t number) const {
-    return mapped({noPort, 1, 2}, number);
+Axes _PCompHose::getAxes(Entity of) const {
+    const HxGeVector3D x = between(of, 1, 3);
+    const HxGeVector3D y = between(of, 4, 3);
+    return {x, y.isParallelTo(x, nearlyParallel) ? x.perpVector() : y};
 }
 
 // --------------------------------------------------------------------------------------------------- Y pieces, angles
 
-void _PCompY::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 0);
-    y = across(x, between(of, 0, 3));
-}
+_PCompY::_PCompY() : NumberedComp(yPoints, yPorts) {}
 
-void _PCompY::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 4, 3});
+Axes _PCompY::getAxes(Entity of) const {
+    const HxGeVector3D x = between(of, 1, 0);
+    return {x, across(x, between(of, 0, 3))};
 }
 
 void _PCompY::setArriveLeave(Entity of, const BranchItems*) {
@@ -365,17 +297,12 @@ void _PCompY::setArriveLeave(Entity of, const BranchItems*) {
     leavePoint = ports.leave;
 }
 
-std::uint16_t _PCompY::mapPointNo(std::uint16_t number) const {
-    return mapped({0, 1, noPort, 3, 2}, number);
-}
+_PCompU::_PCompU() : NumberedComp({}, uPorts) {}
 
-void _PCompAngle::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 0);
-    y = between(of, 0, 3);
-}
+_PCompAngle::_PCompAngle() : NumberedComp(anglePoints, anglePorts) {}
 
-void _PCompAngle::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 3});
+Axes _PCompAngle::getAxes(Entity of) const {
+    return {between(of, 1, 0), between(of, 0, 3)};
 }
 
 void _PCompAngle::setArriveLeave(Entity of, const BranchItems*) {
@@ -385,68 +312,10 @@ void _PCompAngle::setArriveLeave(Entity of, const BranchItems*) {
 }
 
 std::uint16_t _PCompAngle::mapPointNo(std::uint16_t number) const {
-    return anglePort(entity, number);
+    return smrtln::isBend(entity) ? portOf(bendPorts, number) : NumberedComp::mapPointNo(number);
 }
 
-void _PCompArc::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    x = between(of, 1, 0);
-    y = across(x, between(of, 0, 3));
-}
-
-void _PCompArc::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {0, 1, 3});
-}
-
-void _PCompArc::setArriveLeave(Entity of, const BranchItems*) {
-    const Ports ports = portsByFlow(of, 1, 3, {arrivePoint, leavePoint});
-    arrivePoint = ports.arrive;
-    leavePoint = ports.leave;
-}
-
-std::uint16_t _PCompArc::mapPointNo(std::uint16_t number) const {
-    return anglePort(entity, number);
-}
-
-std::uint16_t _PCompU::mapPointNo(std::uint16_t number) const {
-    return mapped({noPort, 2, 1}, number);
-}
-
-// ---------------------------------------------------------------------------------------------------------- balloons
-
-void _PCompBalloon::getAxes(Entity of, HxGeVector3D& x, HxGeVector3D& y) const {
-    if (const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(of)) {
-        x = balloon->getRefvec();
-        y = -balloon->getInsvec();
-    }
-}
-
-HxGePoint3D _PCompBalloon::getOrigin(Entity of) const {
-    return at(of, 1);
-}
-
-HxGePoint3D _PCompBalloon::getArrivePoint(Entity of) const {
-    return at(of, 1);
-}
-
-HxGePoint3D _PCompBalloon::getLeavePoint(Entity of) const {
-    const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(of);
-    return balloon != nullptr ? balloon->getInspt() : HxGePoint3D();
-}
-
-HxGeVector3D _PCompBalloon::getDirection(Entity of, bool atArrive) const {
-    const HxGeVector3D along = getLeavePoint(of) - getArrivePoint(of);
-    return atArrive ? along : -along;
-}
-
-void _PCompBalloon::getDirections(std::vector<HxGeVector3D>& out, Entity of, bool atArrive) const {
-    appendTwice(out, getDirection(of, atArrive));
-}
-
-void _PCompBalloon::getPoints(std::vector<HxGePoint3D>& out) const {
-    appendPoints(out, entity, {1, 1});
-}
-
-void _PCompBalloon::setArriveLeave(Entity, const BranchItems*) {
-    arrivePoint = 1;
-    leavePoint = 2;
+Axes _PCompArc::getAxes(Entity of) const {
+    const HxGeVector3D x = between(of, 1, 0);
+    return {x, across(x, between(of, 0, 3))};
 }

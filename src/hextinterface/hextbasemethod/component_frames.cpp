@@ -2,31 +2,32 @@
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/component_classes.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/smrtln.h"
 
-using component::at;
-using component::checkFrame;
-using component::hasRecords;
-using component::normalise;
-using component::setPaxi;
+namespace {
 
-namespace component {
+constexpr double quarterTurn = tlGePi / 2;
+constexpr int maxNudges = 1000;  // an axis too short to ever give a cross product is left to the frame check
 
+// Sets `paxi` of record i, and `dist` as its distance from record 0.
 void setPaxi(CataPoints& points, std::size_t i, std::string_view word) {
     points[i].paxi = word;
     points[i].dist = points[i].pos.distanceTo(points[0].pos);
 }
 
-void normalise(HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
-    x.normalize();
-    y.normalize();
-    z.normalize();
+LocalFrame normalised(LocalFrame frame) {
+    frame.x.normalize();
+    frame.y.normalize();
+    frame.z.normalize();
+    return frame;
 }
 
-void checkFrame(const CataPoints& points, const HxGeVector3D& x, const HxGeVector3D& y, const HxGeVector3D& z) {
-    if (x.length() != 0 && y.length() != 0 && z.length() != 0) {
+// ExportException "无效方向" with all points on the command line when an axis has no length.
+void checkFrame(const CataPoints& points, const LocalFrame& frame) {
+    if (frame.x.length() != 0 && frame.y.length() != 0 && frame.z.length() != 0) {
         return;
     }
     hxcad::hextPrintf("\nPpoint:");
@@ -38,31 +39,27 @@ void checkFrame(const CataPoints& points, const HxGeVector3D& x, const HxGeVecto
     throw ExportException("无效方向");
 }
 
-// A component without its records has no frame; the zero axes fail the check.
-bool hasRecords(const CataPoints& points, std::size_t count) {
-    if (points.size() >= count) {
-        return true;
-    }
-    checkFrame(points, {}, {}, {});
-    return false;
+LocalFrame checked(const CataPoints& points, const LocalFrame& frame) {
+    const LocalFrame unit = normalised(frame);
+    checkFrame(points, unit);
+    return unit;
 }
 
-}  // namespace component
-
-namespace {
-
-constexpr TlGeTol nearlyParallel(1e-5, 1e-5);
-constexpr double quarterTurn = tlGePi / 2;
-constexpr int maxNudges = 1000;  // an axis too short to ever give a cross product is left to the frame check
+// A component without its records has no frame.
+void requireRecords(const CataPoints& points, std::size_t count) {
+    if (points.size() < count) {
+        checkFrame(points, {});
+    }
+}
 
 HxGeVector3D arm(const CataPoints& points, std::size_t from, std::size_t to) {
     return points[to].pos - points[from].pos;
 }
 
 // "X<angle>Y" of a unit vector in the plane of the axes; negative below the X axis when `sign` is asked for.
-std::string angleWord(const HxGeVector3D& w, const HxGeVector3D& x, const HxGeVector3D& y, bool sign) {
-    double angle = w.angleTo(x) * 180.0 / tlGePi;
-    if (sign && w.dotProduct(y) < 0) {
+std::string angleWord(const HxGeVector3D& w, const LocalFrame& frame, bool sign) {
+    double angle = w.angleTo(frame.x) * 180.0 / tlGePi;
+    if (sign && w.dotProduct(frame.y) < 0) {
         angle = -angle;
     }
     std::string text = "X";
@@ -70,171 +67,141 @@ std::string angleWord(const HxGeVector3D& w, const HxGeVector3D& x, const HxGeVe
     return text += 'Y';
 }
 
-// A frame about one axis: `first` is normalised in place, `second` a seed that is nudged until the cross product has a
-// length.
-HxGeVector3D crossWithSeed(const HxGeVector3D& first, HxGeVector3D seed, double HxGeVector3D::*nudged) {
-    HxGeVector3D cross = first.crossProduct(seed);
-    for (int nudges = 0; cross.length() < 1e-5 && nudges < maxNudges; ++nudges) {
-        seed.*nudged += 1;
-        cross = first.crossProduct(seed);
+// `seed` with one coordinate counted up until its cross product with `first` has a length.
+HxGeVector3D nudged(const HxGeVector3D& first, HxGeVector3D seed, double HxGeVector3D::*coordinate) {
+    for (int nudges = 0; first.crossProduct(seed).length() < 1e-5 && nudges < maxNudges; ++nudges) {
+        seed.*coordinate += 1;
     }
-    return cross;
+    return seed;
 }
 
 // Pipes and straight components.
-void straightFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
-    if (!hasRecords(points, 3)) {
-        return;
-    }
+LocalFrame straightFrame(CataPoints& points) {
+    requireRecords(points, 3);
     setPaxi(points, 2, "x");
     setPaxi(points, 1, "-x");
-    x = arm(points, 0, 2);
+    const HxGeVector3D x = arm(points, 0, 2);
     const HxGeVector3D seed =
         x.isParallelTo(HxGeVector3D::kZAxis, nearlyParallel) ? HxGeVector3D::kYAxis : HxGeVector3D::kZAxis;
-    z = crossWithSeed(x, seed, &HxGeVector3D::x);
-    y = z.crossProduct(x);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
+    const HxGeVector3D z = x.crossProduct(nudged(x, seed, &HxGeVector3D::x));
+    return checked(points, {x, z.crossProduct(x), z});
 }
 
 // Tees, and with a fourth arm crosses.
-void teeFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
+LocalFrame teeFrame(CataPoints& points) {
     setPaxi(points, 2, "X");
     setPaxi(points, 1, "-X");
     setPaxi(points, 3, "Y");
-    x = arm(points, 0, 2);
-    y = arm(points, 0, 3);
-    z = x.crossProduct(y);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
+    const HxGeVector3D x = arm(points, 0, 2);
+    const HxGeVector3D y = arm(points, 0, 3);
+    return checked(points, {x, y, x.crossProduct(y)});
 }
 
-void crossFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
-    if (hasRecords(points, 5)) {
-        setPaxi(points, 4, "-Y");
-        teeFrame(points, x, y, z);
-    }
-}
+// Angles and arcs. `second`: the unit direction of the second arm.
+struct AngleFrame {
+    LocalFrame frame;
+    HxGeVector3D second;
+};
 
-// Angles and arcs; gives the unit direction of the second arm.
-HxGeVector3D angleFrame(const CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) {
-    x = arm(points, 1, 0);
-    HxGeVector3D w = arm(points, 0, 2);
-    z = x.crossProduct(w);
-    y = x.crossProduct(z);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
-    w.normalize();
-    if (y.dotProduct(w) < 1e-6) {
-        z = -z;
-        y = x.crossProduct(z).normal();
+AngleFrame angleFrame(const CataPoints& points) {
+    requireRecords(points, 3);
+    const HxGeVector3D x = arm(points, 1, 0);
+    const HxGeVector3D second = arm(points, 0, 2);
+    const HxGeVector3D z = x.crossProduct(second);
+    LocalFrame frame = checked(points, {x, x.crossProduct(z), z});
+    const HxGeVector3D w = second.normal();
+    if (frame.y.dotProduct(w) < 1e-6) {
+        frame.z = -frame.z;
+        frame.y = frame.x.crossProduct(frame.z).normal();
     }
-    return w;
+    return {frame, w};
 }
 
 }  // namespace
 
-void _PCompPipe::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    straightFrame(points, x, y, z);
+LocalFrame _PCompPipe::buildFrame(CataPoints& points) const {
+    return straightFrame(points);
 }
 
-void _PCompNormal::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    straightFrame(points, x, y, z);
+LocalFrame _PCompNormal::buildFrame(CataPoints& points) const {
+    return straightFrame(points);
 }
 
-void _PCompNormal::buildFrameOnBranch(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 4)) {
-        return;
-    }
+LocalFrame _PCompNormal::buildFrameOnBranch(CataPoints& points) const {
+    requireRecords(points, 4);
     setPaxi(points, 1, "-X");
     setPaxi(points, 2, "X");
     setPaxi(points, 3, "X DDANGLE Y");
-    y = arm(points, 0, 3);
-    x = y.isParallelTo(HxGeVector3D::kZAxis, nearlyParallel) ? HxGeVector3D::kXAxis : HxGeVector3D::kZAxis;
-    z = x.crossProduct(y);
-    for (int nudges = 0; z.length() < 1e-5 && nudges < maxNudges; ++nudges) {
-        x.y += 1;
-        z = x.crossProduct(y);
-    }
-    normalise(x, y, z);
+    const HxGeVector3D y = arm(points, 0, 3);
+    const HxGeVector3D seed =
+        y.isParallelTo(HxGeVector3D::kZAxis, nearlyParallel) ? HxGeVector3D::kXAxis : HxGeVector3D::kZAxis;
+    const HxGeVector3D x = nudged(y, seed, &HxGeVector3D::y);
+    return normalised({x, y, x.crossProduct(y)});
 }
 
-void _PCompNormal::getPoints(std::vector<HxGePoint3D>& out) const {
-    const HxGePoint3D p[3] = {at(entity, 0), at(entity, 1), at(entity, 2)};
+std::vector<HxGePoint3D> _PCompNormal::getPoints() const {
+    std::vector<HxGePoint3D> p = NumberedComp::getPoints();
     if (p[0].isEqualTo(p[1]) || p[1].isEqualTo(p[2]) || p[0].isEqualTo(p[2])) {
-        hxcad::hextPrintf("\nerror Id:%lld<NormalKeyPt错误>", static_cast<long long>(entity->objectId().toInt()));
+        hxcad::hextPrintf("\nerror Id:%lld<NormalKeyPt错误>", idNumber(entity));
         throw ExportException("NormalKeyPt错误");
     }
-    out.insert(out.end(), std::begin(p), std::end(p));
+    return p;
 }
 
-void _PCompTee::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (hasRecords(points, 4)) {
-        teeFrame(points, x, y, z);
-    }
+LocalFrame _PCompTee::buildFrame(CataPoints& points) const {
+    requireRecords(points, 4);
+    return teeFrame(points);
 }
 
-void _PCompCross::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    crossFrame(points, x, y, z);
+LocalFrame _PCompCross::buildFrame(CataPoints& points) const {
+    requireRecords(points, 5);
+    setPaxi(points, 4, "-Y");
+    return teeFrame(points);
 }
 
-void _PCompCross3::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    crossFrame(points, x, y, z);
-}
-
-void _PCompLatera::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 4)) {
-        return;
-    }
+LocalFrame _PCompLatera::buildFrame(CataPoints& points) const {
+    requireRecords(points, 4);
     setPaxi(points, 2, "X");
     setPaxi(points, 1, "-X");
-    x = arm(points, 0, 2);
+    const HxGeVector3D x = arm(points, 0, 2);
     const HxGeVector3D w = arm(points, 0, 3);
     const HxGeVector3D n = x.crossProduct(w);
-    y = x.rotatedBy(quarterTurn, n);
+    HxGeVector3D y = x.rotatedBy(quarterTurn, n);
     if (y.angleTo(w) > quarterTurn) {
         y = x.rotatedBy(-quarterTurn, n);
     }
     // Without a normal the turn leaves x as it is, and x cross x fails the check.
-    z = x.crossProduct(y);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
-    setPaxi(points, 3, angleWord(w.normal(), x, y, true));
+    const LocalFrame frame = checked(points, {x, y, x.crossProduct(y)});
+    setPaxi(points, 3, angleWord(w.normal(), frame, true));
+    return frame;
 }
 
-void _PCompY::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 4)) {
-        return;
-    }
+LocalFrame _PCompY::buildFrame(CataPoints& points) const {
+    requireRecords(points, 4);
     setPaxi(points, 1, "-X");
-    x = arm(points, 1, 0);
+    const HxGeVector3D x = arm(points, 1, 0);
     const HxGeVector3D w = arm(points, 0, 3);
-    y = x.rotatedBy(quarterTurn, x.crossProduct(w));
-    z = x.crossProduct(y);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
-    setPaxi(points, 2, angleWord(arm(points, 0, 2).normal(), x, y, true));
-    setPaxi(points, 3, angleWord(w.normal(), x, y, true));
+    const HxGeVector3D y = x.rotatedBy(quarterTurn, x.crossProduct(w));
+    const LocalFrame frame = checked(points, {x, y, x.crossProduct(y)});
+    setPaxi(points, 2, angleWord(arm(points, 0, 2).normal(), frame, true));
+    setPaxi(points, 3, angleWord(w.normal(), frame, true));
+    return frame;
 }
 
-void _PCompAngle::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 3)) {
-        return;
-    }
+LocalFrame _PCompAngle::buildFrame(CataPoints& points) const {
+    requireRecords(points, 3);
     setPaxi(points, 1, "-X");
-    const HxGeVector3D w = angleFrame(points, x, y, z);
-    setPaxi(points, 2, angleWord(w, x, y, false));
+    const AngleFrame angle = angleFrame(points);
+    setPaxi(points, 2, angleWord(angle.second, angle.frame, false));
+    return angle.frame;
 }
 
-void _PCompArc::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 3)) {
-        return;
-    }
-    const HxGeVector3D w = angleFrame(points, x, y, z);
+LocalFrame _PCompArc::buildFrame(CataPoints& points) const {
+    const AngleFrame angle = angleFrame(points);
     if (!smrtln::isBend(entity)) {
         setPaxi(points, 1, "-X");
-        setPaxi(points, 2, angleWord(w, x, y, false));
-        return;
+        setPaxi(points, 2, angleWord(angle.second, angle.frame, false));
+        return angle.frame;
     }
     const double reach = points[2].pos.distanceTo(points[0].pos);
     points[0].paxi = "-X";
@@ -242,43 +209,43 @@ void _PCompArc::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y,
     points[1].paxi = "Y";
     points[1].dist = reach;
     points.erase(points.begin() + 2);
+    return angle.frame;
 }
 
-void _PCompEcc::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
-    if (!hasRecords(points, 4)) {
-        return;
-    }
-    x = arm(points, 0, 2);
-    y = arm(points, 2, 3);
+LocalFrame _PCompEcc::buildFrame(CataPoints& points) const {
+    requireRecords(points, 4);
+    const HxGeVector3D x = arm(points, 0, 2);
+    const HxGeVector3D y = arm(points, 2, 3);
     points[2].pos = points[1].pos;
     points[3].pos = points[1].pos;
     points[1].pos = points[0].pos;
     setPaxi(points, 1, "-X");
-    z = x.crossProduct(y);
-    normalise(x, y, z);
-    checkFrame(points, x, y, z);
+    const LocalFrame frame = checked(points, {x, y, x.crossProduct(y)});
     const HxGeVector3D d = arm(points, 0, 2);
-    const HxGePoint3D local(d.dotProduct(x), d.dotProduct(y), d.dotProduct(z));
+    const HxGePoint3D local(d.dotProduct(frame.x), d.dotProduct(frame.y), d.dotProduct(frame.z));
     for (const auto& [record, word] : {std::pair{std::size_t{2}, "X"}, std::pair{std::size_t{3}, "Y"}}) {
         points[record].pos = local;
         points[record].type = "PTCAR";
         points[record].dir = word;
     }
+    return frame;
 }
 
-void _PCompBalloon::buildFrame(CataPoints& points, HxGeVector3D& x, HxGeVector3D& y, HxGeVector3D& z) const {
+LocalFrame _PCompBalloon::buildFrame(CataPoints& points) const {
     const HxDbTubeGeneral* balloon = HxDbTubeGeneral::cast(entity);
-    x = balloon != nullptr ? -balloon->getRefvec() : HxGeVector3D();
-    y = balloon != nullptr ? (-balloon->getInsvec()).normal() : HxGeVector3D();
-    z = x.crossProduct(y).normal();
-    checkFrame(points, x, y, z);
+    const HxGeVector3D x = balloon != nullptr ? -balloon->getRefvec() : HxGeVector3D();
+    const HxGeVector3D y = balloon != nullptr ? (-balloon->getInsvec()).normal() : HxGeVector3D();
+    const LocalFrame frame{x, y, x.crossProduct(y).normal()};
+    checkFrame(points, frame);
     std::vector<HxDbObject*> connected;
     entity->getAllConnObject(connected);
     for (const HxDbObject* object : connected) {
-        if (const HxDbTubeModel* model = HxDbTubeModel::cast(object); model != nullptr && hasRecords(points, 1)) {
+        if (const HxDbTubeModel* model = HxDbTubeModel::cast(object)) {
+            requireRecords(points, 1);
             const char* size = smrtln::getSize(model, model->getConnNoOfSmrtln(entity, 0));
             points[0].bore = size != nullptr ? numberOf(size) : 0;
             break;
         }
     }
+    return frame;
 }

@@ -3,6 +3,7 @@
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/component_classes.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/model_tests.h"
@@ -13,13 +14,9 @@
 
 namespace {
 
-using component::at;
-using component::flowAt;
-
 constexpr const char* invalidDirection = "无效方向";
 constexpr double shortestAxis = 1e-6;
 constexpr double shortestX = 1e-5;
-constexpr TlGeTol nearlyParallel(1e-5, 1e-5);
 
 template <typename Class>
 std::unique_ptr<_PCompBase> make() {
@@ -40,7 +37,7 @@ constexpr Family families[] = {
 
 [[noreturn]] void refuseDirection(const HxDbSmrtlnEntity* entity) {
     if (entity != nullptr) {
-        hxcad::hextPrintf("\nID:%lld<无效方向>", static_cast<long long>(entity->objectId().toInt()));
+        hxcad::hextPrintf("\nID:%lld<无效方向>", idNumber(entity));
     }
     throw ExportException(invalidDirection);
 }
@@ -52,16 +49,16 @@ bool isFinite(const HxGeVector3D& v) {
 
 HxGePoint3D middleOf(const HxDbSmrtlnEntity* entity) {
     if (getBomValue(entity, "item") != "PIPE") {
-        return at(entity, 0);
+        return entity->getCoordOfNo(0);
     }
-    const HxGePoint3D first = at(entity, 1);
-    return first + (at(entity, 2) - first) * 0.5;
+    const HxGePoint3D first = entity->getCoordOfNo(1);
+    return first + (entity->getCoordOfNo(2) - first) * 0.5;
 }
 
 HxGeVector3D armTowards(const HxDbSmrtlnEntity* entity, int number, const IdMarks& componentIds) {
     const HxDbSmrtlnEntity* neighbour = entity->getConnSmrtln(number, 0);
     const bool known = neighbour != nullptr && componentIds.contains(neighbour->objectId());
-    return (known ? middleOf(neighbour) : at(entity, number)) - middleOf(entity);
+    return (known ? middleOf(neighbour) : entity->getCoordOfNo(number)) - middleOf(entity);
 }
 
 // What a weld takes its axis from: a neighbour, and the number at which the weld (or the weld between) hangs there.
@@ -70,21 +67,22 @@ struct WeldNeighbour {
     int number = noPort;
 };
 
-const HxDbSmrtlnEntity* upstreamOf(const HxDbSmrtlnEntity* weld) {
-    const int near = flowAt(weld, 1) == 2 ? 1 : 2;
-    const HxDbSmrtlnEntity* found = weld->getConnSmrtln(near, 0);
-    return found != nullptr ? found : weld->getConnSmrtln(3 - near, 0);
+// What the flow leaves the weld towards; what it comes from where there is nothing.
+const HxDbSmrtlnEntity* neighbourDownstream(const HxDbSmrtlnEntity* weld) {
+    const int leaving = weld->getFlow(1) == 2 ? 1 : 2;
+    const HxDbSmrtlnEntity* found = weld->getConnSmrtln(leaving, 0);
+    return found != nullptr ? found : weld->getConnSmrtln(3 - leaving, 0);
 }
 
 WeldNeighbour beyondWelds(const HxDbSmrtlnEntity* weld, const HxDbSmrtlnEntity* neighbour) {
-    if (!neighbour->isKindOf(HxDbTubeWeld::desc())) {
+    if (!isWeld(neighbour)) {
         return {neighbour, neighbour->getConnNoOfSmrtln(weld, 0)};
     }
     std::vector<HxDbObject*> connected;
     neighbour->getAllConnObject(connected);
     for (const HxDbObject* object : connected) {
         const HxDbSmrtlnEntity* entity = HxDbSmrtlnEntity::cast(object);
-        if (entity != nullptr && !entity->isKindOf(HxDbTubeWeld::desc())) {
+        if (entity != nullptr && !isWeld(entity)) {
             return {entity, entity->getConnNoOfSmrtln(neighbour, 0)};
         }
     }
@@ -101,12 +99,10 @@ constexpr AxisPoints axisPoints[] = {
     {"Normal", 1, 2}, {"Ecc", 1, 2}, {"Arc", noPort, 0}, {"Tee", noPort, 0}, {"Cross", noPort, 0},
 };
 
-void axisFromPoints(const HxDbSmrtlnEntity* entity, int from, int to, HxGeVector3D& x, HxGeVector3D& y) {
-    x = component::between(entity, from, to);
-    if (flowAt(entity, from) != 1) {
-        x = -x;
-    }
-    y = x.perpVector();
+Axes axesFromPoints(const HxDbSmrtlnEntity* entity, int from, int to) {
+    const HxGeVector3D along = component::between(entity, from, to);
+    const HxGeVector3D x = entity->getFlow(from) != 1 ? -along : along;
+    return {x, x.perpVector()};
 }
 
 }  // namespace
@@ -120,25 +116,19 @@ std::unique_ptr<_PCompBase> makeComp(std::string_view typeWord) {
     return family->make();
 }
 
-void initComp(_PCompBase& comp, const HxDbSmrtlnEntity* entity, const BranchItems* items) {
-    comp.entity = entity;
-    comp.items = items;
-    comp.setArriveLeave(entity, items);
-    comp.isAxis = true;
-}
-
 CompView makeView(const HxDbSmrtlnEntity* entity, const BranchItems* items) {
     const bool balloon = entity->isKindOf(HxDbBalloon::desc());
     CompView view;
     view.comp = makeComp(balloon ? "Balloon" : getBomValue(entity, "smrtln"));
     view.entity = entity;
-    initComp(*view.comp, entity, items);
+    view.comp->entity = entity;
+    view.comp->setArriveLeave(entity, items);
     return view;
 }
 
 std::string axesOf(CompView& view) {
-    view.comp->getAxes(view.entity, view.x, view.y);
-    return axesTextChecked(view.comp.get(), view.entity, view.x, view.y);
+    view.axes = view.comp->getAxes(view.entity);
+    return axesTextChecked(view.comp.get(), view.entity, view.axes.x, view.axes.y);
 }
 
 std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, HxGeVector3D x, HxGeVector3D y) {
@@ -160,47 +150,42 @@ std::string axesTextChecked(_PCompBase* comp, const HxDbSmrtlnEntity* entity, Hx
     return "X is " + xText + " and Y is " + yText;
 }
 
-std::string axesWithReference(const CompView& view, const HxGeVector3D& reference, bool useAsX) {
-    HxGeVector3D x;
-    HxGeVector3D y;
-    view.comp->getAxes(view.entity, x, y);
+std::string axesWithReference(const CompView& view, const HxGeVector3D& reference) {
+    auto [x, y] = view.comp->getAxes(view.entity);
     if (!isFinite(x) || !isFinite(y)) {
         refuseDirection(view.entity);
     }
     x.normalize();
     y.normalize();
-    if (useAsX) {
-        x = reference;
-    } else if (!reference.isParallelTo(x, nearlyParallel)) {
+    if (!reference.isParallelTo(x, nearlyParallel)) {
         y = reference;
     }
     return axesText(x, y);
 }
 
-std::string getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds, HxGeVector3D& a,
-                              HxGeVector3D& b) {
-    a = armTowards(entity, 2, componentIds);
-    b = armTowards(entity, 3, componentIds);
-    if (!isFinite(a) || !isFinite(b)) {
+Axes getConnectionAxes(const HxDbSmrtlnEntity* entity, const IdMarks& componentIds) {
+    const Axes axes{armTowards(entity, 2, componentIds), armTowards(entity, 3, componentIds)};
+    if (!isFinite(axes.x) || !isFinite(axes.y)) {
         refuseDirection(entity);
     }
-    return axesText(a, b);
+    return axes;
 }
 
-void weldAxes(const HxDbSmrtlnEntity* weld, HxGeVector3D& x, HxGeVector3D& y, WeldRule rule) {
-    const HxDbSmrtlnEntity* neighbour = weld->getPointOfNo(1) != nullptr ? upstreamOf(weld) : nullptr;
+Axes weldAxes(const HxDbSmrtlnEntity* weld, WeldRule rule) {
+    const HxDbSmrtlnEntity* neighbour = weld->getPointOfNo(1) != nullptr ? neighbourDownstream(weld) : nullptr;
     if (neighbour == nullptr) {
-        return;
+        return {};
     }
     if (neighbour->isKindOf(HxDbPipeSpec::desc())) {
-        return axisFromPoints(neighbour, 1, 2, x, y);
+        return axesFromPoints(neighbour, 1, 2);
     }
     const WeldNeighbour source = beyondWelds(weld, neighbour);
     const std::string_view family = getBomValue(source.object, "smrtln");
     for (const AxisPoints& row : axisPoints) {
         const bool excluded = rule == WeldRule::BranchEnd && row.family == "Ecc";
         if (row.family == family && !excluded) {
-            return axisFromPoints(source.object, row.from == noPort ? source.number : row.from, row.to, x, y);
+            return axesFromPoints(source.object, row.from == noPort ? source.number : row.from, row.to);
         }
     }
+    return {};
 }

@@ -126,17 +126,6 @@ void appendTrimmed(std::string& out, double value) {
     }
 }
 
-std::string trimNumber(std::string text) {
-    if (text.find('.') == std::string::npos) {
-        return text;
-    }
-    text.erase(text.find_last_not_of('0') + 1);
-    if (!text.empty() && text.back() == '.') {
-        text.pop_back();
-    }
-    return text;
-}
-
 void appendPosition(std::string& out, const HxGePoint3D& point) {
     const auto values = components(point.asVector());
     for (int axis = 0; axis < 3; ++axis) {

@@ -30,8 +30,6 @@ void appendTrimmed(std::string& out, double value);
 void appendFixed(std::string& out, double value);
 void appendShort(std::string& out, double value);
 void appendInt(std::string& out, std::int64_t value);
-// Removes trailing zeros of a number that has a decimal point, and the point when nothing is left behind it.
-std::string trimNumber(std::string text);
 
 // "E 1200.5 S 300 U 0"
 void appendPosition(std::string& out, const HxGePoint3D& point);

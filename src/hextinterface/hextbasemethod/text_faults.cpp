@@ -3,8 +3,9 @@
 #include "hextinterface/hextbasemethod/limited_text.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/objects.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace {
 
@@ -16,9 +17,8 @@ bool has(std::string_view text, std::string_view any) {
 
 void report(HxDbObjectId owner, std::string_view attribute, const char* why) {
     const HxDbObject* object = openAs<HxDbObject>(owner);
-    const char* name = object != nullptr ? object->getDisplayName() : nullptr;
-    tolmar::runReport().passedOver(owner.toInt(), name != nullptr ? name : "", "text",
-                                   std::string(attribute).append(": ").append(why));
+    const char* name = object != nullptr ? tolmar::textOrEmpty(object->getDisplayName()) : "";
+    reportLeftOut({owner, name, "text"}, std::string(attribute).append(": ").append(why));
 }
 
 }  // namespace
@@ -48,6 +48,6 @@ void reportName(HxDbObjectId owner, std::string_view name) {
                       : has(name, " \r\n")        ? "a blank or line break in it ends it wherever it is named"
                                                   : nullptr;
     if (why != nullptr) {
-        tolmar::runReport().passedOver(owner.toInt(), name, "name", why);
+        reportLeftOut({owner, name, "name"}, why);
     }
 }

@@ -3,24 +3,23 @@
 #include "hextinterface/hextcata/item.h"
 #include "hextinterface/hextcata/lines.h"
 #include "platform/attribute_cache.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
 
-std::string textOf(const char* text) {
-    return text != nullptr ? text : "";
-}
+using tolmar::textOrEmpty;
 
 BoltData partData(const HextStanParts* part) {
     BoltData data;
-    data.name = textOf(part->getCname());
-    data.size = textOf(part->getSpec());
-    data.code = textOf(part->getStan());
-    data.mater = textOf(part->getMaterial());
+    data.name = textOrEmpty(part->getCname());
+    data.size = textOrEmpty(part->getSpec());
+    data.code = textOrEmpty(part->getStan());
+    data.mater = textOrEmpty(part->getMaterial());
     data.unit = std::to_string(part->getUnit());
     return data;
 }
@@ -72,35 +71,35 @@ bool readBoltData(const HxDbBoltNutModel* boltSet, BoltData& bolt, BoltData& nut
         return false;
     }
     bolt = partData(boltPart);
-    bolt.item = textOf(boltPart->getStandard());
+    bolt.item = textOrEmpty(boltPart->getStandard());
     bolt.weight = boltPart->getBoltWeight();
     bolt.price = boltPart->getBoltPrice();
     bolt.sortNo = boltPart->getBoltSortno();
     bolt.setsOf = flange->getBoltNum();
-    bolt.notes = textOf(boltPart->getBoltNote());
-    bolt.type = textOf(boltPart->getType());
+    bolt.notes = textOrEmpty(boltPart->getBoltNote());
+    bolt.type = textOrEmpty(boltPart->getType());
     nut = partData(nutPart);
     nut.item = "NUT";
     nut.weight = nutPart->getNutWeight();
     nut.price = nutPart->getNutPrice();
     nut.sortNo = nutPart->getNutSortno();
     nut.setsOf = flange->getNutNum();
-    nut.notes = textOf(nutPart->getNutNote());
+    nut.notes = textOrEmpty(nutPart->getNutNote());
     return true;
 }
 
 FlangeData readFlangeData(const HxDbFlan2BoltNut* record) {
     FlangeData flange;
-    flange.code = textOf(record->getFlanStd());
-    flange.endtype = textOf(record->getFlanEndType());
-    flange.rating = textOf(record->getFlanRating());
-    flange.size = integerOf(textOf(record->getFlanSize()));
+    flange.code = textOrEmpty(record->getFlanStd());
+    flange.endtype = textOrEmpty(record->getFlanEndType());
+    flange.rating = textOrEmpty(record->getFlanRating());
+    flange.size = integerOf(textOrEmpty(record->getFlanSize()));
     return flange;
 }
 
 std::string boltSpecOf(const HxDbFlan2BoltNut* record) {
     const HextBolt* bolt = record->getBolt();
-    return textOf(bolt != nullptr ? bolt->getBoltSpec() : nullptr);
+    return textOrEmpty(bolt != nullptr ? bolt->getBoltSpec() : nullptr);
 }
 
 int boltDiameter(const BoltData&) {
@@ -122,14 +121,6 @@ std::string expandTemplate(std::string_view text, const BoltData& part) {
     return result;
 }
 
-bool BoltCatalogue::isNew(std::string_view name) {
-    if (names_.isNameCreated(name)) {
-        return false;
-    }
-    names_.markNameCreated(name);
-    return true;
-}
-
 void BoltCatalogue::write(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntity* object, CataStream& out) {
     writeRoots(out);
     references_.clear();
@@ -146,27 +137,27 @@ void BoltCatalogue::write(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntit
 
 void BoltCatalogue::writeRoots(CataStream& out) {
     const std::string& table = names_.getBltabName();
-    if (isNew(table)) {
+    if (names_.markIfNotCreated(table)) {
         out.line("call !!ORNACataBlta('", Ref{table}, "')");
     }
     const std::string& list = names_.getBlistName();
-    if (isNew(list)) {
+    if (names_.markIfNotCreated(list)) {
         enterElement(out, table);
         out.line("call !!ORNACataBlist('", Ref{list}, "')");
     }
     const std::string& cata = names_.getBoltCataName();
-    if (isNew(cata)) {
+    if (names_.markIfNotCreated(cata)) {
         writeCatalogue(out, cata);
     }
     const std::string& section = names_.getBoltSectName();
-    if (isNew(section)) {
+    if (names_.markIfNotCreated(section)) {
         writeSection(out, cata, section);
     }
 }
 
 void BoltCatalogue::writeSet(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntity* object, CataStream& out) {
     const std::string set = names_.getBoltObjectName(object);
-    if (!isNew(set)) {
+    if (!names_.markIfNotCreated(set)) {
         return;
     }
     references_.push_back(cataRef(set));
@@ -174,8 +165,7 @@ void BoltCatalogue::writeSet(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEn
     BoltData bolt;
     BoltData nut;
     if (!readBoltData(boltSet, bolt, nut)) {
-        tolmar::runReport().passedOver(object->objectId().toInt(), set, "bolt set",
-                                       "has no bolt, nut or flange record");
+        reportLeftOut({object, set, "bolt set"}, "has no bolt, nut or flange record");
         return;
     }
     FlangeData flange = readFlangeData(boltSet->getFlanIdx());
@@ -202,22 +192,22 @@ void BoltCatalogue::writePoints(CataStream& out, const std::string& set, const F
 void BoltCatalogue::writeCategoryOf(CataStream& out, const FlangeData& flange, const BoltData& bolt,
                                     const BoltData& nut) {
     const std::string category = names_.getBoltKeyName(flange);
-    if (isNew(category)) {
+    if (names_.markIfNotCreated(category)) {
         writeCategory(out, names_.getBoltSectName(), category, bolt.code);
     }
     writeTexts(out, "BOLT", bolt, category, names_.getBoltDtsetName(flange));
-    if (const std::string mtset = names_.getBoltMtsetName(flange); isNew(mtset)) {
+    if (const std::string mtset = names_.getBoltMtsetName(flange); names_.markIfNotCreated(mtset)) {
         writeMaterialText(out, category, mtset, bolt.mater);
     }
     writeTexts(out, "NUT", nut, category, names_.getNutDtsetName(flange));
-    if (const std::string mtset = names_.getNutMtsetName(flange); isNew(mtset)) {
+    if (const std::string mtset = names_.getNutMtsetName(flange); names_.markIfNotCreated(mtset)) {
         writeMaterialText(out, category, mtset, nut.mater);
     }
 }
 
 void BoltCatalogue::writeTexts(CataStream& out, const char* kind, const BoltData& part, const std::string& category,
                                const std::string& dtset) {
-    if (!isNew(dtset)) {
+    if (!names_.markIfNotCreated(dtset)) {
         return;
     }
     const auto text = [&](const char* key) { return expandTemplate(templates_.find(std::string(kind) + key), part); };
@@ -226,7 +216,7 @@ void BoltCatalogue::writeTexts(CataStream& out, const char* kind, const BoltData
 
 void BoltCatalogue::writeItem(CataStream& out, const FlangeData& flange, const BoltData& bolt, const BoltData& nut) {
     const std::string item = names_.getBoltItemName(flange.spec, flange, bolt.type);
-    if (!isNew(item)) {
+    if (!names_.markIfNotCreated(item)) {
         return;
     }
     enterElement(out, names_.getBlistName());

@@ -54,7 +54,6 @@ private:
     void writeTexts(CataStream& out, const char* kind, const BoltData& part, const std::string& category,
                     const std::string& dtset);
     void writeItem(CataStream& out, const FlangeData& flange, const BoltData& bolt, const BoltData& nut);
-    bool isNew(std::string_view name);
 
     NameManager& names_;
     const ConfigTexts& templates_;

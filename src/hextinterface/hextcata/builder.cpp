@@ -2,6 +2,7 @@
 
 #include "exportbase/left_out_shapes.h"
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/hextcata/bolt_catalogue.h"
 #include "hextinterface/hextcata/geometry.h"
@@ -11,31 +12,21 @@
 #include "hextinterface/manager/name_manager.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/primaries.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 namespace {
+
+using tolmar::textOrEmpty;
 
 constexpr std::string_view attachKind = "ATTACH";
 constexpr std::string_view componentLinkKind = "PCLA";
 constexpr double weldLength = 0;
-
-long long idNumber(const HxDbObject* object) {
-    return object->objectId().toInt();
-}
-
-void leaveOut(const HxDbObject* object, const char* what, std::string_view why) {
-    const char* name = object->getDisplayName();
-    tolmar::runReport().passedOver(idNumber(object), name != nullptr ? name : "", what, why);
-}
-
-// The insulation, which has a specification in place of a shape.
-bool isObstruction(const HextPrimary3D& solid) {
-    const char* material = solid.getMaterial();
-    return material != nullptr && std::string_view(material) == obstructionMaterial;
-}
+constexpr const char* noItem = "has no item";
+constexpr const char* noType = "has no GType";
 
 // Solids of the object itself, not its obstruction volume. Content of the host CAD is among them, for the report: it
 // has no translator.
@@ -52,15 +43,6 @@ std::vector<const HextPrimary*> ownSolids(const HxDbObject& object, const Primar
     }
     leftOut.report(object);
     return kept;
-}
-
-// The class that computes an object's frame; a nozzle's goes by its family.
-std::string frameClass(const CataItem& item, const HxDbSmrtlnEntity* object) {
-    const HxDbTubeModel* model = HxDbTubeModel::cast(object);
-    if (item.smrtlnType != "NOZZLE" || model == nullptr) {
-        return item.smrtlnType;
-    }
-    return isNormalType(model) ? "COMPNormal" : isBendType(model) ? "COMPAngle" : item.smrtlnType;
 }
 
 void reportTexts(const CataItem& item) {
@@ -92,10 +74,12 @@ const HxDbSmrtlnEntity* attachedTo(const HxDbSupportModel* support) {
 }
 
 std::string nameOf(const HxDbSupportModel* support) {
-    const auto text = [](const char* t) { return std::string(t != nullptr ? t : ""); };
     const HxDbSupportItem* item = support->getSupItem();
-    return text(item != nullptr ? item->getStan() : nullptr) + text(item != nullptr ? item->getType() : nullptr) +
-           text(support->getSupNo());
+    std::string name;
+    if (item != nullptr) {
+        name.append(textOrEmpty(item->getStan())).append(textOrEmpty(item->getType()));
+    }
+    return name += textOrEmpty(support->getSupNo());
 }
 
 // The catalogue of the fixed bend: an empty geometry set, and two points whose bore is the first design parameter.
@@ -141,10 +125,6 @@ CataBuilder::CataBuilder(CataStream stream, NameManager& names)
     : stream_(std::move(stream)), names_(names), texts_(ConfigTexts::detailTexts()),
       boltTexts_(ConfigTexts::boltTexts()), withBoltRows_(configBoltSpec()) {}
 
-bool CataBuilder::isNew(std::string_view name) {
-    return names_.markIfNotCreated(name);
-}
-
 void CataBuilder::requireOpen() const {
     if (!stream_.isOpen()) {
         throw ExportException("cata.txt文件打开失败！");
@@ -159,30 +139,29 @@ void CataBuilder::writeFixedBend() {
 
 // --------------------------------------------------------------------------------------------------------- branches
 
-bool CataBuilder::hasTypes(const ComponentList& objects, const ObjectSet& skipSet, ComponentList& kept) {
-    bool whole = true;
-    for (HxDbSmrtlnEntity* object : objects) {
-        if (object->isKindOf(HxDbTubeStop::desc()) || skipSet.count(object) != 0) {
-            continue;
-        }
-        if (getBomValue(object, "item").empty()) {
-            leaveOut(object, "catalogue entry", "has no item");
-            continue;
-        }
-        if (names_.getGtype(object).empty()) {
-            leaveOut(object, "catalogue entry", "has no GType");
-            whole = false;
-            continue;
-        }
-        kept.push_back(object);
+const char* CataBuilder::reasonAgainst(const HxDbSmrtlnEntity* object) {
+    if (getBomValue(object, "item").empty()) {
+        return noItem;
     }
-    return whole;
+    return names_.getGtype(object).empty() ? noType : nullptr;
 }
 
 bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& skipSet) {
     ComponentList kept;
     kept.reserve(objects.size());
-    if (!hasTypes(objects, skipSet, kept)) {
+    bool whole = true;
+    for (HxDbSmrtlnEntity* object : objects) {
+        if (isTubeStop(object) || skipSet.count(object) != 0) {
+            continue;
+        }
+        if (const char* why = reasonAgainst(object)) {
+            reportLeftOut(object, "catalogue entry", why);
+            whole = whole && why != noType;
+        } else {
+            kept.push_back(object);
+        }
+    }
+    if (!whole) {
         return false;
     }
     for (HxDbSmrtlnEntity* object : kept) {
@@ -190,7 +169,7 @@ bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& ski
             writeObject(object);
         } catch (const ExportException& failure) {
             hxcad::hextPrintf("\nID:%lld <%s>", idNumber(object), failure.what());
-            leaveOut(object, "catalogue entry", failure.what());
+            reportLeftOut(object, "catalogue entry", failure.what());
         }
     }
     return true;
@@ -198,7 +177,7 @@ bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& ski
 
 // A component that is known costs its name, a look-up and its insulation.
 bool CataBuilder::startEntry(const HxDbSmrtlnEntity* object, const std::string& scomName) {
-    const bool first = isNew(scomName);
+    const bool first = names_.markIfNotCreated(scomName);
     if (smrtln::isPipe(object) && getBomValue(object, "minsul") != "0") {
         names_.registerInsulation(object);
     }
@@ -235,10 +214,10 @@ bool CataBuilder::writeComponentEntry(CataItem& item, const HxDbSmrtlnEntity* ob
     fillItem(item, object, names_, texts_);
     fillPoints(item, item.object);
     if (!writeEntry(item, item.item)) {
-        leaveOut(item.object, "catalogue entry", "has no GType");
+        reportLeftOut(item.object, "catalogue entry", noType);
         return false;
     }
-    if (item.object->isKindOf(HxDbTubeWeld::desc())) {
+    if (isWeld(item.object)) {
         item.hasGeometry = false;
         writeWeld(item);
     }
@@ -267,15 +246,15 @@ bool CataBuilder::writeEntry(CataItem& item, std::string_view kind) {
 void CataBuilder::writeTree(CataItem& item) {
     item.categoryName =
         item.item == attachKind ? names_.getPointSetBaseName(item.object) : names_.getComponentName(item.object);
-    if (!isNew(item.categoryName)) {
+    if (!names_.markIfNotCreated(item.categoryName)) {
         return;
     }
     const std::string cata = names_.getCataName(item.object);
     const std::string section = names_.getSectionName(item.object);
-    if (isNew(cata)) {
+    if (names_.markIfNotCreated(cata)) {
         writeCatalogue(stream_, cata);
     }
-    if (isNew(section)) {
+    if (names_.markIfNotCreated(section)) {
         writeSection(stream_, cata, section);
     }
     writeCategory(stream_, section, item.categoryName, item.standard);
@@ -296,16 +275,16 @@ void CataBuilder::findSkey(CataItem& item, std::string_view kind) {
 }
 
 void CataBuilder::writeSets(CataItem& item) {
-    if (isNew(item.gmseName)) {
+    if (names_.markIfNotCreated(item.gmseName)) {
         writeGeometrySet(stream_, item.categoryName, item.gmseName);
     }
-    if (isNew(item.ptseName)) {
+    if (names_.markIfNotCreated(item.ptseName)) {
         writePointSet(stream_, item.categoryName, item.ptseName);
     }
-    if (isNew(item.sdteName)) {
+    if (names_.markIfNotCreated(item.sdteName)) {
         writeDetailText(stream_, item.categoryName, item.sdteName, {item.rtext, item.stext, item.ttext, item.skey});
     }
-    if (isNew(item.smteName)) {
+    if (names_.markIfNotCreated(item.smteName)) {
         writeMaterialText(stream_, item.categoryName, item.smteName, item.material);
     }
 }
@@ -350,7 +329,7 @@ CataPoints CataBuilder::writeShape(const CataItem& item, std::string refText) {
     CataCompGeometry geometry;
     geometry.points = item.points;
     geometry.object = item.object;
-    geometry.className = frameClass(item, item.object);
+    geometry.className = item.smrtlnType;
     geometry.refText = std::move(refText);
     geometry.primitives = ownSolids(*item.object, primitives);
     computeFrame(geometry);
@@ -376,7 +355,7 @@ void CataBuilder::writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles) {
                 nozzlesWithSpec().push_back(nozzle);
             }
         } catch (const ExportException& failure) {
-            leaveOut(nozzle, "nozzle", failure.what());
+            reportLeftOut(nozzle, "nozzle", failure.what());
         }
     }
 }
@@ -388,12 +367,12 @@ bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
     if (first && !writeComponentEntry(item, nozzle)) {
         return false;
     }
-    if (getBomValue(nozzle, "size1").find('*') != std::string_view::npos) {
-        leaveOut(nozzle, "nozzle", "its size is no plain number");
+    if (!hasPlainSize(nozzle)) {
+        reportLeftOut(nozzle, "nozzle", "its size is no plain number");
         return false;
     }
     if (item.points.empty()) {
-        leaveOut(nozzle, "nozzle", first ? "has no points" : "shares the entry of another nozzle");
+        reportLeftOut(nozzle, "nozzle", first ? "has no points" : "shares the entry of another nozzle");
         return false;
     }
     writeShape(item, {});
@@ -403,10 +382,10 @@ bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
 void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     const HxDbSmrtlnEntity* connected = attachedTo(support);
     if (connected == nullptr) {
-        return leaveOut(support, "attachment", "is connected to nothing");
+        return reportLeftOut(support, "attachment", "is connected to nothing");
     }
     const std::string scomName = names_.getPointSetScName(connected);
-    if (!isNew(scomName)) {
+    if (!names_.markIfNotCreated(scomName)) {
         return;
     }
     const auto kind = smrtln::isPipe(connected) ? AttachmentKind::Pipe : AttachmentKind::Component;
@@ -420,7 +399,7 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     item.stext = item.rtext;
     item.ttext = item.rtext;
     if (!writeEntry(item, attachKind)) {
-        return leaveOut(support, "attachment", "what it is attached to has no GType");
+        return reportLeftOut(support, "attachment", "what it is attached to has no GType");
     }
     item.points = attachmentPoints(kind, outerDiameterOf(connected), names_.keepName(getBomValue(connected, "end1")));
     if (!names_.isNameCreated(item.ptseName)) {
@@ -429,7 +408,7 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     for (std::size_t i = 1; i < item.points.size(); ++i) {
         writePoint(stream_, item.ptseName, item.points[i]);
     }
-    if (item.sdteName != "Nulref" && isNew(item.sdteName)) {
+    if (item.sdteName != "Nulref" && names_.markIfNotCreated(item.sdteName)) {
         writeDetailText(stream_, item.categoryName, item.sdteName, {item.rtext, item.stext, item.ttext, item.skey});
     }
 }
@@ -437,7 +416,7 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
 void CataBuilder::writeSupport(const HxDbSupportModel* support) {
     CataItem item;
     item.scomName = names_.getScomName(support);
-    if (isNew(item.scomName)) {
+    if (names_.markIfNotCreated(item.scomName)) {
         requireOpen();
         fillItem(item, support, names_, texts_);
         writeEntry(item, componentLinkKind);
@@ -446,7 +425,7 @@ void CataBuilder::writeSupport(const HxDbSupportModel* support) {
     if (connected == nullptr || !names_.isNameCreated(names_.getPointSetBaseName(connected))) {
         return;
     }
-    if (const std::string& text = names_.getPointSetDtName(connected); isNew(text)) {
+    if (const std::string& text = names_.getPointSetDtName(connected); names_.markIfNotCreated(text)) {
         const std::string name = nameOf(support);
         writeDetailText(stream_, names_.getPointSetBaseName(connected), text, {name, name, name, " "});
     }

@@ -2,9 +2,9 @@
 // tree is identified by its name alone and written once, and the component's name is the test for the whole entry.
 #pragma once
 
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/hextcata/item.h"
 #include "hextinterface/hextcata/stream.h"
-#include "hextinterface/model_extraction.h"
 #include "scripts/project_config.h"
 
 #include <string_view>
@@ -39,7 +39,8 @@ public:
     const std::vector<HxDbBoltNutModel*>& boltedObjects() const { return bolted_; }
 
 private:
-    bool hasTypes(const ComponentList& objects, const ObjectSet& skipSet, ComponentList& kept);
+    // Why an object gets no entry; null when it gets one.
+    const char* reasonAgainst(const HxDbSmrtlnEntity* object);
     // Marks the object's entry and registers its insulation; false when the entry was marked already.
     bool startEntry(const HxDbSmrtlnEntity* object, const std::string& scomName);
     void writeObject(HxDbSmrtlnEntity* object);
@@ -55,8 +56,6 @@ private:
     // Gives the points as they were written.
     CataPoints writeShape(const CataItem& item, std::string refText);
     void writeBolts(const HxDbSmrtlnEntity* object);
-    // Marks a name when it is new; true then.
-    bool isNew(std::string_view name);
     void requireOpen() const;
 
     CataStream stream_;

@@ -1,5 +1,6 @@
 // Translators of round and rectangular elbows.
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextcata/gem_classes.h"
 
 #include <algorithm>
@@ -17,7 +18,6 @@ struct BendCourse {
 namespace {
 
 constexpr double sweepTolerance = 1e-5;
-constexpr TlGeTol nearlyParallel(1e-5, 1e-5);
 constexpr double degrees = tlGePi / 180.0;
 
 enum ArcKind { ShortWay = 0, LongWay = 1, WholeCircle = 2, HalfCircle = 3 };

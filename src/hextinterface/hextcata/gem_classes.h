@@ -7,6 +7,8 @@ namespace gem {
 
 inline constexpr int writeMode = 2;
 inline constexpr TlGeTol looseTol(0.001, 0.001);
+// How far out of a coordinate plane a direction may point and still count as lying in it.
+inline constexpr double planeTolerance = 1e-5;
 inline constexpr const char* noCounterpart = "has no counterpart in the catalogue";
 
 }  // namespace gem

@@ -7,8 +7,7 @@
 namespace {
 
 using gem::looseTol;
-
-constexpr double planeTolerance = 1e-5;
+using gem::planeTolerance;
 
 // Whether the line through two points, taken as vectors, runs through the origin in a coordinate plane.
 bool runsThroughOrigin(const HxGePoint3D& near, const HxGePoint3D& far) {

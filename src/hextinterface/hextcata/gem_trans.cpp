@@ -7,11 +7,7 @@
 #include <iterator>
 #include <memory>
 
-namespace {
-
-constexpr double planeTolerance = 1e-5;
-
-}  // namespace
+using gem::planeTolerance;
 
 HEXT_CATA_GemTrans::HEXT_CATA_GemTrans(const GemFrame& frame, int nextNumber) : nextNumber_(nextNumber), frame_(frame) {
     frame_.x.normalize();

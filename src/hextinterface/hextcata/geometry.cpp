@@ -2,25 +2,22 @@
 
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/component_geometry.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextcata/gem_classes.h"
 #include "hextinterface/hextcata/lines.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 
 namespace {
 
-constexpr TlGeTol nearlyParallel(1e-5, 1e-5);
 constexpr double samePlace = 0.01;
 constexpr double hoseWall = 10;
-
-long long idNumber(const HxDbObject* object) {
-    return object->objectId().toInt();
-}
 
 CataPoint record(int id, const HxGePoint3D& pos = {}) {
     CataPoint point;
@@ -62,8 +59,7 @@ void pointsOfTee(CataPoints& points) {
 void pointsOfClass(CataItem& item, const HxDbSmrtlnEntity* object) {
     const auto comp = makeComp(item.smrtlnType);
     comp->entity = object;
-    std::vector<HxGePoint3D> coordinates;
-    comp->getPoints(coordinates);
+    std::vector<HxGePoint3D> coordinates = comp->getPoints();
     if (item.smrtlnType == "Normal" && isBranchFitting(object)) {
         coordinates.push_back(object->getCoordOfNo(object->getPointOfNo(3) != nullptr ? 3 : 2));
     }
@@ -95,13 +91,13 @@ void turnToStem(CataCompGeometry& geometry) {
     if (!smrtln::isValve(geometry.object) || geometry.points.size() < 3) {
         return;
     }
-    geometry.x = (geometry.points[2].pos - geometry.points[0].pos).normal();
+    geometry.frame.x = (geometry.points[2].pos - geometry.points[0].pos).normal();
     const HxGeVector3D stemAxis = model != nullptr ? model->getRefVec().normal() : HxGeVector3D();
-    if (stemAxis.isZeroLength() || stemAxis.isParallelTo(geometry.x, nearlyParallel)) {
+    if (stemAxis.isZeroLength() || stemAxis.isParallelTo(geometry.frame.x, nearlyParallel)) {
         return;
     }
-    geometry.y = stemAxis;
-    geometry.z = geometry.x.crossProduct(geometry.y).normal();
+    geometry.frame.y = stemAxis;
+    geometry.frame.z = geometry.frame.x.crossProduct(geometry.frame.y).normal();
     CataPoint stem = record(3, {0, 50, 0});
     stem.paxi = "Y";
     geometry.points.push_back(std::move(stem));
@@ -117,7 +113,7 @@ void swapNozzleEnds(CataCompGeometry& geometry) {
 }
 
 void leaveOut(const CataCompGeometry& geometry, const HextPrimary& primitive, std::string_view why) {
-    tolmar::runReport().passedOver(idNumber(geometry.object), primitive.isA()->name(), "primitive", why);
+    reportLeftOut({geometry.object, primitive.isA()->name(), "primitive"}, why);
 }
 
 void reportPrimitive(const CataCompGeometry& geometry, const HextPrimary& primitive, const char* text) {
@@ -131,7 +127,7 @@ void reportPrimitive(const CataCompGeometry& geometry, const HextPrimary& primit
 }
 
 bool hasFrame(const CataCompGeometry& geometry) {
-    return !geometry.x.isZeroLength() && !geometry.y.isZeroLength() && !geometry.z.isZeroLength();
+    return !geometry.frame.x.isZeroLength() && !geometry.frame.y.isZeroLength() && !geometry.frame.z.isZeroLength();
 }
 
 // A family without a frame of its own (a hose that is none by kind) has no place for its primitives.
@@ -142,7 +138,8 @@ void writePrimitives(CataCompGeometry& geometry, CataStream& out) {
         }
         return;
     }
-    const GemFrame frame{geometry.points.front().pos, geometry.x, geometry.y, geometry.z, geometry.refText};
+    const GemFrame frame{geometry.points.front().pos, geometry.frame.x, geometry.frame.y, geometry.frame.z,
+                         geometry.refText};
     int nextNumber = firstAddedNumber;
     for (const HextPrimary* primitive : geometry.primitives) {
         try {
@@ -169,9 +166,8 @@ void takeKeyPoints(CataCompGeometry& geometry) {
             if (point.worldPoint.distanceTo(place) > samePlace) {
                 continue;
             }
-            const char* end = smrtln::getEndType(model, number);
             const char* size = smrtln::getSize(model, number);
-            point.con = end != nullptr ? end : "";
+            point.con = tolmar::textOrEmpty(smrtln::getEndType(model, number));
             point.bore = size != nullptr ? integerOf(size) : 0;
         }
     }
@@ -256,10 +252,10 @@ void computeFrame(CataCompGeometry& g) {
     comp->entity = g.object;
     const bool normal = g.className == "Normal";
     if (normal && isBranchFitting(g.object)) {
-        comp->buildFrameOnBranch(g.points, g.x, g.y, g.z);
+        g.frame = comp->buildFrameOnBranch(g.points);
         return;
     }
-    comp->buildFrame(g.points, g.x, g.y, g.z);
+    g.frame = comp->buildFrame(g.points);
     if (normal) {
         turnToStem(g);
     }

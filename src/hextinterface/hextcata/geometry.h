@@ -1,7 +1,7 @@
 // The points and geometry of one component in the catalogue.
 #pragma once
 
-#include "hextinterface/hextbasemethod/cata_point.h"
+#include "hextinterface/hextbasemethod/component_geometry.h"
 #include "hextinterface/hextcata/item.h"
 #include "hextinterface/hextcata/stream.h"
 #include "platform/primitives.h"
@@ -17,9 +17,7 @@ struct CataCompGeometry {
     std::vector<const HextPrimary*> primitives;
     const HxDbSmrtlnEntity* object = nullptr;
     std::string className;
-    HxGeVector3D x;
-    HxGeVector3D y;
-    HxGeVector3D z;
+    LocalFrame frame;
     std::string refText;
 };
 

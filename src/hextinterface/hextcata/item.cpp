@@ -1,10 +1,12 @@
 #include "hextinterface/hextcata/item.h"
 
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/manager/name_manager.h"
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
 #include "scripts/project_config.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,8 +30,7 @@ int sizeAt(const HxDbTubeModel* model, int number) {
 // A nozzle's first end is the second of its specification.
 std::string nozzleEnd(const HxDbNozzleModel* nozzle) {
     const HxDbTubeSpecification* specification = nozzle->getSpec();
-    const char* end = specification != nullptr ? specification->getEndtype(2) : nullptr;
-    return end != nullptr ? end : "";
+    return specification != nullptr ? tolmar::textOrEmpty(specification->getEndtype(2)) : "";
 }
 
 // The end type of what a weld joins at a connection; unchanged without a neighbour.
@@ -39,8 +40,7 @@ void takeNeighbourEnd(const HxDbSmrtlnEntity* weld, int number, std::string& end
         return;
     }
     const int there = neighbour->getConnNoOfSmrtln(weld, 0);
-    const char* type = smrtln::getEndType(HxDbTubeModel::cast(neighbour), there);
-    end = type != nullptr ? type : "";
+    end = tolmar::textOrEmpty(smrtln::getEndType(HxDbTubeModel::cast(neighbour), there));
 }
 
 void readEnds(CataItem& item, const HxDbSmrtlnEntity* object, const NameManager& names) {
@@ -51,7 +51,7 @@ void readEnds(CataItem& item, const HxDbSmrtlnEntity* object, const NameManager&
     if (const HxDbNozzleModel* nozzle = HxDbNozzleModel::cast(object)) {
         item.ends[0] = nozzleEnd(nozzle);
     }
-    if (object->isKindOf(HxDbTubeWeld::desc())) {
+    if (isWeld(object)) {
         takeNeighbourEnd(object, 1, item.ends[0]);
         takeNeighbourEnd(object, 2, item.ends[1]);
     }
@@ -94,7 +94,7 @@ int cutToInteger(double value) {
 
 void readSizes(const HxDbSmrtlnEntity* object, Bores& sizes) {
     const HxDbObject* source = object;
-    if (object->isKindOf(HxDbTubeWeld::desc())) {
+    if (isWeld(object)) {
         std::vector<HxDbObject*> connected;
         object->getAllConnObject(connected);
         source = connected.empty() ? object : connected.front();
@@ -147,8 +147,6 @@ void fillItem(CataItem& item, const HxDbSmrtlnEntity* object, const NameManager&
     } else if (smrtln::isPipe(object) && !isFlangedPipe(object) && !smrtln::isBend(object)) {
         item.hasGeometry = false;
     }
-    item.specName = value(object, "specname");
-    item.rating = value(object, "rating");
     item.schedule = value(object, "sch");
     item.thickness = value(object, "thick");
     item.standard = value(object, "stan");

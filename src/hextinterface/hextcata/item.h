@@ -29,10 +29,8 @@ struct CataItem {
     std::string categoryName;
     std::string scomName;
     CataPoints points;
-    std::string specName;
     std::string gtype;
     std::string skey;
-    std::string rating;
     std::string schedule;
     std::string thickness;
     std::string material;

@@ -1,8 +1,8 @@
 #include "hextinterface/hextcata/lines.h"
 
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "tolmar/host_ui.h"
-#include "tolmar/run_report.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ void CataStream::openCataFile(std::string_view folder) {
 }
 
 void CataStream::leaveOut() const {
-    tolmar::runReport().passedOver(0, text_, "catalogue line", "holds a number that is not finite");
+    reportLeftOut({HxDbObjectId(), text_, "catalogue line"}, "holds a number that is not finite");
 }
 
 void writeCatalogue(CataStream& out, std::string_view cata) {

@@ -119,19 +119,18 @@ const std::string& NameManager::getBranchNameOf(const HxDbObject* object) const 
     throw ExportException(std::to_string(naming::idOf(object).toInt()) + "未找到分支");
 }
 
-bool NameManager::matchTubeStop(const HxDbObject* object, std::string& branch) const {
+const std::string* NameManager::matchTubeStop(const HxDbObject* object) const {
     const HxDbTubeStop* stop = HxDbTubeStop::cast(object);
     const BranchStop wanted = stop != nullptr ? naming::readBranchStop(*stop) : BranchStop();
     if (wanted.endTag == 0) {
-        return false;
+        return nullptr;
     }
     for (const auto& [known, name] : state_->branchStops) {
         if (naming::meets(known, wanted)) {
-            branch = *name;
-            return true;
+            return name;
         }
     }
-    return false;
+    return nullptr;
 }
 
 const std::string& NameManager::getMemberName(const HxDbObject* object) {

@@ -159,8 +159,8 @@ public:
     void addToBranch(std::string_view branch, std::span<HxDbSmrtlnEntity* const> components);
     // ExportException for an object without branch.
     const std::string& getBranchNameOf(const HxDbObject* object) const;
-    // The branch of an earlier stop that meets this one; false, and `branch` unchanged, when there is none.
-    bool matchTubeStop(const HxDbObject* stop, std::string& branch) const;
+    // The branch of an earlier stop that meets this one; null when there is none.
+    const std::string* matchTubeStop(const HxDbObject* stop) const;
     // ExportException for an object without branch.
     const std::string& getMemberName(const HxDbObject* object);
 

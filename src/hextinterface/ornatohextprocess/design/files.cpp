@@ -5,9 +5,9 @@
 #include "hextinterface/manager/manager.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "scripts/project_config.h"
 #include "tolmar/file.h"
-#include "tolmar/run_report.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ void writeNozzle(std::string& out, const _PNozzle& nozzle, HxDbObjectId id) {
     } catch (const ExportException& failure) {
         hxcad::hextPrintf("\nNID:%lld EID:%lld <%s>", static_cast<long long>(nozzle.equipmentId.toInt()),
                           static_cast<long long>(id.toInt()), failure.what());
-        tolmar::runReport().passedOver(id.toInt(), nozzle.name, "nozzle", failure.what());
+        reportLeftOut({id, nozzle.name, "nozzle"}, failure.what());
     }
 }
 

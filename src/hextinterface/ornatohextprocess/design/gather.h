@@ -1,7 +1,7 @@
 // From the sorted selection to the records of equipment, structures, supports and nozzles.
 #pragma once
 
-#include "hextinterface/model_extraction.h"
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/ornatohextprocess/design/records.h"
 
 // Each runs after the nozzle catalogue, since only nozzles of its list are gathered. How far a failure reaches: in an

@@ -1,4 +1,5 @@
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextcata/nozzle_list.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
@@ -6,6 +7,7 @@
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
 #include "platform/attribute_cache.h"
 #include "platform/id_pages.h"
+#include "platform/left_out.h"
 #include "platform/primaries.h"
 
 namespace design {
@@ -25,7 +27,7 @@ Members openMembers(const HxDbObject* equipment) {
         } else if (HxDbEquipment* body = HxDbEquipment::cast(object)) {
             members.bodies.push_back(body);
         } else if (object != nullptr) {
-            passOver(object, "member", std::string("is no equipment but ") + object->isA()->name());
+            reportLeftOut(object, "member", std::string("is no equipment but ") + object->isA()->name());
         }
     }
     return members;
@@ -49,14 +51,14 @@ void readUserAttributes(EquipRecord& record, const HxDbObject* equipment) {
 void addBody(EquipRecord& record, const HxDbEquipment* body) {
     PrimaryList shape;
     if (smrtln::getSmrtlnGraphy(body, "reality", shape.list()) != Hext::eOk) {
-        return passOver(body, "equipment", "has no shape");
+        return reportLeftOut(body, "equipment", "has no shape");
     }
     for (const HextPrimary* primitive : shape) {
         try {
             addPrimitive(record, *primitive, body);
         } catch (const ExportException& failure) {
-            hxcad::hextPrintf("\n ID:%lld <%s>", static_cast<long long>(body->objectId().toInt()), failure.what());
-            passOver(body, "primitive", std::string(primitive->isA()->name()) + ": " + failure.what());
+            hxcad::hextPrintf("\n ID:%lld <%s>", idNumber(body), failure.what());
+            reportLeftOut(body, "primitive", std::string(primitive->isA()->name()) + ": " + failure.what());
         }
     }
 }
@@ -72,11 +74,11 @@ public:
     void gather(const HxDbObject* equipment) {
         const Members members = openMembers(equipment);
         if (members.bodies.empty()) {
-            return passOver(equipment, "equipment", "has no member that is an equipment");
+            return reportLeftOut(equipment, "equipment", "has no member that is an equipment");
         }
         EquipRecord record = makeRecord(equipment, members);
         if (record.groups.empty()) {
-            return passOver(equipment, "equipment", "has no solid, so that it and its nozzles are left out");
+            return reportLeftOut(equipment, "equipment", "has no solid, so that it and its nozzles are left out");
         }
         std::vector<EquipRecord> nozzles = makeNozzles(members, record);
         record.owner = zoneOf(equipment, set_.context.names, set_.context.names.getDbZoneName(ExportDb::Equip));
@@ -103,14 +105,14 @@ private:
         std::vector<EquipRecord> records;
         for (const HxDbNozzleModel* nozzle : members.nozzles) {
             if (!known_.contains(nozzle->objectId())) {
-                passOver(nozzle, "nozzle", "has no catalogue entry");
+                reportLeftOut(nozzle, "nozzle", "has no catalogue entry");
                 continue;
             }
             EquipRecord record;
             record.objectId = nozzle->objectId();
             PrimGroup group = makeNozzle(nozzle, equipment.objectId, equipment.frame.origin, set_.context);
             if (group.empty()) {
-                passOver(nozzle, "nozzle", "is neither straight nor bent");
+                reportLeftOut(nozzle, "nozzle", "is neither straight nor bent");
                 continue;
             }
             record.groups.push_back(std::move(group));
@@ -132,7 +134,7 @@ void gatherEquipment(const ObjectList& equipment, DesignMacroSet& set) {
             gatherer.gather(object);
         } catch (const ExportException& failure) {
             hxcad::hextPrintf("\n%s", failure.what());
-            passOver(object, "equipment", failure.what());
+            reportLeftOut(object, "equipment", failure.what());
         }
         finishManager(set);
     }

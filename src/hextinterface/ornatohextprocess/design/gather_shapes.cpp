@@ -1,27 +1,19 @@
 #include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/ornatohextprocess/solids/prim_convert.h"
 #include "platform/hxcom.h"
-#include "tolmar/run_report.h"
+#include "platform/left_out.h"
 
 namespace design {
 namespace {
 
-bool isObstruction(const HextPrimary3D& primitive) {
-    const char* material = primitive.getMaterial();
-    return material != nullptr && std::string_view(material) == obstructionMaterial;
-}
-
-void passOverPrimitive(const HextPrimary& primitive, const HxDbObject* source, std::string_view why) {
-    passOver(source, "primitive", std::string(primitive.isA()->name()).append(": ").append(why));
+void leaveOutPrimitive(const HextPrimary& primitive, const HxDbObject* source, std::string_view why) {
+    reportLeftOut(source, "primitive", std::string(primitive.isA()->name()).append(": ").append(why));
 }
 
 }  // namespace
-
-void passOver(const HxDbObject* object, const char* what, std::string_view why) {
-    tolmar::runReport().passedOver(object->objectId().toInt(), textOf(object->getDisplayName()), what, why);
-}
 
 void finishManager(const DesignMacroSet& set) {
     if (set.whenManagerGathered) {
@@ -32,17 +24,17 @@ void finishManager(const DesignMacroSet& set) {
 void addPrimitive(EquipRecord& record, const HextPrimary& primitive, const HxDbObject* source) {
     const HextPrimary3D* solid = HextPrimary3D::cast(&primitive);
     if (solid == nullptr) {
-        return passOverPrimitive(primitive, source, "is no solid");
+        return leaveOutPrimitive(primitive, source, "is no solid");
     }
     if (isObstruction(*solid)) {
-        return passOverPrimitive(primitive, source, "belongs to the obstruction volume");
+        return leaveOutPrimitive(primitive, source, "belongs to the obstruction volume");
     }
     PrimGroup group = convertPrimary(primitive);
     if (group.empty()) {
-        return passOverPrimitive(primitive, source, "no macro solid can be made of it");
+        return leaveOutPrimitive(primitive, source, "no macro solid can be made of it");
     }
     for (const std::string& why : group.leftOut) {
-        passOverPrimitive(primitive, source, why);
+        leaveOutPrimitive(primitive, source, why);
     }
     record.groups.push_back(std::move(group));
 }
@@ -67,7 +59,7 @@ std::string colourFunction(const char* word, int index) {
 HxDbObject* openMember(HxDbObjectId id) {
     HxDbObject* member = nullptr;
     if (hxdbOpenObject(id, member, 3) != Hext::eOk) {
-        tolmar::runReport().passedOver(id.toInt(), "", "member", "cannot be opened");
+        reportLeftOut({id, "", "member"}, "cannot be opened");
         return nullptr;
     }
     return member;

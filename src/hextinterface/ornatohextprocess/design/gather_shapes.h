@@ -12,14 +12,6 @@ class NameManager;
 
 namespace design {
 
-// Texts of the platform may be null.
-inline std::string textOf(const char* text) {
-    return text != nullptr ? text : "";
-}
-
-// Tells the run report that an object was passed over.
-void passOver(const HxDbObject* object, const char* what, std::string_view why);
-
 // To be called when one manager is done, whatever came of it.
 void finishManager(const DesignMacroSet& set);
 

@@ -1,14 +1,20 @@
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
 #include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "platform/attribute_cache.h"
+#include "platform/left_out.h"
 #include "platform/primaries.h"
+#include "tolmar/text.h"
 
 #include <iterator>
 
 namespace design {
 namespace {
+
+using tolmar::textOrEmpty;
 
 constexpr int plainShape = 1;
 constexpr const char* windowName = "window";
@@ -16,7 +22,7 @@ constexpr const char* windowName = "window";
 void addShape(EquipRecord& record, const HxDbObject* object) {
     PrimaryList shape;
     if (CadGiDraw::getPrimarys(object, shape.list(), nullptr, plainShape) != Hext::eOk) {
-        return passOver(object, "structure", "has no shape");
+        return reportLeftOut(object, "structure", "has no shape");
     }
     addPrimitives(record, shape.list(), object);
 }
@@ -25,7 +31,7 @@ void addShape(EquipRecord& record, const HxDbObject* object) {
 bool isWhole(EquipRecord& record, const HxDbObject* source, const char* what) {
     finishRecord(record);
     if (record.groups.empty()) {
-        passOver(source, what, "has no solid");
+        reportLeftOut(source, what, "has no solid");
     }
     return !record.groups.empty();
 }
@@ -34,13 +40,13 @@ bool isWhole(EquipRecord& record, const HxDbObject* source, const char* what) {
 std::vector<EquipRecord> pipelineRecords(const HxDbObject* pipeline, const ObjectList& objects) {
     EquipRecord record;
     record.objectId = pipeline->objectId();
-    record.name = "CH_" + textOf(pipeline->getDisplayName());
+    record.name = std::string("CH_") + textOrEmpty(pipeline->getDisplayName());
     for (const HxDbObject* object : objects) {
         if (const HxDbTubeModelSpec* model = HxDbTubeModelSpec::cast(object)) {
             record.func = colourFunction("CLRSTRU", model->getColorIdx());
             addShape(record, model);
         } else {
-            passOver(object, "structure", std::string("is of class ") + object->isA()->name());
+            reportLeftOut(object, "structure", std::string("is of class ") + object->isA()->name());
         }
     }
     std::vector<EquipRecord> records;
@@ -52,7 +58,8 @@ std::vector<EquipRecord> pipelineRecords(const HxDbObject* pipeline, const Objec
 
 void setNameAndColour(EquipRecord& record, const HxDbSmrtlnEntity* object) {
     const bool isStruct = object->isKindOf(HxDbStruct::desc());
-    record.name = isStruct ? textOf(object->getObjectName()) : "HC_" + std::string(getBomValue(object, "mtype"));
+    record.name = isStruct ? std::string(textOrEmpty(object->getObjectName()))
+                           : "HC_" + std::string(getBomValue(object, "mtype"));
     const int index = object->getColorIdx();
     const bool isWindow = record.name == windowName;
     record.func = colourFunction(isWindow ? "CLRASTRU" : "CLRSTRU", index);
@@ -67,7 +74,7 @@ std::vector<EquipRecord> structureRecords(const ObjectList& objects) {
     for (const HxDbObject* object : objects) {
         if (!object->isKindOf(HxDbStruct::desc()) && !object->isKindOf(HxDbTubeModelSpec::desc())) {
             if (object->isKindOf(HxDbSmrtlnEntity::desc())) {
-                passOver(object, "structure", std::string("is of class ") + object->isA()->name());
+                reportLeftOut(object, "structure", std::string("is of class ") + object->isA()->name());
             }
             continue;
         }
@@ -97,7 +104,7 @@ void gatherContainer(const HxDbObject* container, const ObjectList& objects, Des
 void gatherMember(HxDbObject* object, const std::string& owner, DesignMacroSet& set) {
     const HxDbSmrtlnEntity* member = HxDbSmrtlnEntity::cast(object);
     if (member == nullptr) {
-        return passOver(object, "member", std::string("is of class ") + object->isA()->name());
+        return reportLeftOut(object, "member", std::string("is of class ") + object->isA()->name());
     }
     EquipRecord record;
     record.objectId = member->objectId();
@@ -106,13 +113,13 @@ void gatherMember(HxDbObject* object, const std::string& owner, DesignMacroSet& 
     record.func = colourFunction("CLREQUI", member->getColorIdx());
     PrimaryList shape;
     if (smrtln::getSmrtlnGraphy(member, "reality", shape.list()) != Hext::eOk) {
-        return passOver(member, "support", "has no shape");
+        return reportLeftOut(member, "support", "has no shape");
     }
     try {
         addPrimitives(record, shape.list(), member);
     } catch (const ExportException& failure) {
-        hxcad::hextPrintf("\n ID:%lld <%s>", static_cast<long long>(member->objectId().toInt()), failure.what());
-        return passOver(member, "support", failure.what());
+        hxcad::hextPrintf("\n ID:%lld <%s>", idNumber(member), failure.what());
+        return reportLeftOut(member, "support", failure.what());
     }
     if (isWhole(record, member, "support")) {
         set.supports.push_back(std::move(record));
@@ -127,7 +134,7 @@ void gatherStructures(const ObjectMap& containers, DesignMacroSet& set) {
             gatherContainer(container, objects, set);
         } catch (const ExportException& failure) {
             hxcad::hextPrintf("\n%s", failure.what());
-            passOver(container, "structure", failure.what());
+            reportLeftOut(container, "structure", failure.what());
         }
         finishManager(set);
     }

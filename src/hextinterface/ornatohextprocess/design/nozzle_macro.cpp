@@ -2,11 +2,11 @@
 
 #include "frame/exceptions.h"
 #include "hextinterface/manager/name_manager.h"
-#include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
+#include "tolmar/text.h"
 
 #include <array>
 
@@ -121,8 +121,8 @@ PrimGroup makeNozzle(const HxDbNozzleModel* nozzle, HxDbObjectId equipmentId, co
     _PNozzle prim(equipmentId, context.names);
     prim.name = context.names.getNozzleName(nozzle);
     prim.catref = context.names.getSpcoName(nozzle);
-    prim.uNo = design::textOf(nozzle->getNo());
-    prim.uName = design::textOf(nozzle->getSpecName());
+    prim.uNo = tolmar::textOrEmpty(nozzle->getNo());
+    prim.uName = tolmar::textOrEmpty(nozzle->getSpecName());
     prim.height = getBomValue(nozzle, isStraight ? "P1" : "P2");
     prim.frame = isStraight ? straightFrame(origin, points) : bentFrame(origin, points);
     group._posPrimitive.push_back(ownPrim(std::move(prim)));

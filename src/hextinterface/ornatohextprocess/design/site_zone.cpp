@@ -2,12 +2,14 @@
 
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/tree_walker.h"
 #include "tolmar/file.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <unordered_set>
 
@@ -17,19 +19,14 @@ constexpr const char* siteZonePath = "\\temp\\hext\\sitezone.txt";
 
 enum class NameRule { Report, Refuse };
 
-HxDbObject* objectOf(const HxDbTreeNode* node) {
-    HxDbObject* object = nullptr;
-    return hxdbOpenObject(node->getTreeNodeValue(), object, 2) == Hext::eOk ? object : nullptr;
-}
-
 std::vector<HxDbObject*> zonesOf(const HxDbTreeNode* site) {
     std::vector<HxDbObject*> zones;
     NodeSet met;
     for (const HxDbTreeNode* son = site->getSon(); son != nullptr && met.insert(son).second; son = son->getBrother()) {
-        if (HxDbObject* zone = objectOf(son)) {
+        if (HxDbObject* zone = objectOf(*son)) {
             zones.push_back(zone);
         } else {
-            tolmar::runReport().passedOver(son->getTreeNodeValue().toInt(), "", "zone", "cannot be opened");
+            reportLeftOut({son->getTreeNodeValue(), "", "zone"}, "cannot be opened");
         }
     }
     return zones;
@@ -118,14 +115,12 @@ void appendAxisLines(std::string& out, const ObjectList& objects, const std::str
     for (std::size_t k = 0; k < objects.size(); ++k) {
         const HxDbAxissLine* axis = HxDbAxissLine::cast(objects[k]);
         if (axis == nullptr) {
-            tolmar::runReport().passedOver(objects[k]->objectId().toInt(), "", "grid object", "is no axis line");
+            reportLeftOut({objects[k], "", "grid object"}, "is no axis line");
             continue;
         }
         axis->getKeyPoints(points);
         if (points.size() < 2) {
-            const char* no = axis->getNo();
-            tolmar::runReport().passedOver(axis->objectId().toInt(), no != nullptr ? no : "", "axis line",
-                                           "has fewer than two key points");
+            reportLeftOut({axis, tolmar::textOrEmpty(axis->getNo()), "axis line"}, "has fewer than two key points");
             continue;
         }
         appendAxisLine(out, "/ORGrid" + number + "/1/AL" + std::to_string(k), points);
@@ -134,28 +129,26 @@ void appendAxisLines(std::string& out, const ObjectList& objects, const std::str
 
 }  // namespace
 
-void collectSites(HxDbTreeNode* treeRoot, SiteZoneMap& out) {
+SiteZoneMap collectSites(HxDbTreeNode* treeRoot) {
+    SiteZoneMap sites;
     for (TreeWalker walker(treeRoot); !walker.done(); walker.next()) {
         HxDbTreeNode* node = walker.current();
-        HxDbObject* object = objectOf(node);
+        HxDbObject* object = objectOf(*node);
         if (object != nullptr && object->isKindOf(HextSite::desc())) {
             walker.skipChildren();
-            out.emplace(object, zonesOf(node));
+            sites.emplace(object, zonesOf(node));
         }
     }
+    return sites;
 }
 
 void writeSiteZoneFile(NameManager& names) {
     tolmar::OutputFile file(HextSystem::getFullHextName(siteZonePath), tolmar::FileMode::Text);
-    SiteZoneMap sites;
-    collectSites(hxcom::getDataManTreeRoot(), sites);
-    writeSites(file, sites, names, NameRule::Report);
+    writeSites(file, collectSites(hxcom::getDataManTreeRoot()), names, NameRule::Report);
     std::vector<HxDbObject*> others;
     hxcom::getTreeRootOfOther(others);
     for (HxDbObject* other : others) {
-        sites.clear();
-        collectSites(HxDbTreeNode::cast(other), sites);
-        writeSites(file, sites, names, NameRule::Refuse);
+        writeSites(file, collectSites(HxDbTreeNode::cast(other)), names, NameRule::Refuse);
     }
     file.close();
 }

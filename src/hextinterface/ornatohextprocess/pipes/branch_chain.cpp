@@ -3,6 +3,7 @@
 #include "hextinterface/ornatohextprocess/pipes/pipe_writer.h"
 
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "platform/attribute_cache.h"
 #include "platform/model_tests.h"
 
@@ -23,10 +24,6 @@ BranchEntry oneComponent(const BranchSource& source, std::size_t index) {
     return entry;
 }
 
-bool isWeld(const HxDbObject* object) {
-    return object->isKindOf(HxDbTubeWeld::desc());
-}
-
 // Pass 1: from items to entries; two welds in a row make one.
 BranchEntries entriesOf(const BranchSource& source, const ObjectSet& skipSet, bool withWelds) {
     BranchEntries entries;
@@ -37,9 +34,8 @@ BranchEntries entriesOf(const BranchSource& source, const ObjectSet& skipSet, bo
             continue;
         }
         entries.push_back(oneComponent(source, i));
-        std::size_t following = i + 1;
-        const HxDbSmrtlnEntity* next = withWelds ? nextExportable(items, following) : nullptr;
-        if (next != nullptr && isWeld(items[i]) && isWeld(next)) {
+        const std::size_t following = withWelds ? nextExportable(items, i + 1) : items.size();
+        if (following < items.size() && isWeld(items[i]) && isWeld(items[following])) {
             entries.back().second = makeComponent(source, following);
             entries.back().kind = BranchEntry::WeldPair;
             i = following;
@@ -80,14 +76,10 @@ public:
     }
 
 private:
-    static HxGeVector3D directionOf(const _HextComponentDesc& c, std::size_t end) {
-        return end < c.directions.size() ? c.directions[end] : HxGeVector3D();
-    }
-
     bool isStraight(const _HextComponentDesc& c) const {
         const HxGeVector3D d = (c.arriveAt() - point_).normal();
         return direction_.crossProduct(d).length() < straightTolerance && alongWorldAxis(direction_) &&
-               direction_.isParallelTo(directionOf(c, 0), sameDirection);
+               direction_.isParallelTo(c.directions.front(), sameDirection);
     }
 
     void step(std::size_t k) {
@@ -100,7 +92,7 @@ private:
             turnHead(c);
         }
         written_.push_back(std::move(entries_[k]));
-        direction_ = directionOf(c, 1);
+        direction_ = c.directions.back();
         point_ = c.leaveAt();
     }
 
@@ -147,15 +139,13 @@ private:
 
     void insertBend(const HxGePoint3D& at, const HxGeVector3D& along, std::string_view tube,
                     const _HextComponentDesc& cause) {
-        HxGeVector3D x;
-        HxGeVector3D y;
-        perpAxes(along, x, y);
+        const Axes axes = perpAxes(along);
         BranchEntry entry;
         entry.kind = BranchEntry::FixBend;
         entry.first = std::make_unique<_HextComponentDesc>("BEND");
         _HextComponentDesc& bend = *entry.first;
         bend.position = positionText(at);
-        bend.setAxes(x, y);
+        bend.setAxes(axes.x, axes.y);
         bend.spref = fixBendReference;
         bend.arrive = 2;
         bend.leave = 1;
@@ -174,18 +164,16 @@ private:
 
 }  // namespace
 
-void perpAxes(HxGeVector3D v, HxGeVector3D& x, HxGeVector3D& y) {
-    v.normalize();
+Axes perpAxes(const HxGeVector3D& direction) {
+    const HxGeVector3D v = direction.normal();
     if (v.isEqualTo(HxGeVector3D::kZAxis)) {
-        x = {1, 0, 0};
-        y = {0, 1, 0};
-    } else if (v.isEqualTo(-HxGeVector3D::kZAxis)) {
-        x = {0, -1, 0};
-        y = {-1, 0, 0};
-    } else {
-        x = HxGeVector3D::kZAxis.crossProduct(v).normal();
-        y = v.crossProduct(x).normal();
+        return {{1, 0, 0}, {0, 1, 0}};
     }
+    if (v.isEqualTo(-HxGeVector3D::kZAxis)) {
+        return {{0, -1, 0}, {-1, 0, 0}};
+    }
+    const HxGeVector3D x = HxGeVector3D::kZAxis.crossProduct(v).normal();
+    return {x, v.crossProduct(x).normal()};
 }
 
 BranchEntries prepareEntries(_HextBranchDesc& branch, const BranchSource& source, const ObjectSet& skipSet,

@@ -1,7 +1,7 @@
 #include "hextinterface/ornatohextprocess/pipes/colour_files.h"
 
 #include "hextinterface/hextbasemethod/macro_text.h"
-#include "hextinterface/model_extraction.h"
+#include "hextinterface/hextbasemethod/used_colours.h"
 #include "platform/hxcom.h"
 #include "scripts/project_config.h"
 #include "tolmar/file.h"

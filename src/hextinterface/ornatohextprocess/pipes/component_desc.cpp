@@ -2,8 +2,9 @@
 
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/manager/name_manager.h"
-#include "hextinterface/ornatohextprocess/specs/generator.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
 #include "platform/model_tests.h"
@@ -14,20 +15,8 @@
 
 namespace {
 
-long long idNumber(const HxDbObject* object) {
-    return object->objectId().toInt();
-}
-
 double degreesBetween(const HxGeVector3D& a, const HxGeVector3D& b) {
     return a.angleTo(b) / tlGePi * 180.0;
-}
-
-HxGeVector3D between(const HxDbSmrtlnEntity* entity, int from, int to) {
-    return entity->getCoordOfNo(to) - entity->getCoordOfNo(from);
-}
-
-bool isWeld(const HxDbObject* object) {
-    return object->isKindOf(HxDbTubeWeld::desc());
 }
 
 // Welds stand in no table of specifications, so one without a row has no reference and is written all the same.
@@ -177,17 +166,16 @@ void _HextComponentDesc::fillWith(const BranchSource& source, std::size_t index,
     fillCommon(source, index);
     spref = referenceOf(entity, source.context.names);
     const HxDbTubeModelSpec* model = byReference ? HxDbTubeModelSpec::cast(entity) : nullptr;
-    orientation = model != nullptr ? axesWithReference(view, model->getRefVec(), false) : axesOf(view);
+    orientation = model != nullptr ? axesWithReference(view, model->getRefVec()) : axesOf(view);
     takeDirections();
     axisPure = view.comp->isAxis;
 }
 
 // A weld whose ends coincide runs along the axis that its orientation has.
 void _HextComponentDesc::takeDirections() {
-    directions.reserve(2);
-    view.comp->getDirections(directions, entity, true);
+    directions = view.comp->getDirections(entity, true);
     if (isWeld(entity) && directions.front().isZeroLength()) {
-        directions.assign(2, view.x.normal());
+        directions.fill(view.axes.x.normal());
     }
 }
 
@@ -197,12 +185,12 @@ void _HextComponentDesc::fill(const BranchSource& source, std::size_t index) {
 
 void _HextAngleCompDesc::fill(const BranchSource& source, std::size_t index) {
     fillWith(source, index, false);
-    angle = degreesBetween(between(entity, 1, 0), between(entity, 0, 3));
+    angle = degreesBetween(component::between(entity, 1, 0), component::between(entity, 0, 3));
 }
 
 void _HextHeightCompDesc::fill(const BranchSource& source, std::size_t index) {
     fillWith(source, index, false);
-    height = between(entity, 1, 2).length();
+    height = component::between(entity, 1, 2).length();
 }
 
 void _HextValveInstDesc::fill(const BranchSource& source, std::size_t index) {
@@ -215,15 +203,14 @@ void _HextTeeDesc::fill(const BranchSource& source, std::size_t index) {
     }
     fillWith(source, index, false);
     if (item == "COMPLatera" || item == "COMPY") {
-        angle = degreesBetween(between(entity, 0, 2), between(entity, 0, 3));
+        angle = degreesBetween(component::between(entity, 0, 2), component::between(entity, 0, 3));
     }
 }
 
 void _HextTeeDesc::fillFromNeighbours(const BranchSource& source, std::size_t index) {
     fillCommon(source, index);
-    HxGeVector3D a;
-    HxGeVector3D b;
-    orientation = getConnectionAxes(entity, source.componentIds, a, b);
+    const auto [a, b] = getConnectionAxes(entity, source.componentIds);
+    orientation = axesText(a, b);
     angle = degreesBetween(a, b);
     takeDirections();
 }

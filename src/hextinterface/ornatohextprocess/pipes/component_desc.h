@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hextinterface/hextbasemethod/component_geometry.h"
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/manager/context.h"
-#include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/pipes/pipe_desc.h"
 
 #include <cstdint>
@@ -78,8 +78,8 @@ public:
     std::string_view tag;
     std::string_view material;
     std::string_view stockNo;
-    std::string_view size;                 // only bends of the writer's own have one
-    std::vector<HxGeVector3D> directions;  // at the arrive end and at the leave end
+    std::string_view size;     // only bends of the writer's own have one
+    DirectionPair directions;  // at the arrive end and at the leave end; zero for a bend of the writer's own
     CompView view;
     const HxDbSmrtlnEntity* entity = nullptr;
 

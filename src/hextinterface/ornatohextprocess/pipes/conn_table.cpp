@@ -43,13 +43,13 @@ Pairs allowedPairs(const ComponentList& objects, const NameManager& names) {
 
 void ConnTableWriter::writeBranchConnections(const ComponentList& objects) {
     const std::string table = names_.getConnTableName();
-    if (objects.empty() || !markIfNew(names_, table)) {
+    if (objects.empty() || !names_.markIfNotCreated(table)) {
         return;
     }
     out_.line("NEW CCTA /", table);
     for (const auto& [a, b] : allowedPairs(objects, names_)) {
         const std::string name = names_.getCocoName(a, b);
-        if (markIfNew(names_, name)) {
+        if (names_.markIfNotCreated(name)) {
             out_.line("NEW COCO /", name);
             out_.line("CTYPE ", a, " ", b);
             out_.line("END");

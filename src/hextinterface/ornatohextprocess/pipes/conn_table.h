@@ -1,8 +1,8 @@
 // The connection compatibility table: which pairs of end types may be joined.
 #pragma once
 
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/manager/name_manager.h"
-#include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/specs/file.h"
 
 class ConnTableWriter {

@@ -2,7 +2,7 @@
 
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
-#include "hextinterface/ornatohextprocess/specs/generator.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "platform/hxcom.h"
 
 namespace {

@@ -3,17 +3,19 @@
 #include "frame/exceptions.h"
 #include "frame/progress_slot.h"
 #include "hextinterface/hextbasemethod/macro_text.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/manager/uda_writer.h"
-#include "hextinterface/ornatohextprocess/specs/generator.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
 #include "scripts/options.h"
 #include "tolmar/color.h"
-#include "tolmar/run_report.h"
+#include "tolmar/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,24 +27,14 @@ using End = _HextBranchDesc::End;
 
 constexpr int lastConnection = 19;
 
-bool isStop(const HxDbObject* object) {
-    return object->isKindOf(HxDbTubeStop::desc());
-}
-bool isWeld(const HxDbObject* object) {
-    return object->isKindOf(HxDbTubeWeld::desc());
-}
-bool hasPlainSize(const HxDbObject* object) {
-    return getBomValue(object, "size1").find('*') == std::string_view::npos;
-}
-
 // Plain pipes, stops and nozzles have no line of their own.
 bool hasLineOfItsOwn(const HxDbSmrtlnEntity* item) {
-    return smrtln::isPipe(item) ? isFlangedPipe(item) : !isStop(item) && !smrtln::isNozzle(item);
+    return smrtln::isPipe(item) ? isFlangedPipe(item) : !isTubeStop(item) && !smrtln::isNozzle(item);
 }
 
 bool holdsNoComponent(const ComponentList& items) {
     return std::all_of(items.begin(), items.end(), [](const HxDbSmrtlnEntity* item) {
-        return isWeld(item) || isStop(item) || smrtln::isNozzle(item);
+        return isWeld(item) || isTubeStop(item) || smrtln::isNozzle(item);
     });
 }
 
@@ -50,10 +42,6 @@ std::string reasonOf(const ExportException& failure, const ComponentList& items)
     return *failure.what() != '\0'   ? failure.what()
            : holdsNoComponent(items) ? "holds nothing but welds, stops and nozzles"
                                      : "an end has no plain size";
-}
-
-void leaveOut(const HxDbObject* object, std::string_view name, const char* what, std::string_view why) {
-    tolmar::runReport().passedOver(object != nullptr ? object->objectId().toInt() : 0, name, what, why);
 }
 
 std::string zoneNameOf(const HxDbObject* manager, NameManager& names) {
@@ -88,7 +76,7 @@ bool standsElsewhere(std::span<const ComponentList> branches, const ObjectSet& s
     for (const ComponentList& branch : branches) {
         for (HxDbSmrtlnEntity* item : branch) {
             const bool skipped = skipSet.count(item) != 0;
-            if (!skipped && !isWeld(item) && !isStop(item)) {
+            if (!skipped && !isWeld(item) && !isTubeStop(item)) {
                 return false;
             }
             found = found || skipped;
@@ -99,10 +87,10 @@ bool standsElsewhere(std::span<const ComponentList> branches, const ObjectSet& s
 
 // Cuts a nozzle off one end of a list that runs towards that end; false when nothing of a branch is left.
 bool trimEnd(ComponentList& items) {
-    if (items.empty() || (items.size() == 1 && isStop(items.back()))) {
+    if (items.empty() || (items.size() == 1 && isTubeStop(items.back()))) {
         return false;
     }
-    const std::size_t looked = items.size() - (isStop(items.back()) ? 2 : 1);
+    const std::size_t looked = items.size() - (isTubeStop(items.back()) ? 2 : 1);
     if (smrtln::isNozzle(items[looked])) {
         items.erase(items.begin() + static_cast<std::ptrdiff_t>(looked));
     }
@@ -151,7 +139,7 @@ template <typename Iterator>
 EndItems endItems(Iterator from, Iterator to) {
     EndItems end;
     for (; from != to && end.bore == nullptr; ++from) {
-        if (isWeld(*from) || isStop(*from)) {
+        if (isWeld(*from) || isTubeStop(*from)) {
             continue;
         }
         end.item = end.item != nullptr ? end.item : *from;
@@ -176,15 +164,11 @@ HxGeVector3D endDirection(const CompView& view, bool atHead) {
     if (!isWeld(view.entity)) {
         return view.comp->getDirection(view.entity, atHead);
     }
-    HxGeVector3D x;
-    HxGeVector3D y;
-    weldAxes(view.entity, x, y, WeldRule::BranchEnd);
-    return x;
+    return weldAxes(view.entity, WeldRule::BranchEnd).x;
 }
 
 std::string boreAt(const HxDbSmrtlnEntity* item, int port) {
-    const char* size = smrtln::getSize(HxDbTubeModel::cast(item), port);
-    return size != nullptr ? size : "";
+    return tolmar::textOrEmpty(smrtln::getSize(HxDbTubeModel::cast(item), port));
 }
 
 }  // namespace
@@ -193,11 +177,11 @@ bool isExportable(const HxDbSmrtlnEntity* item) {
     return hasPlainSize(item) && hasLineOfItsOwn(item);
 }
 
-const HxDbSmrtlnEntity* nextExportable(const ComponentList& items, std::size_t& index) {
-    while (index < items.size() && !isExportable(items[index])) {
-        ++index;
+std::size_t nextExportable(const ComponentList& items, std::size_t from) {
+    while (from < items.size() && !isExportable(items[from])) {
+        ++from;
     }
-    return index < items.size() ? items[index] : nullptr;
+    return from;
 }
 
 std::string branchHeadConnection(const ComponentList& items) {
@@ -232,23 +216,22 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
     }
     if (item == nullptr) {
         const HxDbObject* first = pipeline.front().empty() ? nullptr : pipeline.front().front();
-        return leaveOut(first, "", "pipe", "its first branch has no item of its own");
+        return reportLeftOut({first, "", "pipe"}, "its first branch has no item of its own");
     }
     const HxDbObject* owner = openByAttribute<HxDbObject>(item, "lineno");
     if (owner == nullptr) {
-        return leaveOut(item, "", "pipe", "the pipeline of its first item cannot be opened");
+        return reportLeftOut({item, "", "pipe"}, "the pipeline of its first item cannot be opened");
     }
-    const char* display = owner->getDisplayName();
-    const std::string shownName = display != nullptr ? display : "";
+    const std::string shownName = tolmar::textOrEmpty(owner->getDisplayName());
     try {
         const std::string name = writePipe(owner, item);
         if (name != shownName) {
-            leaveOut(owner, shownName, "pipe name",
-                     "its element is named \"" + name + "\", which its branches do not ask for");
+            reportLeftOut({owner, shownName, "pipe name"},
+                          "its element is named \"" + name + "\", which its branches do not ask for");
         }
     } catch (const ExportException& failure) {
         flush();
-        return leaveOut(owner, shownName, "pipe", failure.what());
+        return reportLeftOut({owner, shownName, "pipe"}, failure.what());
     }
     text_.append("OLD /").append(shownName).append("\n");
     flush();
@@ -277,7 +260,7 @@ std::string PipeWriter::writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEn
     pipe.zone = zoneNameOf(pipeline, names);
     pipe.write(text_, false);
     if (pipe.zone.empty()) {
-        leaveOut(pipeline, pipe.name, "zone", "the pipe stands in none");
+        reportLeftOut({pipeline, pipe.name, "zone"}, "the pipe stands in none");
     }
     return pipe.name;
 }
@@ -287,7 +270,7 @@ void PipeWriter::tryBranch(const ComponentList& items, const ObjectSet& skipSet)
         writePipeBranch(items, skipSet);
     } catch (const ExportException& failure) {
         if (!standsElsewhere({&items, 1}, skipSet)) {
-            leaveOut(items.front(), "", "branch", reasonOf(failure, items));
+            reportLeftOut({items.front(), "", "branch"}, reasonOf(failure, items));
         }
     }
     flush();
@@ -300,7 +283,7 @@ void PipeWriter::writePipeBranch(ComponentList items, const ObjectSet& skipSet) 
     const HxDbObject* firstItem = items.front();
     const auto branch = makeBranch(items);
     if (branch == nullptr) {
-        return leaveOut(firstItem, "", "branch", "holds nothing but stops and nozzles");
+        return reportLeftOut({firstItem, "", "branch"}, "holds nothing but stops and nozzles");
     }
     const BranchItems lookup(items);
     fillBranch(*branch, items, lookup);
@@ -308,7 +291,8 @@ void PipeWriter::writePipeBranch(ComponentList items, const ObjectSet& skipSet) 
     const BranchEntries entries = prepareEntries(*branch, source, skipSet, withWelds_);
     branch->write(text_, branch->exists);
     if (branch->ispec != "unset" && !branch->ispec.empty() && createdIspecs().count(branch->ispec) == 0) {
-        leaveOut(firstItem, branch->name, "branch insulation", "there is no specification \"" + branch->ispec + "\"");
+        reportLeftOut({firstItem, branch->name, "branch insulation"},
+                      "there is no specification \"" + branch->ispec + "\"");
     }
     for (const BranchEntry& entry : entries) {
         writeEntry(entry);
@@ -322,7 +306,7 @@ void PipeWriter::reportSizes(const ComponentList& items, const ObjectSet& skipSe
     for (HxDbSmrtlnEntity* item : items) {
         const bool isAsked = (withWelds_ || !isWeld(item)) && skipSet.count(item) == 0;
         if (!hasPlainSize(item) && hasLineOfItsOwn(item) && isAsked) {
-            leaveOut(item, "", "component", "its size is no plain number");
+            reportLeftOut({item, "", "component"}, "its size is no plain number");
         }
     }
 }
@@ -331,36 +315,31 @@ std::unique_ptr<_HextBranchDesc> PipeWriter::makeBranch(ComponentList& items) {
     if (!trim(items)) {
         return nullptr;
     }
-    _HextBranchDesc ends(false);
-    const std::string name = chooseName(items, ends);
-    const bool exists = context_.names.isNameCreated(name);
-    if (!exists) {
-        context_.names.markNameCreated(name);
-    }
+    BranchChoice choice = chooseBranch(items);
+    const bool exists = !context_.names.markIfNotCreated(choice.name);
     auto branch = std::make_unique<_HextBranchDesc>(exists);
-    branch->name = name;
-    branch->endKind = ends.endKind;
-    branch->linkName = ends.linkName;
+    branch->name = std::move(choice.name);
+    branch->endKind = choice.endKind;
+    branch->linkName = std::move(choice.linkName);
     return branch;
 }
 
 // A branch with a stop takes over the name of the branch that holds the matching stop.
-std::string PipeWriter::chooseName(const ComponentList& items, _HextBranchDesc& ends) {
+BranchChoice PipeWriter::chooseBranch(const ComponentList& items) {
     NameManager& names = context_.names;
-    const bool headStop = isStop(items.front());
-    const bool tailStop = isStop(items.back());
-    std::string headName;
-    std::string tailName;
-    const bool headFound = headStop && names.matchTubeStop(items.front(), headName);
-    const bool tailFound = tailStop && names.matchTubeStop(items.back(), tailName);
-    ends.endKind = headStop && tailStop ? 2 : headStop ? 0 : tailStop ? 1 : -1;
-    ends.linkName = headStop && tailStop ? tailName : "";
-    if (!headFound && !tailFound) {
-        return names.createBranchName(items);
+    const bool headStop = isTubeStop(items.front());
+    const bool tailStop = isTubeStop(items.back());
+    const std::string* atHead = headStop ? names.matchTubeStop(items.front()) : nullptr;
+    const std::string* atTail = tailStop ? names.matchTubeStop(items.back()) : nullptr;
+    BranchChoice choice;
+    choice.endKind = headStop && tailStop ? 2 : headStop ? 0 : tailStop ? 1 : -1;
+    choice.linkName = headStop && atTail != nullptr ? *atTail : "";
+    const std::string* met = atHead != nullptr ? atHead : atTail;
+    if (met != nullptr) {
+        names.addToBranch(*met, items);
     }
-    const std::string& name = headFound ? headName : tailName;
-    names.addToBranch(name, items);
-    return name;
+    choice.name = met != nullptr ? *met : names.createBranchName(items);
+    return choice;
 }
 
 void PipeWriter::fillBranch(_HextBranchDesc& branch, const ComponentList& items, const BranchItems& lookup) {
@@ -383,8 +362,7 @@ void PipeWriter::fillBranch(_HextBranchDesc& branch, const ComponentList& items,
 void PipeWriter::fillEnd(_HextBranchDesc& branch, End end, const ComponentList& items, const BranchItems& lookup) {
     const bool head = end == End::Head;
     const EndItems found = endItemsOf(items, end);
-    CompView view = makeView(found.item, &lookup);
-    view.boreEntity = found.bore;
+    const CompView view = makeView(found.item, &lookup);
     branch.setPoint(end, head ? view.comp->getArrivePoint(found.item) : view.comp->getLeavePoint(found.item));
     const HxGeVector3D direction = endDirection(view, head);
     if (!std::isfinite(direction.length())) {
@@ -412,7 +390,7 @@ void PipeWriter::writeCompLine(const _HextComponentDesc* component) {
         return;
     }
     if (component->orientation.empty()) {
-        return leaveOut(component->entity, component->name, "component", "has no orientation");
+        return reportLeftOut({component->entity, component->name, "component"}, "has no orientation");
     }
     component->write(text_, false);
     const struct {
@@ -431,7 +409,7 @@ void PipeWriter::writeCompLine(const _HextComponentDesc* component) {
 // Of two adjacent welds the one along the world axes gives way to the other.
 void PipeWriter::writeWeldPair(_HextComponentDesc* first, _HextComponentDesc* second) {
     if (first == nullptr || first->orientation.empty()) {
-        return leaveOut(first != nullptr ? first->entity : nullptr, "", "weld pair", "has no orientation");
+        return reportLeftOut({first != nullptr ? first->entity : nullptr, "", "weld pair"}, "has no orientation");
     }
     if (!first->axisPure) {
         second->orientation = first->orientation;

@@ -1,8 +1,8 @@
 // pipe.txt: every pipeline as a pipe with its branches and their components, in the order of the branch tree.
 #pragma once
 
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/manager/context.h"
-#include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/pipes/component_desc.h"
 #include "hextinterface/ornatohextprocess/pipes/pipe_desc.h"
 #include "tolmar/file.h"
@@ -23,20 +23,27 @@ using BranchEntries = std::vector<BranchEntry>;
 
 // Whether an item becomes a component line: no size with "*", no plain pipe, no stop, no nozzle.
 bool isExportable(const HxDbSmrtlnEntity* item);
-// Moves `index` to the first exportable item from its value on; null at the end.
-const HxDbSmrtlnEntity* nextExportable(const ComponentList& items, std::size_t& index);
+// The index of the first exportable item from `from` on; items.size() when there is none.
+std::size_t nextExportable(const ComponentList& items, std::size_t from);
 
 // The end type of what a branch connects to; "NONE" without a neighbour.
 std::string branchHeadConnection(const ComponentList& items);
 std::string branchTailConnection(const ComponentList& items);
 
 // Axes of an inserted bend from its direction; both normalised.
-void perpAxes(HxGeVector3D direction, HxGeVector3D& x, HxGeVector3D& y);
+Axes perpAxes(const HxGeVector3D& direction);
 
 // The entries of a branch in the order of writing, with bends inserted wherever the step from one component to the next
 // does not run straight along a world axis. May change the branch's head and tail direction.
 BranchEntries prepareEntries(_HextBranchDesc& branch, const BranchSource& source, const ObjectSet& skipSet,
                              bool withWelds);
+
+// The name of a branch and how its ends hang on others, see _HextBranchDesc.
+struct BranchChoice {
+    std::string name;
+    std::string linkName;
+    int endKind = -1;
+};
 
 class PipeWriter {
 public:
@@ -55,7 +62,8 @@ private:
     void reportSizes(const ComponentList& items, const ObjectSet& skipSet) const;
     // Trims the list; null when it yields no branch.
     std::unique_ptr<_HextBranchDesc> makeBranch(ComponentList& items);
-    std::string chooseName(const ComponentList& items, _HextBranchDesc& ends);
+    // Which branch the items make, or go on with.
+    BranchChoice chooseBranch(const ComponentList& items);
     void fillBranch(_HextBranchDesc& branch, const ComponentList& items, const BranchItems& lookup);
     void fillEnd(_HextBranchDesc& branch, _HextBranchDesc::End end, const ComponentList& items,
                  const BranchItems& lookup);

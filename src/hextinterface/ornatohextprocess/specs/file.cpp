@@ -15,14 +15,10 @@ void SpecFile::lines(std::span<const std::string_view> all) {
     }
 }
 
-bool markIfNew(NameManager& names, std::string_view name) {
-    return names.markIfNotCreated(name);
-}
-
 void writeWeldWorld(SpecFile& out, NameManager& names, const std::string& name,
                     std::initializer_list<std::string_view> news) {
     out.lines({"Paragon", "OLD /*"});
-    if (markIfNew(names, name)) {
+    if (names.markIfNotCreated(name)) {
         out.line("NEW SPWL /", name);
         out.lines(news);
     } else {

@@ -27,7 +27,6 @@ public:
     void lines(std::span<const std::string_view> all);
     void lines(std::initializer_list<std::string_view> all) { lines(std::span(all.begin(), all.size())); }
     void write(std::string_view text) { file_.write(text); }
-    bool close() { return file_.close(); }
 
 private:
     void append(std::string_view text) { text_ += text; }
@@ -36,9 +35,6 @@ private:
     tolmar::OutputFile file_;
     std::string text_;
 };
-
-// Marks a name when it is new; true then.
-bool markIfNew(NameManager& names, std::string_view name);
 
 // Enters a module and its weld world: "Paragon", "OLD /*", the weld specification `name` (with `news` behind its
 // "NEW SPWL" line when it is new), "Specon".

@@ -4,30 +4,14 @@
 #include "frame/progress_slot.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/ornatohextprocess/pipes/conn_table.h"
-#include "hextinterface/ornatohextprocess/specs/file.h"
+#include "hextinterface/ornatohextprocess/specs/attachment_spec.h"
+#include "hextinterface/ornatohextprocess/specs/bolt_spec.h"
+#include "hextinterface/ornatohextprocess/specs/insulation_spec.h"
+#include "hextinterface/ornatohextprocess/specs/nozzle_spec.h"
 #include "hextinterface/ornatohextprocess/specs/pipe_spec.h"
-#include "hextinterface/ornatohextprocess/specs/small_specs.h"
-#include "tolmar/run_report.h"
-
-namespace {
-
-void leaveOutBranch(const ComponentList& branch, const char* why) {
-    const HxDbSmrtlnEntity* first = branch.front();
-    const char* name = first->getDisplayName();
-    tolmar::runReport().passedOver(first->objectId().toInt(), name != nullptr ? name : "", "branch specification", why);
-}
-
-}  // namespace
-
-std::unordered_set<std::string>& createdSpcos() {
-    static std::unordered_set<std::string> names;
-    return names;
-}
-
-std::set<std::string, std::less<>>& createdIspecs() {
-    static std::set<std::string, std::less<>> names;
-    return names;
-}
+#include "hextinterface/ornatohextprocess/specs/support_spec.h"
+#include "platform/left_out.h"
+#include "tolmar/file.h"
 
 // Text to a file that does not open is lost here; the run report tells.
 void SpecGenerator::writeSpecHead() {
@@ -35,7 +19,7 @@ void SpecGenerator::writeSpecHead() {
     NameManager& names = context_.names;
     const std::string& weld = names.getWeldSpecName(0);
     std::string text = "OLD /*\nParagon\nOLD /*\n";
-    if (markIfNew(names, weld)) {
+    if (names.markIfNotCreated(weld)) {
         text.append("NEW SPWL /").append(weld).append("\nOLD /").append(weld).append("\nNEW SPEC /*LIMBOSPEC\n");
     } else {
         text.append("OLD /").append(weld).append("\n");
@@ -64,7 +48,7 @@ void SpecGenerator::writePipelineSpecs(std::size_t index, const PipelineBranches
             specs.writeBranchSpecs(pipeline[j], skipSet);
             connections.writeBranchConnections(pipeline[j]);
         } catch (const ExportException& failure) {
-            leaveOutBranch(pipeline[j], failure.what());
+            reportLeftOut(pipeline[j].front(), "branch specification", failure.what());
             continue;
         }
         progressSlot()->setBar(percentage(j, pipeline.size()), 2);
@@ -74,19 +58,19 @@ void SpecGenerator::writePipelineSpecs(std::size_t index, const PipelineBranches
 
 void SpecGenerator::writeNozzleSpecs(const std::vector<HxDbNozzleModel*>& nozzles) {
     if (!nozzles.empty()) {
-        NozzleSpecWriter(file("nozzleSpec.txt"), context_.names).write(nozzles);
+        ::writeNozzleSpecs(file("nozzleSpec.txt"), context_.names, nozzles);
     }
 }
 
 void SpecGenerator::writeInsulSpecs(const std::vector<HxDbSmrtlnEntity*>& objects) {
     if (!objects.empty()) {
-        InsulSpecWriter(file("TempSpecGenerator.txt"), context_.names).write();
+        writeInsulationSpecs(file("TempSpecGenerator.txt"), context_.names);
     }
 }
 
 void SpecGenerator::writeSupportSpecs(const std::vector<HxDbSupportModel*>& supports) {
     if (!supports.empty()) {
-        SupportSpecWriter(folder_ + "\\", context_.names).write(supports);
+        writeSupportSpec(folder_ + "\\", context_.names, supports);
     }
 }
 
@@ -98,17 +82,16 @@ void SpecGenerator::writeAttachSpecs(const std::vector<HxDbSupportModel*>& suppo
         if (const HxDbSmrtlnEntity* first = objects.empty() ? nullptr : HxDbSmrtlnEntity::cast(objects.front())) {
             connected.push_back(first);
         } else {
-            tolmar::runReport().passedOver(support->objectId().toInt(), "", "attachment row",
-                                           "is connected to nothing");
+            reportLeftOut({support, "", "attachment row"}, "is connected to nothing");
         }
     }
     if (!connected.empty()) {
-        AttachSpecWriter(folder_ + "\\", context_.names).write(connected);
+        writeAttachmentSpec(folder_ + "\\", context_.names, connected);
     }
 }
 
 void SpecGenerator::writeBoltSpecs(const std::vector<HxDbBoltNutModel*>& boltSets) {
     if (!boltSets.empty()) {
-        BoltSpecWriter(file("BoltSpec.txt"), file("BoltSpcoUdaSet.txt"), context_.names).write(boltSets);
+        ::writeBoltSpecs(file("BoltSpec.txt"), file("BoltSpcoUdaSet.txt"), context_.names, boltSets);
     }
 }

@@ -2,18 +2,11 @@
 // design macros point at their rows, so a row must exist for every component that goes out.
 #pragma once
 
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/manager/context.h"
-#include "hextinterface/model_extraction.h"
 
-#include <set>
 #include <string>
-#include <unordered_set>
 #include <vector>
-
-// Names of the specification rows that have been written; the row writer of pipe components empties it. Module-wide.
-std::unordered_set<std::string>& createdSpcos();
-// Names of the insulation specifications that have been written. Grows as long as the module is loaded.
-std::set<std::string, std::less<>>& createdIspecs();
 
 class SpecGenerator {
 public:

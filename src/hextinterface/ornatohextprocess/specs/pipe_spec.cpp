@@ -1,15 +1,16 @@
 #include "hextinterface/ornatohextprocess/specs/pipe_spec.h"
 
 #include "frame/exceptions.h"
+#include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextbasemethod/text_faults.h"
 #include "hextinterface/manager/name_manager.h"
 #include "hextinterface/manager/uda_writer.h"
-#include "hextinterface/ornatohextprocess/specs/generator.h"
+#include "hextinterface/ornatohextprocess/specs/created.h"
 #include "platform/attribute_cache.h"
 #include "platform/hxcom.h"
+#include "platform/left_out.h"
 #include "platform/model_tests.h"
 #include "platform/smrtln.h"
-#include "tolmar/run_report.h"
 
 #include <algorithm>
 #include <functional>
@@ -44,10 +45,6 @@ constexpr RowUda rowUdas[] = {
     {"ManuCode", ""},     {"ManuSerial", ""}, {"CompNotes", "note"},
 };
 
-long long idNumber(const HxDbObject* object) {
-    return object->objectId().toInt();
-}
-
 bool isTeeItem(std::string_view item) {
     return item == "TESO" || item == "OLET" || item == "BOSS";
 }
@@ -64,8 +61,8 @@ void require(const std::string& name, const HxDbObject* object, const char* text
 }
 
 bool hasSpecRow(const HxDbSmrtlnEntity* object, const ObjectSet& skipSet) {
-    return !object->isKindOf(HxDbNozzleModel::desc()) && !object->isKindOf(HxDbTubeStop::desc()) &&
-           !object->isKindOf(HxDbTubeWeld::desc()) && skipSet.count(const_cast<HxDbSmrtlnEntity*>(object)) == 0;
+    return !object->isKindOf(HxDbNozzleModel::desc()) && !isTubeStop(object) && !isWeld(object) &&
+           skipSet.count(const_cast<HxDbSmrtlnEntity*>(object)) == 0;
 }
 
 int sizeOfSpecification(const HxDbSmrtlnEntity* object, int end) {
@@ -77,7 +74,7 @@ int sizeOfSpecification(const HxDbSmrtlnEntity* object, int end) {
 }  // namespace
 
 int sizeAt(const HxDbSmrtlnEntity* object, int end) {
-    if (!object->isKindOf(HxDbTubeWeld::desc())) {
+    if (!isWeld(object)) {
         return sizeOfSpecification(object, end);
     }
     const HxDbSmrtlnEntity* neighbour = object->getConnSmrtln(end, 0);
@@ -167,7 +164,7 @@ void PipeSpecWriter::writeHead(const HxDbSmrtlnEntity* object) {
     const bool hasBolts = names_.isNameCreated(bolts);
     const std::string& name = names_.getSpecName(object);
     require(name, object, "等级名称为空");
-    const bool isNew = markIfNew(names_, name);
+    const bool isNew = names_.markIfNotCreated(name);
     if (isNew) {
         reportName(object->objectId(), name);
         reportPlainText(object->objectId(), "specification", name);
@@ -223,7 +220,7 @@ void PipeSpecWriter::tryRow(const HxDbSmrtlnEntity* object, const std::vector<in
     try {
         writeRow(object, order);
     } catch (const ExportException& failure) {
-        tolmar::runReport().passedOver(idNumber(object), names_.getSpcoName(object), "row", failure.what());
+        reportLeftOut({object, names_.getSpcoName(object), "row"}, failure.what());
     }
 }
 
@@ -248,7 +245,7 @@ void PipeSpecWriter::writeRow(const HxDbSmrtlnEntity* object, const std::vector<
         reportName(object->objectId(), spco);
     }
     const std::string& shortName = names_.getSpcoShortName(object);
-    markIfNew(names_, shortName);
+    names_.markIfNotCreated(shortName);
     specOut_.line(gtype, "  */", shortName, bores, "  ", names_.getStype(object), "  FALSE  /", scom, "  /", dtset,
                   "  /", mtset, "  =0  =0");
     createdSpcos().insert(spco);

@@ -1,8 +1,8 @@
 // The specification table of pipe components, and the user attributes of its rows.
 #pragma once
 
+#include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/manager/context.h"
-#include "hextinterface/model_extraction.h"
 #include "hextinterface/ornatohextprocess/specs/file.h"
 
 #include <span>

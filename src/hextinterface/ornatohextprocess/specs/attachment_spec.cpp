@@ -1,0 +1,53 @@
+#include "hextinterface/ornatohextprocess/specs/attachment_spec.h"
+
+#include "hextinterface/manager/name_manager.h"
+#include "hextinterface/ornatohextprocess/specs/support_macro.h"
+#include "platform/attribute_cache.h"
+
+#include <set>
+
+namespace {
+
+class AttachSpecWriter {
+public:
+    AttachSpecWriter(const std::string& folder, NameManager& names);
+    void write(const std::vector<const HxDbSmrtlnEntity*>& connected);
+
+private:
+    void writeRow(const HxDbSmrtlnEntity* object);
+
+    SpecFile out_;
+    NameManager& names_;
+};
+
+AttachSpecWriter::AttachSpecWriter(const std::string& folder, NameManager& names)
+    : out_(openSpecMacro(folder, "AttachSpec.pmlmac", names)), names_(names) {}
+
+void AttachSpecWriter::write(const std::vector<const HxDbSmrtlnEntity*>& connected) {
+    std::set<std::string> met;
+    writePipingHead(out_, names_, names_.getAttaSpecName());
+    writeHeadingLines(out_, supportColumns, "-  -  -  ATTA");
+    for (const HxDbSmrtlnEntity* object : connected) {
+        if (met.insert(names_.getAttaSpcoName(object)).second) {
+            writeRow(object);
+        }
+    }
+}
+
+void AttachSpecWriter::writeRow(const HxDbSmrtlnEntity* object) {
+    if (!names_.markIfNotCreated(names_.getAttaSpcoName(object))) {
+        return;
+    }
+    const std::string shortName = names_.getAttaShortName(object);
+    names_.markIfNotCreated(shortName);
+    out_.line("ATTA  */", shortName, "  ", getBomValue(object, "size1"), "  ", names_.getAttaStype(object), "  /",
+              names_.getPointSetScName(object), "  /", names_.getPointSetDtName(object), noReference, noReference,
+              noReference);
+}
+
+}  // namespace
+
+void writeAttachmentSpec(const std::string& folder, NameManager& names,
+                         const std::vector<const HxDbSmrtlnEntity*>& connected) {
+    AttachSpecWriter(folder, names).write(connected);
+}
