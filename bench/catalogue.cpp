@@ -80,7 +80,7 @@ bool addStrangers(const std::filesystem::path& plant) {
 
 void forgetObjects(NameManager& names) {
     for (int i = 0; i < strangerCount; ++i) {
-        names.getComponentName(openAs<HxDbObject>(HxDbObjectId(firstStranger + i)));
+        names.components.getComponentName(openAs<HxDbObject>(HxDbObjectId(firstStranger + i)));
     }
 }
 
@@ -110,8 +110,8 @@ Cost measure(const bench::ExportFolder& folder, const std::vector<ComponentList>
     const std::size_t rounds = 1 + leastComponents / std::max<std::size_t>(cost.components, 1);
     for (std::size_t round = 0; round < rounds; ++round) {
         NameManager names;
-        names.loadSkeyTable();
-        names.loadTypeTable();
+        names.types.loadSkeyTable();
+        names.types.loadTypeTable();
         CataBuilder builder(folder.hext().string(), names);
         cost.first += secondsFor(builder, names, branches);
         cost.known += secondsFor(builder, names, branches);

@@ -73,19 +73,19 @@ std::vector<HxDbObject*> componentsOf(const HxDbTreeNode* root) {
 std::size_t nameAll(NameManager& names, const std::vector<HxDbObject*>& components) {
     std::size_t bytes = 0;
     for (const HxDbObject* object : components) {
-        bytes += names.getComponentName(object).size();
-        bytes += names.getScomName(object).size();
-        bytes += names.getStype(object).size();
-        bytes += names.getSpcoShortName(object).size();
-        bytes += names.getSpcoName(object).size();
+        bytes += names.components.getComponentName(object).size();
+        bytes += names.components.getScomName(object).size();
+        bytes += names.components.getStype(object).size();
+        bytes += names.components.getSpcoShortName(object).size();
+        bytes += names.components.getSpcoName(object).size();
     }
     return bytes;
 }
 
 double timeNames(const std::vector<HxDbObject*>& components) {
     NameManager names;
-    names.loadSkeyTable();
-    names.loadTypeTable();
+    names.types.loadSkeyTable();
+    names.types.loadTypeTable();
     const auto start = Clock::now();
     const std::size_t bytes = nameAll(names, components);
     const auto time = Clock::now() - start;

@@ -87,7 +87,7 @@ public:
         makeBranches();
         startNaming();
         if (!branches_.empty() && !(writeComponentCatalogue() && writeSupportCatalogue())) {
-            names_->reportLostMappings();
+            names_->types.reportLostMappings();
             return RunEnd::TypesMissing;
         }
         writeNozzleCatalogue();
@@ -111,8 +111,8 @@ private:
 
     void startNaming() {
         names_.emplace();
-        names_->loadSkeyTable();
-        names_->loadTypeTable();
+        names_->types.loadSkeyTable();
+        names_->types.loadTypeTable();
         udas_.emplace(fullPath("\\temp\\hext\\uda.txt"), *names_);
         context_.emplace(ExportContext{*names_, *udas_});
         catalogue_.emplace(fullPath(workingFolder), *names_);

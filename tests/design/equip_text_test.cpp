@@ -191,7 +191,7 @@ class EquipNozzle : public EquipTest {
 protected:
     EquipNozzle() {
         nozzleNames().clear();
-        names.registerEquipName(HxDbObjectId(7), "P'101", "P'101_1");
+        names.equipment.registerEquipName(HxDbObjectId(7), "P'101", "P'101_1");
         nozzle.name = "N1";
         nozzle.catref = "NOZ_A/NOZ_B";
         nozzle.height = "150";

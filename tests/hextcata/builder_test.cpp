@@ -48,9 +48,9 @@ TEST_F(CatalogueTest, ATreeNamesItsParents) {
     add(10, "HxDbTubeModelSpec",
         attributes("VALVE", "Tee", R"(,"sch":"40","thick":"S3","stan":"GB'1","material":"O'Neil")"), teePoints);
     const std::string text = branchText({10});
-    const std::string name = names->getComponentName(at(10));
-    const std::string section = names->getSectionName(at(10));
-    const std::string cata = names->getCataName(at(10));
+    const std::string name = names->components.getComponentName(at(10));
+    const std::string section = names->components.getSectionName(at(10));
+    const std::string cata = names->components.getCataName(at(10));
     EXPECT_EQ(text.substr(0, text.find("call !!ORNACataPtaxi")),
               "call !!ORNACataCreateCata('/" + cata + "')\ncall !!ORNACataCreateSec('/" + cata + "','/" + section +
                   "')\ncall !!ORNACataCreateCate('/" + section + "','/" + name + "','GB'1')\n" +
@@ -95,7 +95,7 @@ TEST_F(CatalogueTest, WeldsTakeTheirEndsAndSizeFromWhatTheyJoin) {
     add(11, "HxDbPipeSpec", attributes("PIPE", "Pipe", R"(,"end2":"SW","size2":"80")"), {{2, {}, 0, 10}});
     add(12, "HxDbPipeSpec", attributes("PIPE", "Pipe"), {{1, {}, 0, 10}});
     const std::string text = branchText({10});
-    const std::string name = names->getComponentName(at(10));
+    const std::string name = names->components.getComponentName(at(10));
     EXPECT_EQ(text.substr(text.find("call !!ORNACataPtaxi")),
               "call !!ORNACataPtaxi('/" + name + "-PT','1','BW','(50.000000)','(0.000000)','-X')\n" +
                   "call !!ORNACataPtaxi('/" + name + "-PT','2','BW','(80.000000)','(0.000000)','X')\nOLD /" + name +
@@ -160,12 +160,14 @@ TEST_F(CatalogueTest, AttachmentsPutTheirPointsIntoTheSetOfWhatTheyHoldOn) {
     };
     const CataText pipe(textOf(20));
     EXPECT_EQ(pipe.calls("CreateSdte").at(0)->arguments,
-              (std::vector<std::string>{"/" + names->getPointSetBaseName(at(10)), "/" + names->getDtsetName(at(10)),
-                                        "HG-T1-7", "HG-T1-7", "HG-T1-7", "XY"}));
+              (std::vector<std::string>{"/" + names->attachments.getPointSetBaseName(at(10)),
+                                        "/" + names->components.getDtsetName(at(10)), "HG-T1-7", "HG-T1-7", "HG-T1-7",
+                                        "XY"}));
     ASSERT_EQ(pipe.calls("Ptaxi").size(), 2U);
-    EXPECT_EQ(pipe.calls("Ptaxi")[1]->arguments, (std::vector<std::string>{"/" + names->getPtsetName(at(10)), "2",
-                                                                           "ATT", "(60.300000)", "(0.000000)", "X"}));
-    EXPECT_EQ(pipe.calls("CreateScom").at(0)->arguments.at(1), "/" + names->getPointSetScName(at(10)));
+    EXPECT_EQ(pipe.calls("Ptaxi")[1]->arguments,
+              (std::vector<std::string>{"/" + names->components.getPtsetName(at(10)), "2", "ATT", "(60.300000)",
+                                        "(0.000000)", "X"}));
+    EXPECT_EQ(pipe.calls("CreateScom").at(0)->arguments.at(1), "/" + names->attachments.getPointSetScName(at(10)));
     EXPECT_EQ(textOf(21), "");
     const CataText tee(textOf(22));
     ASSERT_EQ(tee.calls("Ptaxi").size(), 4U);
@@ -273,7 +275,7 @@ TEST_F(CatalogueTest, BoltsOfAFlangeFollowItsPoints) {
     add(13, "HxDbTubeModelSpec", attributes("FLANGE", "Normal", R"(,"sch":"10")"), points, R"("bolts":9)");
     const std::string text = branchText({10});
     ASSERT_EQ(bolted.size(), 1U);
-    const std::string name = names->getComponentName(at(10));
+    const std::string name = names->components.getComponentName(at(10));
     const CataText read(text);
     const std::string item = read.calls("Sbol").at(0)->arguments.at(1);
     const std::string key = read.calls("CreateCate").at(1)->arguments.at(1);

@@ -52,8 +52,8 @@ protected:
         model.reset();
         names.emplace();
         model = std::make_unique<TestModel>(TestModel::withObjects(objects));
-        names->loadSkeyTable();
-        names->loadTypeTable();
+        names->types.loadSkeyTable();
+        names->types.loadTypeTable();
     }
     template <typename Class = HxDbSmrtlnEntity>
     Class* at(int id) {

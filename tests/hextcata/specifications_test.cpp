@@ -66,9 +66,9 @@ protected:
     }
     std::string row(int id, const std::string& type, const std::string& bores) {
         const HxDbSmrtlnEntity* object = at(id);
-        return type + "  */" + names->getSpcoShortName(object) + "  " + bores + "  " + names->getStype(object) +
-               "  FALSE  /" + names->getScomName(object) + "  /" + names->getDtsetName(object) + "  /" +
-               names->getMtsetName(object) + "  =0  =0\n";
+        return type + "  */" + names->components.getSpcoShortName(object) + "  " + bores + "  " +
+               names->components.getStype(object) + "  FALSE  /" + names->components.getScomName(object) + "  /" +
+               names->components.getDtsetName(object) + "  /" + names->components.getMtsetName(object) + "  =0  =0\n";
     }
 
     BranchTree tree;  // the generator keeps a reference
@@ -95,22 +95,22 @@ TEST_F(SpecTest, GroupsByNameAndTypeAndWritesEachRowOnce) {
     addSized(17, "NOZ", "Normal", "s2", {}, "", "HxDbNozzleModel");
     addSized(18, "DUCT", "Tee", "s2", {"50"});
     writeSpecs({{11, 10, 12, 13, 14, 15, 16, 17, 18}, {16, 17}, {15}}, {at(18)});
-    const std::string upper = names->getSpecName(at(14));
-    const std::string lower = names->getSpecName(at(10));
+    const std::string upper = names->components.getSpecName(at(14));
+    const std::string lower = names->components.getSpecName(at(10));
     const std::string spec = "SPECIFICATION /";
     EXPECT_LT(upper, lower);
     EXPECT_EQ(table(), "\nNEW " + spec + upper + newHead + heading + row(14, "ACOM", "50  40  30  20") + "\nNEW " +
                            spec + lower + newHead + heading + row(13, "ACOM", "50  0  0  0") + heading +
                            row(10, "TEE", "50  40  30  0") + row(12, "TEE", "60  40  30  0") +
                            row(11, "TEE", "80  25  0  0") + "\nOLD " + spec + lower + "\n" + heading);
-    const std::string tee = "OLD /" + names->getSpcoName(at(10)) +
+    const std::string tee = "OLD /" + names->components.getSpcoName(at(10)) +
                             "\n:Rating '16' \n:Standard 'GB' \n:StdSerial 'S''1' \n:CompNotes 'n' \n";
     const std::string values = file("PipeSpcoUdaSet.txt");
     EXPECT_NE(values.find(tee), std::string::npos) << values;
     EXPECT_NE(values.find(tee, values.find(tee) + 1), std::string::npos);  // again in the third branch
     EXPECT_EQ(values.find("Manu"), std::string::npos);
     EXPECT_EQ(createdSpcos().size(), 5U);
-    EXPECT_EQ(createdSpcos().count(names->getSpcoName(at(15))), 1U);
+    EXPECT_EQ(createdSpcos().count(names->components.getSpcoName(at(15))), 1U);
     EXPECT_EQ(file("PipeCompSpecGenerator.txt")
                   .find("NEW SPECIFICATION /BEND_FIX\nMATREF =0\nFLUREF =0\nLINETYPE NULL\n"
                         "BSPEC =0\nTEXT 'PIPING'\nHEADING\nTYPE  NAME  PBOR0"),
@@ -152,7 +152,7 @@ TEST_F(SpecTest, ARowNeedsItsCatalogueEntryAndASpecificationItsName) {
     EXPECT_NE(ui.printed.find("Error:11<等级名称为空>"), std::string::npos);
     EXPECT_TRUE(wasPassedOver(11, "等级名称为空"));
     EXPECT_NE(table().find(row(12, "PCOM", "70  0  0  0")), std::string::npos) << table();
-    EXPECT_EQ(createdSpcos().count(names->getSpcoName(at(11))), 0U);
+    EXPECT_EQ(createdSpcos().count(names->components.getSpcoName(at(11))), 0U);
 }
 
 // They go out as they are; the run report tells what the target cannot read.
@@ -193,7 +193,7 @@ TEST_F(SpecTest, ComponentsThatTheCatalogueNeverMetHaveNoRow) {
     EXPECT_EQ(ui.printed, "Error:10<未创建该对象的SCOM>");
     EXPECT_TRUE(wasPassedOver(10, "未创建该对象的SCOM"));
     EXPECT_EQ(file("a.txt").find("*/"), std::string::npos);
-    EXPECT_EQ(file("b.txt"), "OLD /" + names->getSpcoName(at(10)) + "\n:Rating '9' \n");
+    EXPECT_EQ(file("b.txt"), "OLD /" + names->components.getSpcoName(at(10)) + "\n:Rating '9' \n");
     EXPECT_TRUE(createdSpcos().empty());
     EXPECT_EQ(failureOf([&] { PipeSpecWriter(folder() + "/no/a.txt", folder() + "/b.txt", *context); }),
               "文件 " + folder() + "/no/a.txt 打开失败！");
@@ -209,7 +209,7 @@ TEST_F(SpecTest, HeadsNameABoltSpecificationThatStands) {
     const std::vector<HxDbBoltNutModel*> bolts = {at<HxDbBoltNutModel>(8), at<HxDbBoltNutModel>(8)};
     beforeSpecs = [&](SpecGenerator& specs) { specs.writeBoltSpecs(bolts); };
     writeSpecs({{10}, {11}});
-    const std::string name = names->getSpecName(at(10));
+    const std::string name = names->components.getSpecName(at(10));
     EXPECT_NE(table().find("NEW SPECIFICATION /" + name +
                            "\nMATREF =0\nFLUREF =0\nLINETYPE NULL\nBSPEC /BOLT_S\n"
                            "BLTMETHOD 'NEW'\n\nTEXT 'PIPING'\n"),
@@ -272,11 +272,11 @@ TEST_F(SpecTest, NozzlesHaveATableOfTheirOwn) {
     generator->writeNozzleSpecs(nozzles);
     const auto block = [&](int id, const std::string& rating) {
         const HxDbSmrtlnEntity* object = at(id);
-        return "\nNEW SPECIFICATION /" + names->getSpecName(object) + "\nPURPOSE NOZZLE\nDESC '#" + rating +
+        return "\nNEW SPECIFICATION /" + names->components.getSpecName(object) + "\nPURPOSE NOZZLE\nDESC '#" + rating +
                "'\nMATREF =0\nFLUREF =0\nLINETYPE NULL\nBSPEC =0\n\n\nHEADING\n"
                "TYPE  NAME  PBOR0  CATREF  DETAIL  MATXT  CMPREF  BLTREF\nDEFAULTS\n-  -  0.00\nNOZZLE  */" +
-               names->getSpcoShortName(object) + "  DN50  /" + names->getScomName(object) + "  =0  /" +
-               names->getMtsetName(object) + "  =0  =0\n";
+               names->components.getSpcoShortName(object) + "  DN50  /" + names->components.getScomName(object) +
+               "  =0  /" + names->components.getMtsetName(object) + "  =0  =0\n";
     };
     EXPECT_EQ(file("nozzleSpec.txt"),
               "Paragon\nOLD /*\nNEW SPWL /SPWL_NOZZLE\nPURPOSE EQUI\nDESC 'Equipment'\nSpecon\n" + block(12, "0.0") +
@@ -296,7 +296,7 @@ TEST_F(SpecTest, InsulationIsGroupedByItsCode) {
     createdIspecs().clear();
     writeSpecs({});
     for (const int id : {10, 11, 12}) {
-        names->registerInsulation(at(id));
+        names->insulation.registerInsulation(at(id));
     }
     generator->writeInsulSpecs({});
     EXPECT_FALSE(root.exists("temp/hext/TempSpecGenerator.txt"));
@@ -322,14 +322,15 @@ TEST_F(SpecTest, SupportsAndAttachmentsWhenTheyAreAskedFor) {
     generator->writeAttachSpecs(supports);
     const std::string head = "\nMATREF =0\nFLUREF =0\nLINETYPE NULL\nBSPEC =0\n\nTEXT 'PIPING'\n\nHEADING\n"
                              "TYPE  NAME  PBOR0  STYP  CATREF  DETAIL  MATXT  CMPREF  BLTREF\nDEFAULTS\n-  -  -  ";
-    EXPECT_EQ(file("SpecSupportSpec.pmlmac"), "\nNEW SPECIFICATION /" + names->getSpecName(at(20)) + head +
-                                                  "=\nPCLA  */" + names->getSpcoShortName(at(20)) +
-                                                  "  50  TEXT 'SUPPORT'  /" + names->getScomName(at(20)) + "  /" +
-                                                  names->getDtsetName(at(20)) + "  =0  =0  =0\n");
-    EXPECT_EQ(file("SpecAttachSpec.pmlmac"),
-              "\nNEW SPECIFICATION /ATTA_SPEC" + head + "ATTA\nATTA  */" + names->getAttaShortName(at(10)) + "  50  " +
-                  names->getAttaStype(at(10)) + "  /" + names->getPointSetScName(at(10)) + "  /" +
-                  names->getPointSetDtName(at(10)) + "  =0  =0  =0\n");
+    EXPECT_EQ(file("SpecSupportSpec.pmlmac"), "\nNEW SPECIFICATION /" + names->components.getSpecName(at(20)) + head +
+                                                  "=\nPCLA  */" + names->components.getSpcoShortName(at(20)) +
+                                                  "  50  TEXT 'SUPPORT'  /" + names->components.getScomName(at(20)) +
+                                                  "  /" + names->components.getDtsetName(at(20)) + "  =0  =0  =0\n");
+    EXPECT_EQ(file("SpecAttachSpec.pmlmac"), "\nNEW SPECIFICATION /ATTA_SPEC" + head + "ATTA\nATTA  */" +
+                                                 names->attachments.getAttaShortName(at(10)) + "  50  " +
+                                                 names->attachments.getAttaStype(at(10)) + "  /" +
+                                                 names->attachments.getPointSetScName(at(10)) + "  /" +
+                                                 names->attachments.getPointSetDtName(at(10)) + "  =0  =0  =0\n");
     EXPECT_EQ(file("SpecExecute.mac.tpl"), "$m [path]\\SupportSpec.pmlmac\n$m [path]\\AttachSpec.pmlmac\n");
     std::string lost;
     for (const tolmar::PassedOver& p : tolmar::runReport().passed()) {

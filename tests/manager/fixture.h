@@ -38,8 +38,8 @@ protected:
     HxDbObject* object(int id) {
         if (model == nullptr) {
             model = std::make_unique<TestModel>(TestModel::withObjects(objects));
-            names.loadSkeyTable();
-            names.loadTypeTable();
+            names.types.loadSkeyTable();
+            names.types.loadTypeTable();
         }
         HxDbObject* found = nullptr;
         EXPECT_EQ(hxdbOpenObject(HxDbObjectId(id), found, 3), 0) << id;

@@ -20,8 +20,8 @@ protected:
     GeneratedPlant() {
         model = std::make_unique<TestModel>(
             plant::generateModelText({.objects = 3000, .seed = static_cast<std::uint64_t>(GetParam())}));
-        names.loadSkeyTable();
-        names.loadTypeTable();
+        names.types.loadSkeyTable();
+        names.types.loadTypeTable();
         getAllSubObjects(hxcom::getDataManTreeRoot(), everything);
         for (HxDbObject* object : everything) {
             if (HxDbTubeModel::cast(object) != nullptr && hasType(object)) {
@@ -77,7 +77,7 @@ TEST_P(GeneratedPlant, EqualAttributesGiveEqualNamesAndDifferentOnesDifferentNam
             continue;
         }
         const Signature signature = signatureOf(object);
-        const std::string name = names.getComponentName(object);
+        const std::string name = names.components.getComponentName(object);
         EXPECT_EQ(nameOf.try_emplace(signature, name).first->second, name);
         EXPECT_EQ(signatureOfName.try_emplace(name, signature).first->second, signature) << name;
     }
@@ -86,24 +86,46 @@ TEST_P(GeneratedPlant, EqualAttributesGiveEqualNamesAndDifferentOnesDifferentNam
 }
 
 TEST_P(GeneratedPlant, ANameHasOneKindAndFitsTheTarget) {
-    using Getter = const std::string& (NameManager::*)(const HxDbObject*);
+    using Getter = const std::string& (*)(NameManager&, const HxDbObject*);
     const std::pair<Getter, NameKind> forms[] = {
-        {&NameManager::getCataName, NameKind::Cata},           {&NameManager::getSectionName, NameKind::Section},
-        {&NameManager::getComponentName, NameKind::Component}, {&NameManager::getSpcoShortName, NameKind::Short},
-        {&NameManager::getSpcoName, NameKind::Spco},           {&NameManager::getScomName, NameKind::Scom},
-        {&NameManager::getGmsetName, NameKind::Gmset},         {&NameManager::getPtsetName, NameKind::Ptset},
-        {&NameManager::getDtsetName, NameKind::Dtset},         {&NameManager::getMtsetName, NameKind::Mtset},
-        {&NameManager::getPointSetScName, NameKind::Scom},     {&NameManager::getPointSetDtName, NameKind::Dtset},
-        {&NameManager::getAttaShortName, NameKind::Short},     {&NameManager::getAttaSpcoName, NameKind::Spco}};
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getCataName(o); },
+         NameKind::Cata},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getSectionName(o); },
+         NameKind::Section},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getComponentName(o); },
+         NameKind::Component},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getSpcoShortName(o); },
+         NameKind::Short},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getSpcoName(o); },
+         NameKind::Spco},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getScomName(o); },
+         NameKind::Scom},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getGmsetName(o); },
+         NameKind::Gmset},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getPtsetName(o); },
+         NameKind::Ptset},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getDtsetName(o); },
+         NameKind::Dtset},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.components.getMtsetName(o); },
+         NameKind::Mtset},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.attachments.getPointSetScName(o); },
+         NameKind::Scom},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.attachments.getPointSetDtName(o); },
+         NameKind::Dtset},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.attachments.getAttaShortName(o); },
+         NameKind::Short},
+        {[](NameManager& of, const HxDbObject* o) -> const std::string& { return of.attachments.getAttaSpcoName(o); },
+         NameKind::Spco},
+    };
     std::size_t seen = 0;
     for (const HxDbSmrtlnEntity* object : components) {
         for (const auto& [get, kind] : forms) {
             try {
-                const std::string& name = (names.*get)(object);
-                ASSERT_NE(names.findName(name), nullptr) << name;
-                EXPECT_EQ(names.findName(name)->kind, kind) << name;
+                const std::string& name = get(names, object);
+                ASSERT_NE(names.find(name), nullptr) << name;
+                EXPECT_EQ(names.find(name)->kind, kind) << name;
                 EXPECT_FALSE(names.isNameCreated(name));
-                EXPECT_EQ(&(names.*get)(object), &name);
+                EXPECT_EQ(&get(names, object), &name);
                 EXPECT_LE(name.size(), maxNameLength) << name;
                 ++seen;
             } catch (const ExportException& failure) {
@@ -118,8 +140,8 @@ TEST_P(GeneratedPlant, StypesAndShortNamesTellKeysApart) {
     std::map<std::string, std::string> shortOfStype;
     for (const HxDbSmrtlnEntity* object : components) {
         if (HxDbBalloon::cast(object) == nullptr) {
-            const std::string& shortName = names.getSpcoShortName(object);
-            EXPECT_EQ(shortOfStype.try_emplace(names.getStype(object), shortName).first->second, shortName);
+            const std::string& shortName = names.components.getSpcoShortName(object);
+            EXPECT_EQ(shortOfStype.try_emplace(names.components.getStype(object), shortName).first->second, shortName);
         }
     }
     std::set<std::string> shorts;
@@ -135,7 +157,7 @@ TEST_P(GeneratedPlant, PipesBranchesAndMembersAreUnique) {
         if (HextPipeline::cast(object) == nullptr) {
             continue;
         }
-        EXPECT_TRUE(pipes.insert(names.getPipeName(object)).second);
+        EXPECT_TRUE(pipes.insert(names.owners.getPipeName(object)).second);
         std::vector<std::vector<HxDbObjectId>> idLists;
         smrtln::getBranchOfPipeline_piping(object->objectId(), idLists);
         for (const auto& ids : idLists) {
@@ -143,15 +165,15 @@ TEST_P(GeneratedPlant, PipesBranchesAndMembersAreUnique) {
             for (const HxDbObjectId id : ids) {
                 branch.push_back(openAs<HxDbSmrtlnEntity>(id));
             }
-            const std::string name = names.createBranchName(branch);
-            EXPECT_EQ(names.findName(name)->kind, NameKind::Branch);
-            EXPECT_EQ(names.getBranchNameOf(branch.front()).empty(), false);
+            const std::string name = names.branches.createBranchName(branch);
+            EXPECT_EQ(names.find(name)->kind, NameKind::Branch);
+            EXPECT_EQ(names.branches.getBranchNameOf(branch.front()).empty(), false);
             branches.insert(name);
         }
     }
     for (const HxDbSmrtlnEntity* object : components) {
         try {
-            members.insert(names.getMemberName(object));
+            members.insert(names.branches.getMemberName(object));
             ++memberCount;
         } catch (const ExportException& failure) {
             EXPECT_NE(std::string(failure.what()).find("未找到分支"), std::string::npos);
@@ -164,21 +186,21 @@ TEST_P(GeneratedPlant, PipesBranchesAndMembersAreUnique) {
 
 TEST_P(GeneratedPlant, NamesDoNotDependOnWhatWasAskedBetween) {
     NameManager other;
-    other.loadSkeyTable();
-    other.loadTypeTable();
+    other.types.loadSkeyTable();
+    other.types.loadTypeTable();
     // The second manager is asked for each object once, the first for each twice and in between for older ones.
     for (std::size_t i = 0; i < components.size(); ++i) {
         const HxDbSmrtlnEntity* object = components[i];
         if (HxDbBalloon::cast(object) != nullptr) {
             continue;
         }
-        EXPECT_EQ(names.getSpcoName(object), other.getSpcoName(object));
-        EXPECT_EQ(names.getScomName(object), other.getScomName(object));
-        EXPECT_EQ(names.getStype(object), other.getStype(object));
+        EXPECT_EQ(names.components.getSpcoName(object), other.components.getSpcoName(object));
+        EXPECT_EQ(names.components.getScomName(object), other.components.getScomName(object));
+        EXPECT_EQ(names.components.getStype(object), other.components.getStype(object));
         const HxDbSmrtlnEntity* older = components[i / 2];
         if (HxDbBalloon::cast(older) == nullptr) {
-            names.getSpcoName(older);
-            names.getComponentName(older);
+            names.components.getSpcoName(older);
+            names.components.getComponentName(older);
         }
     }
 }

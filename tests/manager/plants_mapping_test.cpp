@@ -14,8 +14,8 @@ protected:
     PlantsMapping() {
         std::filesystem::copy(TESSARO_SOURCE_DIR "/examples/install/temp/hext/config.json",
                               root_.path() / "temp/hext/config.json");
-        names_.loadSkeyTable();
-        names_.loadTypeTable();
+        names_.types.loadSkeyTable();
+        names_.types.loadTypeTable();
     }
 
     // Words that the mapping gave; every object of a pipeline or an equipment has one.
@@ -29,8 +29,8 @@ protected:
         for (const HxDbObject* object : objects) {
             const HxDbTubeModel* model = HxDbTubeModel::cast(object);
             if (model != nullptr && openAs<HextStruct>(model->getOwnerId()) == nullptr) {
-                EXPECT_FALSE(names_.getSkey(model).empty()) << model->objectId().toInt();
-                const std::string word(names_.getGtype(model));
+                EXPECT_FALSE(names_.types.getSkey(model).empty()) << model->objectId().toInt();
+                const std::string word(names_.types.getGtype(model));
                 EXPECT_FALSE(word.empty()) << model->objectId().toInt();
                 words.insert(word);
             }

@@ -41,7 +41,7 @@ TEST_F(UdaWriterTest, TheDictionaryStandsAsTheTargetReadsIt) {
     EXPECT_EQ(dictionary(), withCrLf(expected.str()));
     EXPECT_TRUE(names.isNameCreated("ORNA_UGRO"));
     EXPECT_TRUE(names.isNameCreated("NozzleName"));
-    EXPECT_EQ(names.findName("Tag")->kind, NameKind::Uda);
+    EXPECT_EQ(names.find("Tag")->kind, NameKind::Uda);
 }
 
 TEST_F(UdaWriterTest, OfASecondDictionaryOnlyTheHeadIsLeft) {

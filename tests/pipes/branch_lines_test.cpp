@@ -35,7 +35,7 @@ TEST_F(PipesTest, AStraightBranchReadsAsAWhole) {
                        "\n"
                        "-----------------------------BRANCH------------------------------\n"
                        "!!ORNAPipeCreateBranch('/L-1-B1',0,0,'unset','" +
-                           names->getColourName(TlCmColor::byIndex(1)) +
+                           names->owners.getColourName(TlCmColor::byIndex(1)) +
                            "')\n"
                            "!!ORNAPipeSetBranchProp('E 0 N 0 U 0','E 5000 N 0 U 0','E','W','100','unset','NONE',"
                            "'NONE','/A1/PIPE_B-SP')\n"

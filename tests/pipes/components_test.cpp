@@ -74,7 +74,7 @@ TEST_F(PipesTest, TheInsulationOfAComponentMustBeKnown) {
     code.more = R"(,"insulation":{"thickness":50,"material":"wool","code":"HR"})";
     Part gate = valve(101, at(900), at(1100));
     load({{.attrs = insulated, .branches = {{code, gate}}}});
-    createdIspecs().insert(names->getInsulSpecName("HR"));
+    createdIspecs().insert(names->insulation.getInsulSpecName("HR"));
     const std::string text = write();
     EXPECT_NE(text.find("CreatePipe("), std::string::npos);
     EXPECT_EQ(text.find(banner), std::string::npos);

@@ -155,8 +155,8 @@ protected:
         tree.clear();
         ids.clear();
         names.emplace();
-        names->loadSkeyTable();
-        names->loadTypeTable();
+        names->types.loadSkeyTable();
+        names->types.loadTypeTable();
         udas.emplace((root.path() / "uda.txt").string(), *names);
         context.emplace(ExportContext{*names, *udas});
         ProgressScope progress;
@@ -170,7 +170,7 @@ protected:
             for (const ComponentList& branch : pipeline) {
                 for (const HxDbSmrtlnEntity* item : branch) {
                     if (std::find(withoutRow.begin(), withoutRow.end(), item->objectId().toInt()) == withoutRow.end()) {
-                        createdSpcos().insert(names->getSpcoName(item));
+                        createdSpcos().insert(names->components.getSpcoName(item));
                     }
                 }
             }

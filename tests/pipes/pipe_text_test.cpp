@@ -12,7 +12,7 @@ TEST_F(PipesTest, AnInsulatedPipeNamesItsInsulationOnPipeAndBranch) {
     const Line line{.attrs = R"("insul":"1","insulcode":"HR","destemp":"","despress":"1.6")",
                     .branches = {{shortTube, gate, longTube}}};
     load({line});
-    const std::string spec = names->getInsulSpecName("HR");
+    const std::string spec = names->insulation.getInsulSpecName("HR");
     createdIspecs().insert(spec);
     const std::string text = write();
     EXPECT_NE(text.find("CreatePipe('/L-1',0,1.6,'/A1','/" + spec + "')"), std::string::npos) << text;
@@ -35,7 +35,7 @@ TEST_F(PipesTest, APipelineThatFailsIsLeftOutWithItsBranches) {
     EXPECT_EQ(text.find("CreatePipe("), text.rfind("CreatePipe("));
     EXPECT_EQ(text.find("CreateBranch("), text.find("CreateBranch('/L-6-B1'"));
     EXPECT_EQ(text.find("CreateBranch("), text.rfind("CreateBranch("));
-    const std::string ispec = names->getInsulSpecName("no");
+    const std::string ispec = names->insulation.getInsulSpecName("no");
     EXPECT_EQ(ui.printed, "Error:createpipe <L 1> _name attr value not allow space"
                           "Error:createpipe <L-2> temp attr value <12C> invalid"
                           "Error:createpipe <L-3> press attr value <1-2> invalid"

@@ -132,36 +132,36 @@ void BoltCatalogue::write(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntit
     for (const std::string& reference : references_) {
         joined.append(reference).append(" ");
     }
-    out.line("call !!ORNACataScomBoltArray('", Ref{names_.getScomName(object)}, "','", joined, "')");
+    out.line("call !!ORNACataScomBoltArray('", Ref{names_.components.getScomName(object)}, "','", joined, "')");
 }
 
 void BoltCatalogue::writeRoots(CataStream& out) {
-    const std::string& table = names_.getBltabName();
+    const std::string& table = names_.bolts.getBltabName();
     if (names_.markIfNotCreated(table)) {
         out.line("call !!ORNACataBlta('", Ref{table}, "')");
     }
-    const std::string& list = names_.getBlistName();
+    const std::string& list = names_.bolts.getBlistName();
     if (names_.markIfNotCreated(list)) {
         enterElement(out, table);
         out.line("call !!ORNACataBlist('", Ref{list}, "')");
     }
-    const std::string& cata = names_.getBoltCataName();
+    const std::string& cata = names_.bolts.getBoltCataName();
     if (names_.markIfNotCreated(cata)) {
         writeCatalogue(out, cata);
     }
-    const std::string& section = names_.getBoltSectName();
+    const std::string& section = names_.bolts.getBoltSectName();
     if (names_.markIfNotCreated(section)) {
         writeSection(out, cata, section);
     }
 }
 
 void BoltCatalogue::writeSet(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEntity* object, CataStream& out) {
-    const std::string set = names_.getBoltObjectName(object);
+    const std::string set = names_.bolts.getBoltObjectName(object);
     if (!names_.markIfNotCreated(set)) {
         return;
     }
     references_.push_back(cataRef(set));
-    out.line("call !!ORNACataBtse('", Ref{names_.getComponentName(object)}, "','", Ref{set}, "')");
+    out.line("call !!ORNACataBtse('", Ref{names_.components.getComponentName(object)}, "','", Ref{set}, "')");
     BoltData bolt;
     BoltData nut;
     if (!readBoltData(boltSet, bolt, nut)) {
@@ -183,7 +183,7 @@ void BoltCatalogue::writeSet(const HxDbBoltNutModel* boltSet, const HxDbSmrtlnEn
 void BoltCatalogue::writePoints(CataStream& out, const std::string& set, const FlangeData& flange,
                                 const BoltData& bolt) {
     enterElement(out, set);
-    const std::string stype = names_.getBoltStype(flange, bolt.type);
+    const std::string stype = names_.bolts.getBoltStype(flange, bolt.type);
     for (int number = 1; number <= bolt.setsOf; ++number) {
         out.line("call !!ORNACataBltp('", number, "','", static_cast<double>(boltDiameter(bolt)), "','", stype, "')");
     }
@@ -191,16 +191,16 @@ void BoltCatalogue::writePoints(CataStream& out, const std::string& set, const F
 
 void BoltCatalogue::writeCategoryOf(CataStream& out, const FlangeData& flange, const BoltData& bolt,
                                     const BoltData& nut) {
-    const std::string category = names_.getBoltKeyName(flange);
+    const std::string category = names_.bolts.getBoltKeyName(flange);
     if (names_.markIfNotCreated(category)) {
-        writeCategory(out, names_.getBoltSectName(), category, bolt.code);
+        writeCategory(out, names_.bolts.getBoltSectName(), category, bolt.code);
     }
-    writeTexts(out, "BOLT", bolt, category, names_.getBoltDtsetName(flange));
-    if (const std::string mtset = names_.getBoltMtsetName(flange); names_.markIfNotCreated(mtset)) {
+    writeTexts(out, "BOLT", bolt, category, names_.bolts.getBoltDtsetName(flange));
+    if (const std::string mtset = names_.bolts.getBoltMtsetName(flange); names_.markIfNotCreated(mtset)) {
         writeMaterialText(out, category, mtset, bolt.mater);
     }
-    writeTexts(out, "NUT", nut, category, names_.getNutDtsetName(flange));
-    if (const std::string mtset = names_.getNutMtsetName(flange); names_.markIfNotCreated(mtset)) {
+    writeTexts(out, "NUT", nut, category, names_.bolts.getNutDtsetName(flange));
+    if (const std::string mtset = names_.bolts.getNutMtsetName(flange); names_.markIfNotCreated(mtset)) {
         writeMaterialText(out, category, mtset, nut.mater);
     }
 }
@@ -215,18 +215,18 @@ void BoltCatalogue::writeTexts(CataStream& out, const char* kind, const BoltData
 }
 
 void BoltCatalogue::writeItem(CataStream& out, const FlangeData& flange, const BoltData& bolt, const BoltData& nut) {
-    const std::string item = names_.getBoltItemName(flange.spec, flange, bolt.type);
+    const std::string item = names_.bolts.getBoltItemName(flange.spec, flange, bolt.type);
     if (!names_.markIfNotCreated(item)) {
         return;
     }
-    enterElement(out, names_.getBlistName());
+    enterElement(out, names_.bolts.getBlistName());
     std::string reference = cataRef(item);
     std::replace(reference.begin(), reference.end(), ' ', '_');
-    std::string nuts = names_.getBoltStype(flange, nut.type);
+    std::string nuts = names_.bolts.getBoltStype(flange, nut.type);
     if (!equalNoCase(bolt.item, "BOLT")) {
         nuts += " " + nuts;
     }
-    out.line("call !!ORNACataSbol('", Ref{names_.getBlistName()}, "','", reference, "','",
+    out.line("call !!ORNACataSbol('", Ref{names_.bolts.getBlistName()}, "','", reference, "','",
              static_cast<double>(boltDiameter(bolt)), "','", 0.0, "','", static_cast<double>(bolt.setsOf), "','", nuts,
              "')");
 }

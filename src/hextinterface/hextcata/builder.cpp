@@ -143,7 +143,7 @@ const char* CataBuilder::reasonAgainst(const HxDbSmrtlnEntity* object) {
     if (getBomValue(object, "item").empty()) {
         return noItem;
     }
-    return names_.getGtype(object).empty() ? noType : nullptr;
+    return names_.types.getGtype(object).empty() ? noType : nullptr;
 }
 
 bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& skipSet) {
@@ -179,7 +179,7 @@ bool CataBuilder::writeBranch(const ComponentList& objects, const ObjectSet& ski
 bool CataBuilder::startEntry(const HxDbSmrtlnEntity* object, const std::string& scomName) {
     const bool first = names_.markIfNotCreated(scomName);
     if (smrtln::isPipe(object) && getBomValue(object, "minsul") != "0") {
-        names_.registerInsulation(object);
+        names_.insulation.registerInsulation(object);
     }
     return first;
 }
@@ -188,7 +188,7 @@ void CataBuilder::writeObject(HxDbSmrtlnEntity* object) {
     if (getBomValue(object, "minsul") != "0" && !smrtln::isNozzle(object)) {
         insulated_.push_back(object);
     }
-    const std::string& scomName = names_.getScomName(object);
+    const std::string& scomName = names_.components.getScomName(object);
     if (!startEntry(object, scomName)) {
         return;
     }
@@ -227,16 +227,16 @@ bool CataBuilder::writeComponentEntry(CataItem& item, const HxDbSmrtlnEntity* ob
 // ------------------------------------------------------------------------------------------------------------- tree
 
 bool CataBuilder::writeEntry(CataItem& item, std::string_view kind) {
-    item.gtype = kind == componentLinkKind ? std::string(componentLinkKind) : names_.getGtype(item.object);
+    item.gtype = kind == componentLinkKind ? std::string(componentLinkKind) : names_.types.getGtype(item.object);
     if (item.gtype.empty()) {
         return false;
     }
     writeTree(item);
     findSkey(item, kind);
-    item.gmseName = names_.getGmsetName(item.object);
-    item.ptseName = names_.getPtsetName(item.object);
-    item.sdteName = names_.getDtsetName(item.object);
-    item.smteName = names_.getMtsetName(item.object);
+    item.gmseName = names_.components.getGmsetName(item.object);
+    item.ptseName = names_.components.getPtsetName(item.object);
+    item.sdteName = names_.components.getDtsetName(item.object);
+    item.smteName = names_.components.getMtsetName(item.object);
     writeSets(item);
     writeComponentLine(item, kind);
     reportTexts(item);
@@ -244,13 +244,13 @@ bool CataBuilder::writeEntry(CataItem& item, std::string_view kind) {
 }
 
 void CataBuilder::writeTree(CataItem& item) {
-    item.categoryName =
-        item.item == attachKind ? names_.getPointSetBaseName(item.object) : names_.getComponentName(item.object);
+    item.categoryName = item.item == attachKind ? names_.attachments.getPointSetBaseName(item.object)
+                                                : names_.components.getComponentName(item.object);
     if (!names_.markIfNotCreated(item.categoryName)) {
         return;
     }
-    const std::string cata = names_.getCataName(item.object);
-    const std::string section = names_.getSectionName(item.object);
+    const std::string cata = names_.components.getCataName(item.object);
+    const std::string section = names_.components.getSectionName(item.object);
     if (names_.markIfNotCreated(cata)) {
         writeCatalogue(stream_, cata);
     }
@@ -266,7 +266,7 @@ void CataBuilder::findSkey(CataItem& item, std::string_view kind) {
         return;
     }
     try {
-        const std::string skey = names_.getSkey(item.object);
+        const std::string skey = names_.types.getSkey(item.object);
         const bool beginsWithDigit = !skey.empty() && skey.front() >= '0' && skey.front() <= '9';
         item.skey = beginsWithDigit ? " " : skey;
     } catch (const ExportException&) {
@@ -362,7 +362,7 @@ void CataBuilder::writeNozzles(const std::vector<HxDbNozzleModel*>& nozzles) {
 
 bool CataBuilder::writeNozzle(const HxDbNozzleModel* nozzle) {
     CataItem item;
-    item.scomName = names_.getScomName(nozzle);
+    item.scomName = names_.components.getScomName(nozzle);
     const bool first = startEntry(nozzle, item.scomName);
     if (first && !writeComponentEntry(item, nozzle)) {
         return false;
@@ -384,7 +384,7 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     if (connected == nullptr) {
         return reportLeftOut(support, "attachment", "is connected to nothing");
     }
-    const std::string scomName = names_.getPointSetScName(connected);
+    const std::string scomName = names_.attachments.getPointSetScName(connected);
     if (!names_.markIfNotCreated(scomName)) {
         return;
     }
@@ -401,7 +401,8 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
     if (!writeEntry(item, attachKind)) {
         return reportLeftOut(support, "attachment", "what it is attached to has no GType");
     }
-    item.points = attachmentPoints(kind, outerDiameterOf(connected), names_.keepName(getBomValue(connected, "end1")));
+    item.points =
+        attachmentPoints(kind, outerDiameterOf(connected), names_.joints.keepName(getBomValue(connected, "end1")));
     if (!names_.isNameCreated(item.ptseName)) {
         throw ExportException("管子没有建立ptse！");
     }
@@ -415,26 +416,26 @@ void CataBuilder::writeAttachment(const HxDbSupportModel* support) {
 
 void CataBuilder::writeSupport(const HxDbSupportModel* support) {
     CataItem item;
-    item.scomName = names_.getScomName(support);
+    item.scomName = names_.components.getScomName(support);
     if (names_.markIfNotCreated(item.scomName)) {
         requireOpen();
         fillItem(item, support, names_, texts_);
         writeEntry(item, componentLinkKind);
     }
     const HxDbSmrtlnEntity* connected = attachedTo(support);
-    if (connected == nullptr || !names_.isNameCreated(names_.getPointSetBaseName(connected))) {
+    if (connected == nullptr || !names_.isNameCreated(names_.attachments.getPointSetBaseName(connected))) {
         return;
     }
-    if (const std::string& text = names_.getPointSetDtName(connected); names_.markIfNotCreated(text)) {
+    if (const std::string& text = names_.attachments.getPointSetDtName(connected); names_.markIfNotCreated(text)) {
         const std::string name = nameOf(support);
-        writeDetailText(stream_, names_.getPointSetBaseName(connected), text, {name, name, name, " "});
+        writeDetailText(stream_, names_.attachments.getPointSetBaseName(connected), text, {name, name, name, " "});
     }
 }
 
 void CataBuilder::writeInsulationCatalogue() {
     writeCatalogue(stream_, insulationCatalogue);
     writeSection(stream_, insulationCatalogue, insulationSection);
-    for (const auto& [key, record] : names_.getInsulTable()) {
+    for (const auto& [key, record] : names_.insulation.getInsulTable()) {
         const std::string category = "CATE_" + key;
         const std::size_t mark = key.find('_');
         const double thickness = mark == std::string::npos ? 0 : numberOf(std::string_view(key).substr(mark + 1));

@@ -46,7 +46,7 @@ void takeNeighbourEnd(const HxDbSmrtlnEntity* weld, int number, std::string& end
 void readEnds(CataItem& item, const HxDbSmrtlnEntity* object, const NameManager& names) {
     constexpr std::string_view keys[] = {"end1", "end2", "end3", "end4"};
     for (std::size_t i = 0; i < item.ends.size(); ++i) {
-        item.ends[i] = names.keepName(getBomValue(object, keys[i]));
+        item.ends[i] = names.joints.keepName(getBomValue(object, keys[i]));
     }
     if (const HxDbNozzleModel* nozzle = HxDbNozzleModel::cast(object)) {
         item.ends[0] = nozzleEnd(nozzle);

@@ -1,41 +1,17 @@
-// Names of pipes, branches and members, and which branch a component lies in.
+#include "hextinterface/manager/branch_names.h"
+
 #include "frame/easy_log.h"
 #include "frame/exceptions.h"
-#include "hextinterface/manager/name_state.h"
-
-#include <algorithm>
+#include "hextinterface/manager/name_texts.h"
+#include "hextinterface/manager/owner_names.h"
+#include "hextinterface/manager/type_names.h"
+#include "platform/attribute_cache.h"
 
 using naming::BranchStop;
 using naming::noName;
 using naming::stemWith;
 
 namespace naming {
-
-const std::string* UniqueTexts::find(HxDbObjectId id) const {
-    const auto at = numbers_.find(id);
-    return at == numbers_.end() ? nullptr : &texts_[at->second];
-}
-
-const std::string& UniqueTexts::add(HxDbObjectId id, std::string text, std::string_view separator, int& number) {
-    if (texts_.contains(text)) {
-        (text += separator) += std::to_string(number++);
-    }
-    const std::uint32_t at = texts_.add(text).number;
-    numbers_[id] = at;
-    return texts_[at];
-}
-
-std::uint32_t MemberCounters::next(const std::string* branch, const std::string* gtype) {
-    const std::uint64_t hash = reinterpret_cast<std::uintptr_t>(branch) * 31 + reinterpret_cast<std::uintptr_t>(gtype);
-    std::uint32_t number =
-        index_.find(hash, [&](std::uint32_t at) { return rows_[at].branch == branch && rows_[at].gtype == gtype; });
-    if (number == FlatIndex::none) {
-        number = static_cast<std::uint32_t>(rows_.size());
-        rows_.push_back({branch, gtype, 0});
-        index_.add(hash, number);
-    }
-    return ++rows_[number].count;
-}
 
 BranchStop readBranchStop(const HxDbTubeStop&) {
     return {};
@@ -50,82 +26,71 @@ bool meets(const BranchStop& a, const BranchStop& b) {
 
 }  // namespace naming
 
-const std::string* NameManager::State::branchOf(const HxDbObject* object) const {
-    const naming::ObjectFacts* known = facts.find(naming::idOf(object));
+const std::string* BranchNames::branchOf(const HxDbObject* object) const {
+    const Known* known = known_.find(naming::idOf(object));
     return known != nullptr ? known->branch : nullptr;
 }
 
-void NameManager::State::setBranch(std::span<HxDbSmrtlnEntity* const> list, const std::string& branch) {
+void BranchNames::setBranch(std::span<HxDbSmrtlnEntity* const> list, const std::string& branch) {
     for (const HxDbSmrtlnEntity* component : list) {
-        factsOf(component).branch = &branch;
+        known_[component->objectId()].branch = &branch;
     }
     for (const HxDbSmrtlnEntity* end : {list.back(), list.front()}) {
         if (const HxDbTubeStop* stop = HxDbTubeStop::cast(end)) {
-            branchStops.emplace_back(naming::readBranchStop(*stop), &branch);
+            stops_.emplace_back(naming::readBranchStop(*stop), &branch);
         }
     }
 }
 
-const std::string& NameManager::getPipeName(const HxDbObject* pipeline) {
-    if (pipeline == nullptr) {
-        return noName;
-    }
-    const HxDbObjectId id = pipeline->objectId();
-    const std::string* known = state_->pipeNames.find(id);
-    return known != nullptr
-               ? *known
-               : state_->pipeNames.add(id, std::string(getBomValue(pipeline, "lineno")), "_", state_->sharedNumber);
-}
-
-const std::string& NameManager::createBranchName(std::span<HxDbSmrtlnEntity* const> components) {
+const std::string& BranchNames::createBranchName(std::span<HxDbSmrtlnEntity* const> components) {
     if (components.empty()) {
         hextlog::exportLog().writeText("不存在任何管件！");
         return noName;
     }
     for (const HxDbSmrtlnEntity* end : {components.front(), components.back()}) {
-        if (const std::string* branch = state_->branchOf(end)) {
+        if (const std::string* branch = branchOf(end)) {
             return *branch;
         }
     }
     const HxDbObject* pipeline = openByAttribute<HxDbObject>(components.front(), "lineno");
-    const std::string base = stemWith(getPipeName(pipeline), "-B");
+    const std::string base = stemWith(owners_.getPipeName(pipeline), "-B");
     std::string name;
     do {
-        name = base + std::to_string(state_->branchCounters.next(base));
-    } while (isNameKnown(name));
-    const std::string& branch = state_->put(name, NameKind::Branch);
-    state_->setBranch(components, branch);
+        name = base + std::to_string(branchCounters_.next(base));
+    } while (names_.isNameKnown(name));
+    const std::string& branch = names_.put(name, NameKind::Branch);
+    setBranch(components, branch);
     return branch;
 }
 
-void NameManager::addToBranch(std::string_view branch, std::span<HxDbSmrtlnEntity* const> components) {
-    const std::string* name = state_->m_nameCreatedFlagMap.name(branch);
+void BranchNames::addToBranch(std::string_view branch, std::span<HxDbSmrtlnEntity* const> components) {
+    const std::string* name = names_.text(branch);
     if (name == nullptr) {
         throw RunException(fillPlaceholder("%1% 命名不是来之命名类！", std::string(branch)));
     }
-    if (components.empty() || state_->branchOf(components.front()) == name) {
+    if (components.empty() || branchOf(components.front()) == name) {
         return;
     }
-    if (components.size() >= 2 && state_->branchOf(components.back()) != nullptr) {
+    if (components.size() >= 2 && branchOf(components.back()) != nullptr) {
         return;
     }
-    state_->setBranch(components, *name);
+    setBranch(components, *name);
 }
 
-const std::string& NameManager::getBranchNameOf(const HxDbObject* object) const {
-    if (const std::string* branch = state_->branchOf(object)) {
+const std::string& BranchNames::getBranchNameOf(const HxDbObject* object) const {
+    if (const std::string* branch = branchOf(object)) {
         return *branch;
     }
     throw ExportException(std::to_string(naming::idOf(object).toInt()) + "未找到分支");
 }
 
-const std::string* NameManager::matchTubeStop(const HxDbObject* object) const {
+const std::string* BranchNames::matchTubeStop(const HxDbObject* object) const {
     const HxDbTubeStop* stop = HxDbTubeStop::cast(object);
     const BranchStop wanted = stop != nullptr ? naming::readBranchStop(*stop) : BranchStop();
     if (wanted.endTag == 0) {
         return nullptr;
     }
-    for (const auto& [known, name] : state_->branchStops) {
+    for (const auto& [known, name] : stops_) {
         if (naming::meets(known, wanted)) {
             return name;
         }
@@ -133,16 +98,16 @@ const std::string* NameManager::matchTubeStop(const HxDbObject* object) const {
     return nullptr;
 }
 
-const std::string& NameManager::getMemberName(const HxDbObject* object) {
+const std::string& BranchNames::getMemberName(const HxDbObject* object) {
     const std::string& branch = getBranchNameOf(object);
-    const std::string*& known = state_->factsOf(object).member;
+    const std::string*& known = known_[naming::idOf(object)].member;
     if (known == nullptr) {
         constexpr std::size_t maxBytes = 127;
-        const std::string& gtype = getGtype(object);
-        const std::uint32_t counter = state_->memberCounters.next(&branch, &gtype);
-        std::string& name = state_->scratch;
+        const std::string& gtype = types_.getGtype(object);
+        const std::uint32_t counter = memberCounters_.next(&branch, &gtype);
+        std::string& name = scratch_;
         name.assign(gtype).append(" ").append(std::to_string(counter)).append(" of BRANCH /").append(branch);
-        known = &state_->put(std::string_view(name).substr(0, maxBytes), NameKind::Member);
+        known = &names_.put(std::string_view(name).substr(0, maxBytes), NameKind::Member);
     }
     return *known;
 }

@@ -168,15 +168,13 @@ std::string composeName(const ComponentKey& key) {
 
 ComponentEntry& ComponentTable::find(const HxDbObject* object, CodeTables& codes) {
     const ComponentKey key = makeKey(readAttrSet(object), HxDbTubeWeld::cast(object) != nullptr, codes);
-    const std::uint64_t hash = key.hash();
-    const std::uint32_t known = index_.find(hash, [&](std::uint32_t at) { return entries_[at].key == key; });
-    if (known != FlatIndex::none) {
-        return entries_[known];
+    const auto [known, isNew] = index_.try_emplace(key, nullptr);
+    if (isNew) {
+        ComponentEntry& entry = entries_.emplace_back();
+        entry.key = key;
+        known.value() = &entry;
     }
-    index_.add(hash, static_cast<std::uint32_t>(entries_.size()));
-    ComponentEntry& entry = entries_.emplace_back();
-    entry.key = key;
-    return entry;
+    return *known->second;
 }
 
 }  // namespace naming

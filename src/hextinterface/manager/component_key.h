@@ -1,8 +1,10 @@
 // What makes two components the same: their attributes, and the coded form of these that serves as the key of names.
 #pragma once
 
-#include "hextinterface/manager/code_table.h"
+#include "hextinterface/manager/letter_codes.h"
 #include "platform/objects.h"
+
+#include <tsl/robin_map.h>
 
 #include <array>
 #include <cstring>
@@ -12,22 +14,6 @@
 #include <vector>
 
 namespace naming {
-
-// One code table for each attribute.
-struct CodeTables {
-    CodeTable standard{2};
-    CodeTable item{2};
-    CodeTable itype{2};
-    CodeTable end{1};
-    CodeTable size{2};
-    CodeTable rating{1};
-    CodeTable sch{2};
-    CodeTable thick{2};
-    CodeTable spec{2};
-    CodeTable radius{2};
-    CodeTable angle{2};
-    CodeTable nozzle{3};
-};
 
 // The attributes of one component; views of the attribute cache.
 struct AttrSet {
@@ -92,7 +78,10 @@ public:
     ComponentEntry& find(const HxDbObject* object, CodeTables& codes);
 
 private:
-    FlatIndex index_;
+    struct Hash {
+        std::size_t operator()(const ComponentKey& key) const { return key.hash(); }
+    };
+    tsl::robin_map<ComponentKey, ComponentEntry*, Hash> index_;
     std::deque<ComponentEntry> entries_;
 };
 

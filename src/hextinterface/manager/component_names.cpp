@@ -1,33 +1,41 @@
-// Names of components and of their catalogue elements, and of the specification rows that point at them.
+#include "hextinterface/manager/component_names.h"
+
 #include "frame/exceptions.h"
-#include "hextinterface/manager/name_state.h"
+#include "hextinterface/manager/name_texts.h"
+#include "hextinterface/manager/type_names.h"
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/model_tests.h"
+#include "platform/smrtln.h"
+#include "tolmar/text.h"
 
 using naming::ComponentEntry;
-using naming::isA;
-using naming::NameTable;
-using naming::noName;
 using naming::stemWith;
 
 namespace {
 
-using Other = NameTable::OtherKind;
-using State = NameManager::State;
+using Other = NameRegister::OtherKind;
 using Slot = const std::string* ComponentEntry::*;
 
 const std::string balloonStype = "INST";
 const std::string supportSpec = "SUP_LIST";
 
+template <typename T>
+bool isA(const HxDbObject* object) {
+    return T::cast(object) != nullptr;
+}
+
 // A name that is the component name, cut, with a suffix.
-struct Derived {
+struct DerivedForm {
     Slot slot;
     std::string_view suffix;
     NameKind kind;
 };
-constexpr Derived scomForm{&ComponentEntry::scom, "-SC", NameKind::Scom};
-constexpr Derived gmsetForm{&ComponentEntry::gmset, "-GM", NameKind::Gmset};
-constexpr Derived ptsetForm{&ComponentEntry::ptset, "-PT", NameKind::Ptset};
-constexpr Derived dtsetForm{&ComponentEntry::dtset, "-DT", NameKind::Dtset};
-constexpr Derived mtsetForm{&ComponentEntry::mtset, "-MT", NameKind::Mtset};
+constexpr DerivedForm scomForm{&ComponentEntry::scom, "-SC", NameKind::Scom};
+constexpr DerivedForm gmsetForm{&ComponentEntry::gmset, "-GM", NameKind::Gmset};
+constexpr DerivedForm ptsetForm{&ComponentEntry::ptset, "-PT", NameKind::Ptset};
+constexpr DerivedForm dtsetForm{&ComponentEntry::dtset, "-DT", NameKind::Dtset};
+constexpr DerivedForm mtsetForm{&ComponentEntry::mtset, "-MT", NameKind::Mtset};
 
 // Balloons and welds have component names of their own, the others take theirs from the key.
 bool isNamedByKey(const HxDbObject* object) {
@@ -39,7 +47,7 @@ bool hasSpecOfKey(const HxDbObject* object) {
     return isNamedByKey(object) && !isA<HxDbNozzleModel>(object) && !isA<HxDbSupportModel>(object);
 }
 
-std::string balloonName(State& state, const HxDbBalloon& balloon) {
+std::string balloonName(naming::CodeTables& codes, const HxDbBalloon& balloon) {
     std::vector<HxDbObject*> connected;
     balloon.getAllConnObject(connected);
     if (connected.empty()) {
@@ -47,13 +55,13 @@ std::string balloonName(State& state, const HxDbBalloon& balloon) {
         throw ExportException("仪表泡未连接对象");
     }
     std::string name(naming::namePrefix);
-    state.codes.size.append(name, getBomValue(connected.front(), "size1"));
+    codes.size.append(name, getBomValue(connected.front(), "size1"));
     return name;
 }
 
-std::string weldName(State& state, const HxDbObject* weld) {
+std::string weldName(naming::CodeTables& codes, const HxDbObject* weld) {
     std::string name(naming::namePrefix);
-    state.codes.size.append(name, getBomValue(weld, "size"));
+    codes.size.append(name, getBomValue(weld, "size"));
     return (name += '_') += getBomValue(weld, "stype");
 }
 
@@ -70,30 +78,6 @@ const std::string& once(ComponentEntry* entry, Slot slot, Make make) {
     return made;
 }
 
-class DerivedNames {
-public:
-    DerivedNames(NameManager& names, State& state, const HxDbObject* object)
-        : names_(names), state_(state), object_(object),
-          entry_(isNamedByKey(object) ? &state.entryOf(object) : nullptr) {}
-
-    const std::string& get(const Derived& form) {
-        return once(entry_, form.slot, [&]() -> const std::string& { return state_.put(spelling(form), form.kind); });
-    }
-    const std::string& find(const Derived& form) {
-        return once(entry_, form.slot, [&]() -> const std::string& {
-            return state_.m_nameCreatedFlagMap.query(spelling(form), form.kind, Other::Absent);
-        });
-    }
-
-private:
-    std::string spelling(const Derived& form) { return stemWith(names_.getComponentName(object_), form.suffix); }
-
-    NameManager& names_;
-    State& state_;
-    const HxDbObject* object_;
-    ComponentEntry* entry_;
-};
-
 std::string withoutStandard(const HxDbObject* object) {
     if (!smrtln::isGaskVirtual(object)) {
         if (isA<HxDbNozzleModel>(object)) {
@@ -108,66 +92,98 @@ std::string withoutStandard(const HxDbObject* object) {
 
 }  // namespace
 
-const std::string& NameManager::getCataName(const HxDbObject* object) {
-    const std::string_view standard = naming::textOf(object != nullptr ? object->getStandard() : nullptr);
+naming::ComponentEntry& ComponentNames::entryOf(const HxDbObject* object) {
+    ComponentEntry*& entry = known_[naming::idOf(object)].entry;
+    if (entry == nullptr) {
+        entry = &table_.find(object, codes_);
+    }
+    return *entry;
+}
+
+// The names of one object that are made of its component name.
+class ComponentNames::Derived {
+public:
+    Derived(ComponentNames& names, const HxDbObject* object)
+        : names_(names), object_(object), entry_(isNamedByKey(object) ? &names.entryOf(object) : nullptr) {}
+
+    const std::string& get(const DerivedForm& form) {
+        return once(entry_, form.slot,
+                    [&]() -> const std::string& { return names_.names_.put(spelling(form), form.kind); });
+    }
+    const std::string& find(const DerivedForm& form) {
+        return once(entry_, form.slot, [&]() -> const std::string& {
+            return names_.names_.query(spelling(form), form.kind, Other::Absent);
+        });
+    }
+
+private:
+    std::string spelling(const DerivedForm& form) { return stemWith(names_.getComponentName(object_), form.suffix); }
+
+    ComponentNames& names_;
+    const HxDbObject* object_;
+    ComponentEntry* entry_;
+};
+
+const std::string& ComponentNames::getCataName(const HxDbObject* object) {
+    const std::string_view standard = object != nullptr ? tolmar::textOrEmpty(object->getStandard()) : "";
     std::string name = "CATA_ORNA_";
     if (standard.empty()) {
         name += withoutStandard(object);
     } else {
-        name += state_->codes.standard.code(standard);
+        name += codes_.standard.code(standard);
     }
-    return state_->put(name, NameKind::Cata);
+    return names_.put(name, NameKind::Cata);
 }
 
-const std::string& NameManager::getSectionName(const HxDbObject* object) {
+const std::string& ComponentNames::getSectionName(const HxDbObject* object) {
     std::string name = "SEC_ORNA_";
-    state_->codes.item.append(name, getBomValue(object, "item"));
-    return state_->put(name, NameKind::Section);
+    codes_.item.append(name, getBomValue(object, "item"));
+    return names_.put(name, NameKind::Section);
 }
 
-const std::string& NameManager::getComponentName(const HxDbObject* object) {
+const std::string& ComponentNames::getComponentName(const HxDbObject* object) {
     if (const HxDbBalloon* balloon = HxDbBalloon::cast(object)) {
-        return state_->put(balloonName(*state_, *balloon), NameKind::Component);
+        return names_.put(balloonName(codes_, *balloon), NameKind::Component);
     }
     if (isA<HxDbTubeWeld>(object)) {
-        return state_->put(weldName(*state_, object), NameKind::Component);
+        return names_.put(weldName(codes_, object), NameKind::Component);
     }
-    ComponentEntry& entry = state_->entryOf(object);
+    ComponentEntry& entry = entryOf(object);
     return once(&entry, &ComponentEntry::name, [&]() -> const std::string& {
-        return state_->put(naming::composeName(entry.key), NameKind::Component);
+        return names_.put(naming::composeName(entry.key), NameKind::Component);
     });
 }
 
-const std::string& NameManager::getScomName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).get(scomForm);
+const std::string& ComponentNames::getScomName(const HxDbObject* object) {
+    return Derived(*this, object).get(scomForm);
 }
-const std::string& NameManager::getGmsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).get(gmsetForm);
+const std::string& ComponentNames::getGmsetName(const HxDbObject* object) {
+    return Derived(*this, object).get(gmsetForm);
 }
-const std::string& NameManager::getPtsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).get(ptsetForm);
+const std::string& ComponentNames::getPtsetName(const HxDbObject* object) {
+    return Derived(*this, object).get(ptsetForm);
 }
-const std::string& NameManager::getDtsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).get(dtsetForm);
+const std::string& ComponentNames::getDtsetName(const HxDbObject* object) {
+    return Derived(*this, object).get(dtsetForm);
 }
-const std::string& NameManager::getMtsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).get(mtsetForm);
+const std::string& ComponentNames::getMtsetName(const HxDbObject* object) {
+    return Derived(*this, object).get(mtsetForm);
 }
-const std::string& NameManager::findScomName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).find(scomForm);
+const std::string& ComponentNames::findScomName(const HxDbObject* object) {
+    return Derived(*this, object).find(scomForm);
 }
-const std::string& NameManager::findDtsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).find(dtsetForm);
+const std::string& ComponentNames::findDtsetName(const HxDbObject* object) {
+    return Derived(*this, object).find(dtsetForm);
 }
-const std::string& NameManager::findMtsetName(const HxDbObject* object) {
-    return DerivedNames(*this, *state_, object).find(mtsetForm);
+const std::string& ComponentNames::findMtsetName(const HxDbObject* object) {
+    return Derived(*this, object).find(mtsetForm);
 }
 
-const std::string& NameManager::getSpecName(const HxDbObject* object) {
+const std::string& ComponentNames::getSpecName(const HxDbObject* object) {
     if (isA<HxDbSupportModel>(object)) {
         return supportSpec;
     }
-    ComponentEntry* entry = hasSpecOfKey(object) ? &state_->entryOf(object) : nullptr;
+    ComponentEntry* entry = hasSpecOfKey(object) ? &entryOf(object) : nullptr;
     return once(entry, &ComponentEntry::spec, [&]() -> const std::string& {
         std::string name;
         if (isA<HxDbNozzleModel>(object)) {
@@ -182,50 +198,50 @@ const std::string& NameManager::getSpecName(const HxDbObject* object) {
         } else {
             name = getBomValue(object, "specname");
         }
-        return state_->m_nameCreatedFlagMap.putUnchecked(name, NameKind::Spec);
+        return names_.putUnchecked(name, NameKind::Spec);
     });
 }
 
-const std::string& NameManager::getStype(const HxDbObject* object) {
+const std::string& ComponentNames::getStype(const HxDbObject* object) {
     if (isA<HxDbBalloon>(object)) {
         return balloonStype;
     }
-    return once(&state_->entryOf(object), &ComponentEntry::stype, [&]() -> const std::string& {
-        std::string stype = getGtype(object);
-        stype += naming::letters(state_->gtypeCounters.next(stype));
-        return state_->stypes[state_->stypes.add(stype).number];
+    return once(&entryOf(object), &ComponentEntry::stype, [&]() -> const std::string& {
+        std::string stype = types_.getGtype(object);
+        stype += naming::letters(gtypeCounters_.next(stype));
+        return stypes_[stypes_.add(stype).number];
     });
 }
 
-const std::string& NameManager::getSpcoShortName(const HxDbObject* object) {
+const std::string& ComponentNames::getSpcoShortName(const HxDbObject* object) {
     const auto finish = [this](std::string_view text) -> const std::string& {
-        return state_->put(stemWith(text, "-SP"), NameKind::Short);
+        return names_.put(stemWith(text, "-SP"), NameKind::Short);
     };
     if (isA<HxDbBalloon>(object)) {
         return finish(naming::withoutPrefix(getComponentName(object)));
     }
-    return once(&state_->entryOf(object), &ComponentEntry::shortName, [&]() -> const std::string& {
+    return once(&entryOf(object), &ComponentEntry::shortName, [&]() -> const std::string& {
         std::string text(isA<HxDbTubeWeld>(object) ? "Weld" : getBomValue(object, "item"));
-        const std::uint32_t counter = state_->shortCounters.next(text);
+        const std::uint32_t counter = shortCounters_.next(text);
         (text += '_') += naming::letters(counter);
         return finish(text);
     });
 }
 
-const std::string& NameManager::getSpcoName(const HxDbObject* object) {
-    ComponentEntry* entry = hasSpecOfKey(object) ? &state_->entryOf(object) : nullptr;
+const std::string& ComponentNames::getSpcoName(const HxDbObject* object) {
+    ComponentEntry* entry = hasSpecOfKey(object) ? &entryOf(object) : nullptr;
     return once(entry, &ComponentEntry::spco, [&]() -> const std::string& {
         std::string name = getSpecName(object);
         (name += '/') += getSpcoShortName(object);
-        return state_->put(name, NameKind::Spco);
+        return names_.put(name, NameKind::Spco);
     });
 }
 
-const std::string& NameManager::findSpcoName(const HxDbObject* object) {
-    ComponentEntry* entry = hasSpecOfKey(object) ? &state_->entryOf(object) : nullptr;
+const std::string& ComponentNames::findSpcoName(const HxDbObject* object) {
+    ComponentEntry* entry = hasSpecOfKey(object) ? &entryOf(object) : nullptr;
     return once(entry, &ComponentEntry::spco, [&]() -> const std::string& {
         std::string name = getSpecName(object);
         (name += '/') += getSpcoShortName(object);
-        return state_->m_nameCreatedFlagMap.query(name, NameKind::Spco, Other::Clash);
+        return names_.query(name, NameKind::Spco, Other::Clash);
     });
 }

@@ -1,6 +1,10 @@
-// The insulation table, and the names of insulation elements.
+#include "hextinterface/manager/insulation_names.h"
+
 #include "frame/exceptions.h"
-#include "hextinterface/manager/name_state.h"
+#include "hextinterface/manager/name_texts.h"
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/smrtln.h"
 
 #include <algorithm>
 #include <limits>
@@ -22,18 +26,6 @@ struct Insulation {
     std::string code;
     std::string key;
 };
-
-std::string codeOf(const HxDbObject* object, const HxDbObject* pipeline) {
-    std::string code(getBomValue(pipeline, "insulcode"));
-    if (code.empty()) {
-        modeling::get_tube_insulcode(HxDbTubeModel::cast(object), code);
-    }
-    if (code.empty()) {
-        hxcad::hextPrintf("\nerrId:%I64d\n", static_cast<long long>(naming::idOf(object).toInt()));
-        throw ExportException("保温代号为空");
-    }
-    return code;
-}
 
 std::int32_t thicknessOf(const HxDbObject* object, const std::string& size, const std::string& temperature) {
     double thickness = 0;
@@ -62,7 +54,7 @@ Insulation enter(InsulationTable& table, const HxDbObject* object) {
     }
     const HxDbObject* pipeline = openByAttribute<HxDbObject>(object, "lineno");
     Insulation result;
-    result.code = codeOf(object, pipeline);
+    result.code = insulationCode(pipeline, object);
     const std::string temperatureText(getBomValue(pipeline, "destemp"));
     const std::int32_t thickness = thicknessOf(object, sizeText, temperatureText);
     const std::int32_t size = truncated(numberOf(sizeText));
@@ -81,33 +73,45 @@ Insulation enter(InsulationTable& table, const HxDbObject* object) {
 
 }  // namespace
 
-void NameManager::registerInsulation(const HxDbObject* object) {
-    enter(state_->insulation, object);
+std::string insulationCode(const HxDbObject* pipeline, const HxDbObject* component) {
+    std::string code(getBomValue(pipeline, "insulcode"));
+    if (code.empty()) {
+        modeling::get_tube_insulcode(HxDbTubeModel::cast(component), code);
+    }
+    if (code.empty()) {
+        hxcad::hextPrintf("\nerrId:%I64d\n", static_cast<long long>(naming::idOf(component).toInt()));
+        throw ExportException("保温代号为空");
+    }
+    return code;
 }
 
-const InsulationTable& NameManager::getInsulTable() const {
-    return state_->insulation;
+void InsulationNames::registerInsulation(const HxDbObject* object) {
+    enter(table_, object);
 }
 
-const std::string& NameManager::getInsulScomName(const HxDbObject* object) {
-    return state_->put("INS_" + enter(state_->insulation, object).key + "-SC", NameKind::InsulScom);
+const InsulationTable& InsulationNames::getInsulTable() const {
+    return table_;
 }
 
-const std::string& NameManager::getInsulMtsetName(const HxDbObject* object) {
-    return state_->put("INS_" + enter(state_->insulation, object).key + "-MT", NameKind::Mtset);
+const std::string& InsulationNames::getInsulScomName(const HxDbObject* object) {
+    return names_.put("INS_" + enter(table_, object).key + "-SC", NameKind::InsulScom);
 }
 
-const std::string& NameManager::getInsulSpecName(std::string_view code) {
-    return state_->put(code.empty() ? "_" : code, NameKind::InsulSpec);
+const std::string& InsulationNames::getInsulMtsetName(const HxDbObject* object) {
+    return names_.put("INS_" + enter(table_, object).key + "-MT", NameKind::Mtset);
 }
 
-const std::string& NameManager::getInsulShortName(const HxDbObject* object) {
-    return state_->put(enter(state_->insulation, object).key + "-SP", NameKind::Short);
+const std::string& InsulationNames::getInsulSpecName(std::string_view code) {
+    return names_.put(code.empty() ? "_" : code, NameKind::InsulSpec);
 }
 
-const std::string& NameManager::getInsulSpcoName(const HxDbObject* object) {
-    const Insulation insulation = enter(state_->insulation, object);
+const std::string& InsulationNames::getInsulShortName(const HxDbObject* object) {
+    return names_.put(enter(table_, object).key + "-SP", NameKind::Short);
+}
+
+const std::string& InsulationNames::getInsulSpcoName(const HxDbObject* object) {
+    const Insulation insulation = enter(table_, object);
     std::string name = getInsulSpecName(insulation.code);
-    (name += '/') += state_->put(insulation.key + "-SP", NameKind::Short);
-    return state_->put(name, NameKind::InsulSpco);
+    (name += '/') += names_.put(insulation.key + "-SP", NameKind::Short);
+    return names_.put(name, NameKind::InsulSpco);
 }

@@ -1,7 +1,13 @@
-// Skey and GType of objects.
+#include "hextinterface/manager/type_names.h"
+
 #include "frame/easy_log.h"
 #include "frame/exceptions.h"
-#include "hextinterface/manager/name_state.h"
+#include "hextinterface/manager/name_register.h"
+#include "hextinterface/manager/name_texts.h"
+#include "platform/attribute_cache.h"
+#include "platform/hxcom.h"
+#include "platform/model_tests.h"
+#include "platform/smrtln.h"
 
 using naming::TypeFields;
 
@@ -47,10 +53,6 @@ void logLostGtype(const TypeFields& fields) {
     log.writeText(naming::joined(fields, ',') + "\n");
 }
 
-void forgetGtypes(NameManager::State& state) {
-    state.facts.forEach([](HxDbObjectId, naming::ObjectFacts& facts) { facts.gtype = nullptr; });
-}
-
 std::string findGtype(naming::TypeMapping& mapping, const HxDbObject* object) {
     const FixedTypes* fixed = fixedTypesOf(object);
     if (fixed != nullptr && fixed->gtype != nullptr) {
@@ -69,38 +71,38 @@ std::string findGtype(naming::TypeMapping& mapping, const HxDbObject* object) {
 
 }  // namespace
 
-void NameManager::loadSkeyTable() {
-    state_->mapping.loadSkeys();
-    forgetGtypes(*state_);
+void TypeNames::loadSkeyTable() {
+    mapping_.loadSkeys();
+    known_.clear();
 }
 
-void NameManager::loadTypeTable() {
-    state_->mapping.loadGtypes();
-    forgetGtypes(*state_);
+void TypeNames::loadTypeTable() {
+    mapping_.loadGtypes();
+    known_.clear();
 }
 
-void NameManager::reportLostMappings() const {
-    for (const auto* lost : {&state_->mapping.lostGtypes(), &state_->mapping.lostSkeys()}) {
+void TypeNames::reportLostMappings() const {
+    for (const auto* lost : {&mapping_.lostGtypes(), &mapping_.lostSkeys()}) {
         for (const std::string& line : *lost) {
             hxcad::hextPrintf("%s\n", line.c_str());
         }
     }
 }
 
-std::string NameManager::getSkey(const HxDbObject* object) {
+std::string TypeNames::getSkey(const HxDbObject* object) {
     const FixedTypes* fixed = fixedTypesOf(object);
-    return fixed != nullptr ? fixed->skey : state_->mapping.skeyOf(readTypeFields(object));
+    return fixed != nullptr ? fixed->skey : mapping_.skeyOf(readTypeFields(object));
 }
 
 // A GType that is missing is sought anew, since each look-up leaves its line in the logs.
-const std::string& NameManager::getGtype(const HxDbObject* object) {
-    const std::string*& known = state_->factsOf(object).gtype;
+const std::string& TypeNames::getGtype(const HxDbObject* object) {
+    const std::string*& known = known_[naming::idOf(object)].gtype;
     if (known == nullptr) {
-        const std::string gtype = findGtype(state_->mapping, object);
+        const std::string gtype = findGtype(mapping_, object);
         if (gtype.empty()) {
             return naming::noName;
         }
-        known = &state_->gtypes[state_->gtypes.add(gtype).number];
+        known = &gtypes_[gtypes_.add(gtype).number];
     }
     return *known;
 }

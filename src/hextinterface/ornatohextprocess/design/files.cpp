@@ -116,7 +116,7 @@ std::string EquipFile::finalName(const std::string& base) {
     if (!withSuffix_) {
         return base;
     }
-    suffix_ = context_.names.hasEquipName(base) ? suffix_ + 1 : 1;
+    suffix_ = context_.names.equipment.hasEquipName(base) ? suffix_ + 1 : 1;
     return numbered(base, suffix_);
 }
 
@@ -131,7 +131,7 @@ void EquipFile::writeEquips(std::vector<EquipRecord>& equips) {
         writeHead(text_, record, context_.udas, ElementKind::Equipment);
         text_ += '\n';
         file_.write(text_);
-        context_.names.registerEquipName(record.objectId, base, record.name);
+        context_.names.equipment.registerEquipName(record.objectId, base, record.name);
     }
 }
 

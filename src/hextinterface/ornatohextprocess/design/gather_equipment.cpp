@@ -2,6 +2,7 @@
 #include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextcata/nozzle_list.h"
 #include "hextinterface/manager/name_manager.h"
+#include "hextinterface/manager/name_texts.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
 #include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
@@ -81,7 +82,8 @@ public:
             return reportLeftOut(equipment, "equipment", "has no solid, so that it and its nozzles are left out");
         }
         std::vector<EquipRecord> nozzles = makeNozzles(members, record);
-        record.owner = zoneOf(equipment, set_.context.names, set_.context.names.getDbZoneName(ExportDb::Equip));
+        record.owner = set_.context.names.owners.getZoneNameOf(
+            equipment, set_.context.names.owners.getDbZoneName(ExportDb::Equip));
         set_.equips.push_back(std::move(record));
         std::move(nozzles.begin(), nozzles.end(), std::back_inserter(set_.nozzles));
     }
@@ -90,7 +92,7 @@ private:
     EquipRecord makeRecord(const HxDbObject* equipment, const Members& members) const {
         EquipRecord record;
         record.objectId = equipment->objectId();
-        record.name = set_.context.names.getEqnoName(equipment);
+        record.name = set_.context.names.owners.getEqnoName(equipment);
         record.func = colourFunction("CLREQUI", members.bodies.front()->getColorIdx());
         readUserAttributes(record, equipment);
         for (const HxDbEquipment* body : members.bodies) {

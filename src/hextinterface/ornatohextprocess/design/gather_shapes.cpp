@@ -45,13 +45,6 @@ void addPrimitives(EquipRecord& record, const HextPrimaryArray& list, const HxDb
     }
 }
 
-std::string zoneOf(const HxDbObject* manager, NameManager& names, std::string fallback) {
-    HextSite* site = nullptr;
-    HextZone* zone = nullptr;
-    hxcom::getSizeZone(manager, site, zone);
-    return zone != nullptr ? names.getZoneName(zone) : std::move(fallback);
-}
-
 std::string colourFunction(const char* word, int index) {
     return word + std::to_string(index);
 }

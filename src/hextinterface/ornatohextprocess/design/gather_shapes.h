@@ -8,8 +8,6 @@
 #include <string>
 #include <string_view>
 
-class NameManager;
-
 namespace design {
 
 // To be called when one manager is done, whatever came of it.
@@ -18,9 +16,6 @@ void finishManager(const DesignMacroSet& set);
 // Adds the groups of one primitive; what gives none is told to the run report. Exceptions of the conversion pass.
 void addPrimitive(EquipRecord& record, const HextPrimary& primitive, const HxDbObject* source);
 void addPrimitives(EquipRecord& record, const HextPrimaryArray& list, const HxDbObject* source);
-
-// Name of the zone that holds a manager; `fallback` when no zone does.
-std::string zoneOf(const HxDbObject* manager, NameManager& names, std::string fallback);
 
 // A colour function, such as "CLREQUI3".
 std::string colourFunction(const char* word, int index);

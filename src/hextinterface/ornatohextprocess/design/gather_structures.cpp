@@ -93,7 +93,7 @@ void gatherContainer(const HxDbObject* container, const ObjectList& objects, Des
     NameManager& names = set.context.names;
     std::vector<EquipRecord> records =
         container->isKindOf(HextPipeline::desc()) ? pipelineRecords(container, objects) : structureRecords(objects);
-    const std::string owner = zoneOf(container, names, names.getDbZoneName(ExportDb::EquipStru));
+    const std::string owner = names.owners.getZoneNameOf(container, names.owners.getDbZoneName(ExportDb::EquipStru));
     for (EquipRecord& record : records) {
         record.owner = owner;
     }
@@ -108,7 +108,7 @@ void gatherMember(HxDbObject* object, const std::string& owner, DesignMacroSet& 
     }
     EquipRecord record;
     record.objectId = member->objectId();
-    record.name = set.context.names.getSupportName(member);
+    record.name = set.context.names.owners.getSupportName(member);
     record.owner = owner;
     record.func = colourFunction("CLREQUI", member->getColorIdx());
     PrimaryList shape;
@@ -143,7 +143,7 @@ void gatherStructures(const ObjectMap& containers, DesignMacroSet& set) {
 void gatherSupports(const ObjectList& supports, DesignMacroSet& set) {
     NameManager& names = set.context.names;
     for (const HxDbObject* support : supports) {
-        const std::string owner = zoneOf(support, names, names.getDbZoneName(ExportDb::EquipSupp));
+        const std::string owner = names.owners.getZoneNameOf(support, names.owners.getDbZoneName(ExportDb::EquipSupp));
         for (const HxDbObjectId id : support->getMemberIds()) {
             if (HxDbObject* member = openMember(id)) {
                 gatherMember(member, owner, set);

@@ -85,7 +85,7 @@ std::string _PNozzle::finalName(const std::string& equipName) const {
 }
 
 void _PNozzle::write(std::string& out) const {
-    const std::string& equipName = names_->getBoundEquipNo(equipmentId);
+    const std::string& equipName = names_->equipment.getBoundEquipNo(equipmentId);
     if (equipName.empty()) {
         throw ExportException("管嘴设备关系错误");
     }
@@ -119,8 +119,8 @@ PrimGroup makeNozzle(const HxDbNozzleModel* nozzle, HxDbObjectId equipmentId, co
     const HxGePoint3D at = points.hasOrigin() ? points[0] : nozzle->getInsPnt();
     const HxGePoint3D origin = HxGePoint3D() + (at - referencePoint);
     _PNozzle prim(equipmentId, context.names);
-    prim.name = context.names.getNozzleName(nozzle);
-    prim.catref = context.names.getSpcoName(nozzle);
+    prim.name = context.names.owners.getNozzleName(nozzle);
+    prim.catref = context.names.components.getSpcoName(nozzle);
     prim.uNo = tolmar::textOrEmpty(nozzle->getNo());
     prim.uName = tolmar::textOrEmpty(nozzle->getSpecName());
     prim.height = getBomValue(nozzle, isStraight ? "P1" : "P2");

@@ -4,7 +4,6 @@
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/manager/name_manager.h"
-#include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
 #include "platform/tree_walker.h"
@@ -54,13 +53,13 @@ void writeSites(tolmar::OutputFile& file, const SiteZoneMap& sites, NameManager&
     std::string line;
     for (const auto& [site, zones] : sites) {
         line.clear();
-        const std::string siteName = names.getSiteName(site);
+        const std::string siteName = names.owners.getSiteName(site);
         testLength("site", siteName, rule);
         appendSiteLine(line, siteName);
         file.write(line);
         for (const HxDbObject* zone : zones) {
             line.clear();
-            const std::string zoneName = names.getZoneName(zone);
+            const std::string zoneName = names.owners.getZoneName(zone);
             testLength("zone", zoneName, rule);
             appendZoneLine(line, siteName, zoneName);
             file.write(line);
@@ -163,7 +162,8 @@ void writeGridFile(std::string_view path, const ObjectMap& grids, NameManager& n
     for (const auto& [container, objects] : grids) {
         text.clear();
         const std::string number = std::to_string(gridNo++);
-        appendGridHead(text, design::zoneOf(container, names, names.getDbZoneName(ExportDb::EquipStru)), number);
+        appendGridHead(text, names.owners.getZoneNameOf(container, names.owners.getDbZoneName(ExportDb::EquipStru)),
+                       number);
         appendAxisLines(text, objects, number);
         text += "\n\n\n";
         file.write(text);

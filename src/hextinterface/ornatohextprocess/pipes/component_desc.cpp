@@ -24,7 +24,7 @@ std::string_view referenceOf(const HxDbSmrtlnEntity* object, NameManager& names)
     if (!isWeld(object)) {
         return requireSpco(object, names);
     }
-    const std::string& name = names.findSpcoName(object);
+    const std::string& name = names.components.findSpcoName(object);
     return createdSpcos().contains(name) ? std::string_view(name) : "unset";
 }
 
@@ -73,24 +73,12 @@ bool& eqnoName() {
 }
 
 const std::string& requireSpco(const HxDbSmrtlnEntity* object, NameManager& names) {
-    const std::string& name = names.findSpcoName(object);
+    const std::string& name = names.components.findSpcoName(object);
     if (name.empty() || !createdSpcos().contains(name)) {
         hxcad::hextPrintf("Error:%lld<对象未创建等级>", idNumber(object));
         throw ExportException("对象未创建等级");
     }
     return name;
-}
-
-std::string insulationCode(const HxDbObject* pipeline, const HxDbSmrtlnEntity* component) {
-    std::string code(getBomValue(pipeline, "insulcode"));
-    if (code.empty()) {
-        modeling::get_tube_insulcode(HxDbTubeModel::cast(component), code);
-    }
-    if (code.empty()) {
-        hxcad::hextPrintf("\nerrId:%I64d\n", idNumber(component));
-        throw ExportException("保温代号为空");
-    }
-    return code;
 }
 
 // ---------------------------------------------------------------------------------------------------------- filling
@@ -128,7 +116,7 @@ void _HextComponentDesc::takeTube(const BranchSource& source, std::size_t index)
 
 void _HextComponentDesc::takeName(const BranchSource& source) {
     NameManager& names = source.context.names;
-    name = names.getMemberName(entity);
+    name = names.branches.getMemberName(entity);
     names.markIfNotCreated(name);
     if (eqnoName()) {
         takeCustomName();
@@ -280,7 +268,7 @@ void _HextHeightCompDesc::write(std::string& out, bool) const {
 // ---------------------------------------------------------------------------------------------------------- factory
 
 std::unique_ptr<_HextComponentDesc> makeComponentDesc(const HxDbSmrtlnEntity* entity, NameManager& names) {
-    const std::string& type = names.getGtype(entity);
+    const std::string& type = names.types.getGtype(entity);
     if (type == "ELBO" || smrtln::isBend(entity)) {
         return std::make_unique<_HextAngleCompDesc>(type);
     }

@@ -144,6 +144,3 @@ std::unique_ptr<_HextComponentDesc> makeComponent(const BranchSource& source, st
 // The specification row of an object, which must have been written. Prints "Error:%lld<对象未创建等级>" and throws
 // ExportException "对象未创建等级" otherwise.
 const std::string& requireSpco(const HxDbSmrtlnEntity* object, NameManager& names);
-// The insulation code of a pipeline, else of the component; prints its id and throws ExportException "保温代号为空"
-// when neither has one.
-std::string insulationCode(const HxDbObject* pipeline, const HxDbSmrtlnEntity* component);

@@ -31,7 +31,7 @@ std::set<std::string> endTypesOf(const ComponentList& objects) {
 Pairs allowedPairs(const ComponentList& objects, const NameManager& names) {
     Pairs pairs(std::begin(fixedPairs), std::end(fixedPairs));
     for (const std::string& type : endTypesOf(objects)) {
-        const std::string kept = names.keepName(type);
+        const std::string kept = names.joints.keepName(type);
         for (const std::string partner : partners) {
             pairs.insert(partner < kept ? std::pair(partner, kept) : std::pair(kept, partner));
         }
@@ -42,13 +42,13 @@ Pairs allowedPairs(const ComponentList& objects, const NameManager& names) {
 }  // namespace
 
 void ConnTableWriter::writeBranchConnections(const ComponentList& objects) {
-    const std::string table = names_.getConnTableName();
+    const std::string table = names_.joints.getConnTableName();
     if (objects.empty() || !names_.markIfNotCreated(table)) {
         return;
     }
     out_.line("NEW CCTA /", table);
     for (const auto& [a, b] : allowedPairs(objects, names_)) {
-        const std::string name = names_.getCocoName(a, b);
+        const std::string name = names_.joints.getCocoName(a, b);
         if (names_.markIfNotCreated(name)) {
             out_.line("NEW COCO /", name);
             out_.line("CTYPE ", a, " ", b);

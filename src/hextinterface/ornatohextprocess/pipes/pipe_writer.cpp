@@ -44,13 +44,6 @@ std::string reasonOf(const ExportException& failure, const ComponentList& items)
                                      : "an end has no plain size";
 }
 
-std::string zoneNameOf(const HxDbObject* manager, NameManager& names) {
-    HextSite* site = nullptr;
-    HextZone* zone = nullptr;
-    hxcom::getSizeZone(manager, site, zone);
-    return zone != nullptr ? std::string(names.getZoneName(zone)) : std::string();
-}
-
 int colourOf(const HxDbObject* manager) {
     const HextNameNode* node = HextNameNode::cast(manager);
     return node != nullptr ? node->getColorIdx() : 0;
@@ -237,7 +230,7 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
     flush();
     for (const ComponentList& branch : pipeline) {
         if (!branch.empty()) {
-            context_.names.createBranchName(branch);
+            context_.names.branches.createBranchName(branch);
         }
     }
     for (std::size_t j = 0; j < pipeline.size(); ++j) {
@@ -249,15 +242,15 @@ void PipeWriter::writePipeline(const PipelineBranches& pipeline, const ObjectSet
 std::string PipeWriter::writePipe(const HxDbObject* pipeline, const HxDbSmrtlnEntity* firstItem) {
     NameManager& names = context_.names;
     _HextPipeDesc pipe;
-    pipe.name = names.getPipeName(pipeline);
+    pipe.name = names.owners.getPipeName(pipeline);
     pipe.func = "CLRPIPE" + std::to_string(colourOf(pipeline));
     if (isInsulated(pipeline)) {
-        pipe.ispec = names.getInsulSpecName(insulationCode(pipeline, firstItem));
+        pipe.ispec = names.insulation.getInsulSpecName(insulationCode(pipeline, firstItem));
     }
     pipe.temp = valueOr(pipeline, "destemp", "常温", "25");
     pipe.press = valueOr(pipeline, "despress", "常压", "0.1");
     pipe.pspec = getBomValue(firstItem, "specname");
-    pipe.zone = zoneNameOf(pipeline, names);
+    pipe.zone = names.owners.getZoneNameOf(pipeline, "");
     pipe.write(text_, false);
     if (pipe.zone.empty()) {
         reportLeftOut({pipeline, pipe.name, "zone"}, "the pipe stands in none");
@@ -329,16 +322,16 @@ BranchChoice PipeWriter::chooseBranch(const ComponentList& items) {
     NameManager& names = context_.names;
     const bool headStop = isTubeStop(items.front());
     const bool tailStop = isTubeStop(items.back());
-    const std::string* atHead = headStop ? names.matchTubeStop(items.front()) : nullptr;
-    const std::string* atTail = tailStop ? names.matchTubeStop(items.back()) : nullptr;
+    const std::string* atHead = headStop ? names.branches.matchTubeStop(items.front()) : nullptr;
+    const std::string* atTail = tailStop ? names.branches.matchTubeStop(items.back()) : nullptr;
     BranchChoice choice;
     choice.endKind = headStop && tailStop ? 2 : headStop ? 0 : tailStop ? 1 : -1;
     choice.linkName = headStop && atTail != nullptr ? *atTail : "";
     const std::string* met = atHead != nullptr ? atHead : atTail;
     if (met != nullptr) {
-        names.addToBranch(*met, items);
+        names.branches.addToBranch(*met, items);
     }
-    choice.name = met != nullptr ? *met : names.createBranchName(items);
+    choice.name = met != nullptr ? *met : names.branches.createBranchName(items);
     return choice;
 }
 
@@ -347,10 +340,10 @@ void PipeWriter::fillBranch(_HextBranchDesc& branch, const ComponentList& items,
     if (pipeline != nullptr && isInsulated(pipeline)) {
         const std::string_view temperature = getBomValue(pipeline, "destemp");
         branch.temp = temperature.empty() ? "0" : temperature;
-        branch.ispec = context_.names.getInsulSpecName(getBomValue(pipeline, "insulcode"));
+        branch.ispec = context_.names.insulation.getInsulSpecName(getBomValue(pipeline, "insulcode"));
     }
     const short colour = items.front()->getColorIdx();
-    branch.colour = context_.names.getColourName(TlCmColor::byIndex(colour == 0 ? 1 : colour));
+    branch.colour = context_.names.owners.getColourName(TlCmColor::byIndex(colour == 0 ? 1 : colour));
     const HxDbSmrtlnEntity* headItem = endItemsOf(items, End::Head).item;
     if (smrtln::isPipe(headItem)) {
         branch.lstube = requireSpco(headItem, context_.names);

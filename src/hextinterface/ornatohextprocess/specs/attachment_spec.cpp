@@ -25,24 +25,24 @@ AttachSpecWriter::AttachSpecWriter(const std::string& folder, NameManager& names
 
 void AttachSpecWriter::write(const std::vector<const HxDbSmrtlnEntity*>& connected) {
     std::set<std::string> met;
-    writePipingHead(out_, names_, names_.getAttaSpecName());
+    writePipingHead(out_, names_, names_.attachments.getAttaSpecName());
     writeHeadingLines(out_, supportColumns, "-  -  -  ATTA");
     for (const HxDbSmrtlnEntity* object : connected) {
-        if (met.insert(names_.getAttaSpcoName(object)).second) {
+        if (met.insert(names_.attachments.getAttaSpcoName(object)).second) {
             writeRow(object);
         }
     }
 }
 
 void AttachSpecWriter::writeRow(const HxDbSmrtlnEntity* object) {
-    if (!names_.markIfNotCreated(names_.getAttaSpcoName(object))) {
+    if (!names_.markIfNotCreated(names_.attachments.getAttaSpcoName(object))) {
         return;
     }
-    const std::string shortName = names_.getAttaShortName(object);
+    const std::string shortName = names_.attachments.getAttaShortName(object);
     names_.markIfNotCreated(shortName);
-    out_.line("ATTA  */", shortName, "  ", getBomValue(object, "size1"), "  ", names_.getAttaStype(object), "  /",
-              names_.getPointSetScName(object), "  /", names_.getPointSetDtName(object), noReference, noReference,
-              noReference);
+    out_.line("ATTA  */", shortName, "  ", getBomValue(object, "size1"), "  ", names_.attachments.getAttaStype(object),
+              "  /", names_.attachments.getPointSetScName(object), "  /", names_.attachments.getPointSetDtName(object),
+              noReference, noReference, noReference);
 }
 
 }  // namespace

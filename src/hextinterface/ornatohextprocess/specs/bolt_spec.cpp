@@ -72,22 +72,22 @@ void BoltSpecWriter::collect(const HxDbBoltNutModel* boltSet) {
 }
 
 void BoltSpecWriter::add(const FlangeData& flange, const BoltData& part) {
-    const std::string name = names_.getBoltSpcoName(flange.spec, flange, part.type);
+    const std::string name = names_.bolts.getBoltSpcoName(flange.spec, flange, part.type);
     if (!names_.isNameCreated(name) && met_.insert(name).second) {
-        groups_[names_.getBoltSpecName(flange.spec)].emplace_back(flange, part);
+        groups_[names_.bolts.getBoltSpecName(flange.spec)].emplace_back(flange, part);
     }
 }
 
 void BoltSpecWriter::writeRow(const FlangeData& flange, const BoltData& part) {
-    const std::string name = names_.getBoltSpcoName(flange.spec, flange, part.type);
+    const std::string name = names_.bolts.getBoltSpcoName(flange.spec, flange, part.type);
     names_.markNameCreated(name);
-    const std::string shortName = names_.getBoltShortName(flange, part.type);
+    const std::string shortName = names_.bolts.getBoltShortName(flange, part.type);
     names_.markIfNotCreated(shortName);
     const bool nut = part.item == "NUT";
-    const std::string dtset = nut ? names_.getNutDtsetName(flange) : names_.getBoltDtsetName(flange);
-    const std::string mtset = nut ? names_.getNutMtsetName(flange) : names_.getBoltMtsetName(flange);
-    const std::string reference = nut ? "  =0" : "  /" + names_.getBoltItemName(flange.spec, flange, part.type);
-    specOut_.line("BOLT  */", shortName, "  ", boltDiameter(part), "  ", names_.getBoltStype(flange, part.type),
+    const std::string dtset = nut ? names_.bolts.getNutDtsetName(flange) : names_.bolts.getBoltDtsetName(flange);
+    const std::string mtset = nut ? names_.bolts.getNutMtsetName(flange) : names_.bolts.getBoltMtsetName(flange);
+    const std::string reference = nut ? "  =0" : "  /" + names_.bolts.getBoltItemName(flange.spec, flange, part.type);
+    specOut_.line("BOLT  */", shortName, "  ", boltDiameter(part), "  ", names_.bolts.getBoltStype(flange, part.type),
                   "  =0  /", dtset, "  /", mtset, "  =0", reference);
     udaOut_.line("OLD /", name);
     udaOut_.line(":Standard ", limitedText(flange.code));

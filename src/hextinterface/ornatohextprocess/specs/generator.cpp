@@ -17,7 +17,7 @@
 void SpecGenerator::writeSpecHead() {
     tolmar::OutputFile out(file("SpecCreate.txt"), tolmar::FileMode::Text);
     NameManager& names = context_.names;
-    const std::string& weld = names.getWeldSpecName(0);
+    const std::string& weld = names.joints.getWeldSpecName(0);
     std::string text = "OLD /*\nParagon\nOLD /*\n";
     if (names.markIfNotCreated(weld)) {
         text.append("NEW SPWL /").append(weld).append("\nOLD /").append(weld).append("\nNEW SPEC /*LIMBOSPEC\n");

@@ -24,7 +24,7 @@ private:
 
 void InsulSpecWriter::write() {
     std::set<std::string> headed;
-    for (const auto& [key, record] : names_.getInsulTable()) {
+    for (const auto& [key, record] : names_.insulation.getInsulTable()) {
         const std::string code = key.substr(0, key.find('_'));
         if (headed.count(code) == 0) {
             if (!writeHead(code)) {
@@ -41,7 +41,7 @@ void InsulSpecWriter::write() {
 
 bool InsulSpecWriter::writeHead(const std::string& code) {
     out_.line("");
-    const std::string name = names_.getInsulSpecName(code);
+    const std::string name = names_.insulation.getInsulSpecName(code);
     if (name == "_") {
         return false;
     }

@@ -38,7 +38,7 @@ void NozzleSpecWriter::write(const std::vector<HxDbNozzleModel*>& nozzles) {
     }
     const Groups groups = groupBySpec(nozzles);
     if (!groups.empty()) {
-        writeWeldWorld(out_, names_, names_.getWeldSpecName(1), {"PURPOSE EQUI", "DESC 'Equipment'"});
+        writeWeldWorld(out_, names_, names_.joints.getWeldSpecName(1), {"PURPOSE EQUI", "DESC 'Equipment'"});
     }
     InnerBars bars(1);
     std::size_t count = 0;
@@ -58,8 +58,8 @@ NozzleSpecWriter::Groups NozzleSpecWriter::groupBySpec(const std::vector<HxDbNoz
     for (const HxDbNozzleModel* nozzle : nozzles) {
         if (!hasPlainSize(nozzle)) {
             reportLeftOut({nozzle, "", "nozzle row"}, "its size is no plain number");
-        } else if (met.insert(names_.getSpcoName(nozzle)).second) {
-            groups[names_.getSpecName(nozzle)].push_back(nozzle);
+        } else if (met.insert(names_.components.getSpcoName(nozzle)).second) {
+            groups[names_.components.getSpecName(nozzle)].push_back(nozzle);
         }
     }
     return groups;
@@ -67,7 +67,7 @@ NozzleSpecWriter::Groups NozzleSpecWriter::groupBySpec(const std::vector<HxDbNoz
 
 void NozzleSpecWriter::writeHead(const HxDbNozzleModel* nozzle) {
     out_.line("");
-    const std::string name = names_.getSpecName(nozzle);
+    const std::string name = names_.components.getSpecName(nozzle);
     if (!names_.markIfNotCreated(name)) {
         return;
     }
@@ -82,15 +82,15 @@ void NozzleSpecWriter::writeHead(const HxDbNozzleModel* nozzle) {
 }
 
 void NozzleSpecWriter::writeRow(const HxDbNozzleModel* nozzle) {
-    if (!names_.markIfNotCreated(names_.getSpcoName(nozzle))) {
+    if (!names_.markIfNotCreated(names_.components.getSpcoName(nozzle))) {
         return;
     }
-    const std::string shortName = names_.getSpcoShortName(nozzle);
+    const std::string shortName = names_.components.getSpcoShortName(nozzle);
     names_.markIfNotCreated(shortName);
-    out_.line(names_.getGtype(nozzle), "  */", shortName, "  ", getBomValue(nozzle, "size"), "  /",
-              names_.getScomName(nozzle), "  =0  /", names_.getMtsetName(nozzle), "  =0  =0");
+    out_.line(names_.types.getGtype(nozzle), "  */", shortName, "  ", getBomValue(nozzle, "size"), "  /",
+              names_.components.getScomName(nozzle), "  =0  /", names_.components.getMtsetName(nozzle), "  =0  =0");
     hextlog::exportLog().write("%lld create nozzle spec %s %s", idNumber(nozzle), shortName.c_str(),
-                               names_.getComponentName(nozzle).c_str());
+                               names_.components.getComponentName(nozzle).c_str());
 }
 
 }  // namespace

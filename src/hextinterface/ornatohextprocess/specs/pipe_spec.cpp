@@ -142,7 +142,7 @@ void PipeSpecWriter::writeBranchSpecs(const ComponentList& objects, const Object
     members_.clear();
     for (const HxDbSmrtlnEntity* object : objects) {
         if (hasSpecRow(object, skipSet)) {
-            members_.push_back({&names_.getSpecName(object), &names_.getGtype(object), object});
+            members_.push_back({&names_.components.getSpecName(object), &names_.types.getGtype(object), object});
         }
     }
     std::stable_sort(members_.begin(), members_.end());
@@ -160,9 +160,9 @@ void PipeSpecWriter::writeBranchSpecs(const ComponentList& objects, const Object
 
 void PipeSpecWriter::writeHead(const HxDbSmrtlnEntity* object) {
     specOut_.line("");
-    const std::string& bolts = names_.getBoltSpecName(getBomValue(object, "specname"));
+    const std::string& bolts = names_.bolts.getBoltSpecName(getBomValue(object, "specname"));
     const bool hasBolts = names_.isNameCreated(bolts);
-    const std::string& name = names_.getSpecName(object);
+    const std::string& name = names_.components.getSpecName(object);
     require(name, object, "等级名称为空");
     const bool isNew = names_.markIfNotCreated(name);
     if (isNew) {
@@ -192,7 +192,7 @@ void PipeSpecWriter::writeHeading() {
 void PipeSpecWriter::takeDistinctRows(std::span<const Member> members) {
     rows_.clear();
     for (const Member& member : members) {
-        rows_.push_back({&names_.getSpcoName(member.object), rows_.size(), member.object});
+        rows_.push_back({&names_.components.getSpcoName(member.object), rows_.size(), member.object});
     }
     // Equal rows have one name, which stands at one place; the order of places shows nowhere.
     std::sort(rows_.begin(), rows_.end(), [](const Row& a, const Row& b) {
@@ -220,34 +220,34 @@ void PipeSpecWriter::tryRow(const HxDbSmrtlnEntity* object, const std::vector<in
     try {
         writeRow(object, order);
     } catch (const ExportException& failure) {
-        reportLeftOut({object, names_.getSpcoName(object), "row"}, failure.what());
+        reportLeftOut({object, names_.components.getSpcoName(object), "row"}, failure.what());
     }
 }
 
 void PipeSpecWriter::writeRow(const HxDbSmrtlnEntity* object, const std::vector<int>& order) {
-    const std::string& scom = names_.findScomName(object);
+    const std::string& scom = names_.components.findScomName(object);
     require(scom, object, "未创建该对象的SCOM");
-    const std::string& dtset = names_.findDtsetName(object);
+    const std::string& dtset = names_.components.findDtsetName(object);
     require(dtset, object, "未创建该对象的DTEXT");
-    const std::string& mtset = names_.findMtsetName(object);
+    const std::string& mtset = names_.components.findMtsetName(object);
     require(mtset, object, "未创建该对象的MTEXT");
-    const std::string& gtype = names_.getGtype(object);
+    const std::string& gtype = names_.types.getGtype(object);
     if (gtype.empty()) {
         throw RunException("GType空值");
     }
-    const std::string& spco = names_.getSpcoName(object);
+    const std::string& spco = names_.components.getSpcoName(object);
     if (names_.isNameCreated(spco)) {
         return;
     }
     const std::string bores = boreColumns(object, order);
     names_.markNameCreated(spco);
-    if (spco.size() > maxNameLength && names_.getSpecName(object).size() <= maxNameLength) {
+    if (spco.size() > maxNameLength && names_.components.getSpecName(object).size() <= maxNameLength) {
         reportName(object->objectId(), spco);
     }
-    const std::string& shortName = names_.getSpcoShortName(object);
+    const std::string& shortName = names_.components.getSpcoShortName(object);
     names_.markIfNotCreated(shortName);
-    specOut_.line(gtype, "  */", shortName, bores, "  ", names_.getStype(object), "  FALSE  /", scom, "  /", dtset,
-                  "  /", mtset, "  =0  =0");
+    specOut_.line(gtype, "  */", shortName, bores, "  ", names_.components.getStype(object), "  FALSE  /", scom, "  /",
+                  dtset, "  /", mtset, "  =0  =0");
     createdSpcos().insert(spco);
 }
 

@@ -3,7 +3,7 @@
 #include "hextinterface/manager/name_manager.h"
 
 SpecFile openSpecMacro(const std::string& folder, const char* fileName, const NameManager& names) {
-    const std::string base = folder + names.getDbTitle(ExportDb::Spec);
+    const std::string base = folder + names.owners.getDbTitle(ExportDb::Spec);
     {
         SpecFile list(base + "Execute.mac.tpl", tolmar::FileMode::TextAppend);
         list.line("$m [path]\\", fileName);

@@ -23,7 +23,7 @@ SupportSpecWriter::SupportSpecWriter(const std::string& folder, NameManager& nam
     : out_(openSpecMacro(folder, "SupportSpec.pmlmac", names)), names_(names) {}
 
 void SupportSpecWriter::write(const std::vector<HxDbSupportModel*>& supports) {
-    writePipingHead(out_, names_, names_.getSpecName(supports.front()));
+    writePipingHead(out_, names_, names_.components.getSpecName(supports.front()));
     writeHeadingLines(out_, supportColumns, "-  -  -  =");
     for (const HxDbSupportModel* support : supports) {
         writeRow(support);
@@ -37,13 +37,14 @@ void SupportSpecWriter::writeRow(const HxDbSupportModel* support) {
         reportLeftOut({support, "", "support row"}, "is connected to nothing");
         return;
     }
-    if (!names_.markIfNotCreated(names_.getSpcoName(support))) {
+    if (!names_.markIfNotCreated(names_.components.getSpcoName(support))) {
         return;
     }
-    const std::string shortName = names_.getSpcoShortName(support);
+    const std::string shortName = names_.components.getSpcoShortName(support);
     names_.markIfNotCreated(shortName);
     out_.line("PCLA  */", shortName, "  ", getBomValue(connected.front(), "size1"), "  TEXT 'SUPPORT'  /",
-              names_.getScomName(support), "  /", names_.getDtsetName(support), noReference, noReference, noReference);
+              names_.components.getScomName(support), "  /", names_.components.getDtsetName(support), noReference,
+              noReference, noReference);
 }
 
 }  // namespace

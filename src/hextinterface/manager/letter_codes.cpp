@@ -1,4 +1,4 @@
-#include "hextinterface/manager/code_table.h"
+#include "hextinterface/manager/letter_codes.h"
 
 #include "frame/exceptions.h"
 

@@ -1,7 +1,7 @@
 // From what the plant model knows of a component to the two codes that say what it is: the Skey, and by it the GType.
 #pragma once
 
-#include "hextinterface/manager/text_table.h"
+#include "hextinterface/manager/numbered_texts.h"
 
 #include <algorithm>
 #include <array>

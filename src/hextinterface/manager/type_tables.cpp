@@ -1,4 +1,4 @@
-#include "hextinterface/manager/type_mapping.h"
+#include "hextinterface/manager/type_tables.h"
 
 #include "frame/easy_log.h"
 #include "scripts/project_config.h"

@@ -1,7 +1,7 @@
 // Short letter codes that stand for attribute values in names.
 #pragma once
 
-#include "hextinterface/manager/text_table.h"
+#include "hextinterface/manager/numbered_texts.h"
 
 #include <array>
 #include <string>
@@ -40,6 +40,22 @@ private:
     TextTable values_;
     std::vector<LetterCode> codes_;  // by number of the value
     LetterCode last_;
+};
+
+// One code table for each attribute that names spell in letters. Shared by components, attachments and bolts of a run.
+struct CodeTables {
+    CodeTable standard{2};
+    CodeTable item{2};
+    CodeTable itype{2};
+    CodeTable end{1};
+    CodeTable size{2};
+    CodeTable rating{1};
+    CodeTable sch{2};
+    CodeTable thick{2};
+    CodeTable spec{2};
+    CodeTable radius{2};
+    CodeTable angle{2};
+    CodeTable nozzle{3};
 };
 
 // The spelling of a counter of at least 1 in the letters A..Z as digits: 1 is "B", 26 is "BA". At most 8 letters.
