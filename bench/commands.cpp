@@ -9,11 +9,11 @@
 
 #include "child_process.h"
 #include "export_run.h"
+#include "forms/scripted_ui.h"
 #include "plant/model.h"
 #include "tolmar/module_api.h"
 #include "tolmar/module_loader.h"
 #include "tolmar/run_report.h"
-#include "tolmar/scripted_ui.h"
 #include "tolmar/system.h"
 
 #include <cstdio>

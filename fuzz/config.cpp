@@ -1,5 +1,5 @@
 // The project configuration: every reader takes any bytes or throws a standard exception.
-#include "hextinterface/manager/type_tables.h"
+#include "hextinterface/manager/register/type_tables.h"
 #include "scratch_file.h"
 #include "scripts/project_config.h"
 #include "tolmar/system.h"

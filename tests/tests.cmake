@@ -92,3 +92,6 @@ if(TARGET tessaro_qt)
   target_include_directories(test_qt PRIVATE ${PROJECT_SOURCE_DIR}/apps/qt)
   target_link_libraries(test_qt PRIVATE Qt6::Widgets)
 endif()
+# Includes run one way, no room is too large, and the picture of the rooms is current.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME rooms COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/scripts/rooms.py --check)

@@ -2,7 +2,7 @@
 
 #include "exportbase/safe_file_name.h"
 #include "frame/export_dialog.h"
-#include "navisworks/library_session.h"
+#include "navisworks/library/session.h"
 #include "navisworks/scene/settings.h"
 #include "navisworks/scene/tree.h"
 #include "nwcreate/inspect.h"

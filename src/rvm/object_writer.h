@@ -4,8 +4,8 @@
 #include "exportbase/left_out_shapes.h"
 #include "platform/objects.h"
 #include "platform/primaries.h"
+#include "rvm/format/sibling_names.h"
 #include "rvm/pair.h"
-#include "rvm/sibling_names.h"
 
 #include <string>
 #include <string_view>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "rvm/attribute_file.h"
-#include "rvm/file.h"
+#include "rvm/format/writer.h"
 #include "rvm/shapes/primitive_writer.h"
 #include "tolmar/file.h"
 

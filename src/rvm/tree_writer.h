@@ -2,9 +2,9 @@
 #pragma once
 
 #include "rvm/export_tree.h"
+#include "rvm/format/sibling_names.h"
 #include "rvm/object_writer.h"
 #include "rvm/pair.h"
-#include "rvm/sibling_names.h"
 
 #include <array>
 #include <memory>

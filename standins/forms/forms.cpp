@@ -1,7 +1,7 @@
 #include "forms/forms.h"
 
+#include "tolmar/case_fold.h"
 #include "tolmar/host_ui.h"
-#include "tolmar/text/case_fold.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "generator/odd_values.h"
 
-#include "generator/tables.h"
+#include "generator/planning/tables.h"
 #include "plant/shapes/primitive_table.h"
 
 namespace plant::generator {

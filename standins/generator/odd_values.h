@@ -1,7 +1,7 @@
 // Values at the edge of what a plant may hold, as JSON text.
 #pragma once
 
-#include "generator/random.h"
+#include "generator/planning/random.h"
 
 #include <string>
 

@@ -1,10 +1,10 @@
 // Plans the pipelines of one process unit: what they connect, where they run, what they are called.
 #pragma once
 
-#include "generator/plan.h"
-#include "generator/random.h"
-#include "generator/route.h"
-#include "generator/structure.h"
+#include "generator/planning/plan.h"
+#include "generator/planning/random.h"
+#include "generator/planning/route.h"
+#include "generator/telling/structure.h"
 
 #include <span>
 #include <string>

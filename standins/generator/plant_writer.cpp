@@ -1,6 +1,6 @@
 #include "generator/plant_writer.h"
 
-#include "generator/telling.h"
+#include "generator/telling/facts.h"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
 // Plans a plant unit by unit and tells each unit to a builder before the next one is planned.
 #pragma once
 
-#include "generator/equipment.h"
 #include "generator/generate.h"
-#include "generator/parts.h"
 #include "generator/pipework.h"
-#include "generator/structure.h"
+#include "generator/telling/equipment.h"
+#include "generator/telling/parts.h"
+#include "generator/telling/structure.h"
 
 #include <functional>
 #include <vector>

@@ -6,8 +6,8 @@
 // the model. A new format is a folder beside json/ and a row in load.cpp.
 #pragma once
 
+#include "plant/building/memory_builder.h"
 #include "plant/model.h"
-#include "plant/model/memory_builder.h"
 #include "plant/refusal.h"
 #include "sources/byte_source.h"
 

@@ -1,12 +1,12 @@
 // The real module in this process, with a small plant, an installation root and an output folder of its own.
 #pragma once
 
+#include "forms/scripted_ui.h"
 #include "generator/generate.h"
 #include "plant/model.h"
 #include "tolmar/module_api.h"
 #include "tolmar/module_loader.h"
 #include "tolmar/run_report.h"
-#include "tolmar/scripted_ui.h"
 #include "tolmar/system.h"
 
 #include <filesystem>

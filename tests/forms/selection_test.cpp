@@ -1,9 +1,9 @@
 #include "forms/forms.h"
 
 #include "../tolmar/scratch_folder.h"
+#include "forms/scripted_ui.h"
 #include "forms/tree_selection.h"
 #include "tolmar/code_page.h"
-#include "tolmar/scripted_ui.h"
 
 #include <filesystem>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "hextinterface/manager/name_texts.h"
+#include "hextinterface/manager/register/cleaned_texts.h"
 #include "manager/fixture.h"
 #include "tolmar/color.h"
 

@@ -1,7 +1,7 @@
 #include "frame/exceptions.h"
 #include "hextinterface/hextbasemethod/limited_text.h"
-#include "hextinterface/manager/letter_codes.h"
-#include "hextinterface/manager/type_tables.h"
+#include "hextinterface/manager/register/letter_codes.h"
+#include "hextinterface/manager/register/type_tables.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The command: questions, files, endings, failures, cancel.
 #include "generator/generate.h"
-#include "navisworks/library_session.h"
+#include "navisworks/library/session.h"
 #include "support.h"
 
 namespace {

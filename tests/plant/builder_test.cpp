@@ -1,7 +1,7 @@
 // What a builder takes and refuses that no model file can say: the calls themselves, ids handed out, several sources.
 #include "loaded_model.h"
 
-#include "plant/model/memory_builder.h"
+#include "plant/building/memory_builder.h"
 #include "plant/refusal.h"
 #include "tolmar/code_page.h"
 

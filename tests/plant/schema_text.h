@@ -1,8 +1,8 @@
 // The JSON Schema of the model file, written from the tables that the reader reads by.
 #pragma once
 
+#include "plant/memory/id_index.h"
 #include "plant/model/class_table.h"
-#include "plant/model/id_index.h"
 #include "plant/shapes/primitive_table.h"
 #include "sources/json/rows.h"
 

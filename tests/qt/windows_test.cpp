@@ -1,4 +1,5 @@
 // The dialogs on Qt's offscreen platform: what they show, what clicks do, and that they stay quick.
+#include "forms/scripted_ui.h"
 #include "forms/tree_selection.h"
 #include "qt/form_window.h"
 #include "qt/progress_window.h"
@@ -7,7 +8,6 @@
 #include "qt/tree_filter.h"
 #include "qt/tree_model.h"
 #include "support/ui_double.h"
-#include "tolmar/scripted_ui.h"
 
 #include <QApplication>
 #include <QCheckBox>

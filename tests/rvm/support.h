@@ -2,7 +2,7 @@
 #pragma once
 
 #include "readers/rvm/file.h"
-#include "rvm/file.h"
+#include "rvm/format/writer.h"
 #include "rvm/pair.h"
 #include "support/memory_file.h"
 

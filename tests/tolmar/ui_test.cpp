@@ -1,8 +1,8 @@
+#include "forms/scripted_ui.h"
 #include "platform/hxcom.h"
 #include "platform/progress.h"
 #include "scratch_folder.h"
 #include "tolmar/code_page.h"
-#include "tolmar/scripted_ui.h"
 
 #include <gtest/gtest.h>
 

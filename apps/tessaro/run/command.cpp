@@ -1,5 +1,6 @@
 #include "tessaro/run/command.h"
 
+#include "forms/scripted_ui.h"
 #include "plant/model.h"
 #include "tessaro/run/module_file.h"
 #include "tessaro/run/report_output.h"
@@ -9,7 +10,6 @@
 #include "tessaro/terminal/console.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
-#include "tolmar/scripted_ui.h"
 #include "tolmar/system.h"
 
 #include <algorithm>

@@ -10,16 +10,16 @@
 // result is registered.
 #pragma once
 
-#include "hextinterface/manager/attachment_names.h"
-#include "hextinterface/manager/bolt_names.h"
-#include "hextinterface/manager/branch_names.h"
-#include "hextinterface/manager/component_names.h"
-#include "hextinterface/manager/equipment_names.h"
-#include "hextinterface/manager/insulation_names.h"
-#include "hextinterface/manager/joint_names.h"
-#include "hextinterface/manager/name_register.h"
-#include "hextinterface/manager/owner_names.h"
-#include "hextinterface/manager/type_names.h"
+#include "hextinterface/manager/names/attachments.h"
+#include "hextinterface/manager/names/bolts.h"
+#include "hextinterface/manager/names/branches.h"
+#include "hextinterface/manager/names/components.h"
+#include "hextinterface/manager/names/equipment.h"
+#include "hextinterface/manager/names/insulation.h"
+#include "hextinterface/manager/names/joints.h"
+#include "hextinterface/manager/names/owners.h"
+#include "hextinterface/manager/register/names.h"
+#include "hextinterface/manager/register/type_names.h"
 
 class NameManager : public NameRegister {
     naming::CodeTables codes_;

@@ -1,7 +1,7 @@
 // User-defined attributes: their dictionary in uda.txt, and the only way by which macro writers set a value.
 #pragma once
 
-#include "hextinterface/manager/numbered_texts.h"
+#include "hextinterface/manager/register/numbered_texts.h"
 #include "tolmar/file.h"
 
 #include <span>

@@ -1,7 +1,7 @@
 // Materials of geometry nodes, each made once.
 #pragma once
 
-#include "navisworks/handles.h"
+#include "navisworks/library/handles.h"
 
 #include <map>
 

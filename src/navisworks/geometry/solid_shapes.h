@@ -4,7 +4,7 @@
 #pragma once
 
 #include "exportbase/solid_key.h"
-#include "navisworks/handles.h"
+#include "navisworks/library/handles.h"
 
 #include <tsl/robin_map.h>
 

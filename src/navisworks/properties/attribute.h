@@ -1,7 +1,7 @@
 // The property attribute that objects and managers carry in the scene.
 #pragma once
 
-#include "navisworks/handles.h"
+#include "navisworks/library/handles.h"
 #include "platform/kvparams.h"
 
 #include <span>

@@ -1,6 +1,6 @@
 #include "navisworks/properties/file.h"
 
-#include "navisworks/scene/object_path.h"
+#include "navisworks/properties/object_path.h"
 
 #include <charconv>
 

@@ -1,7 +1,7 @@
 #include "navisworks/scene/grid_system.h"
 
-#include "navisworks/handles.h"
-#include "navisworks/library_session.h"
+#include "navisworks/library/handles.h"
+#include "navisworks/library/session.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
 #include "platform/primaries.h"

@@ -1,7 +1,7 @@
 #include "navisworks/scene/manager_groups.h"
 
 #include "exportbase/manager_contents.h"
-#include "navisworks/library_session.h"
+#include "navisworks/library/session.h"
 #include "navisworks/properties/attribute.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"

@@ -2,9 +2,9 @@
 
 #include "exportbase/left_out_shapes.h"
 #include "exportbase/object_properties.h"
-#include "navisworks/library_session.h"
+#include "navisworks/library/session.h"
 #include "navisworks/properties/attribute.h"
-#include "navisworks/scene/object_path.h"
+#include "navisworks/properties/object_path.h"
 #include "platform/smrtln.h"
 #include "scripts/node_name.h"
 #include "tolmar/code_page.h"

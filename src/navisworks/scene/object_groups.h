@@ -1,9 +1,9 @@
 // Objects as groups of the scene, and as members of the property file.
 #pragma once
 
-#include "navisworks/export_options.h"
 #include "navisworks/geometry/shape_streamer.h"
-#include "navisworks/handles.h"
+#include "navisworks/library/export_options.h"
+#include "navisworks/library/handles.h"
 #include "navisworks/properties/file.h"
 #include "navisworks/scene/node_steps.h"
 #include "platform/objects.h"

@@ -1,6 +1,6 @@
 #include "navisworks/scene/settings.h"
 
-#include "navisworks/handles.h"
+#include "navisworks/library/handles.h"
 #include "tolmar/code_page.h"
 
 #include <string_view>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/primitives.h"
-#include "rvm/file.h"
+#include "rvm/format/writer.h"
 
 #include <array>
 #include <cstdint>

@@ -3,7 +3,7 @@
 #include "platform/entities.h"
 #include "platform/hxcom.h"
 #include "platform/left_out.h"
-#include "rvm/big_endian.h"
+#include "rvm/format/big_endian.h"
 #include "rvm/shapes/object_material.h"
 #include "tolmar/host_ui.h"
 

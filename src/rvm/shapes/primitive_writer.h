@@ -2,10 +2,10 @@
 #pragma once
 
 #include "platform/primitives.h"
-#include "rvm/file.h"
+#include "rvm/format/sibling_names.h"
+#include "rvm/format/writer.h"
 #include "rvm/shapes/facet_source.h"
 #include "rvm/shapes/primitive_shape.h"
-#include "rvm/sibling_names.h"
 
 #include <string>
 #include <string_view>

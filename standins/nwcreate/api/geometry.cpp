@@ -1,5 +1,5 @@
 // Geometry streams and text styles.
-#include "nwcreate/api/library.h"
+#include "nwcreate/store/library.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Grid systems, lines and levels.
-#include "nwcreate/api/library.h"
+#include "nwcreate/store/library.h"
 
 #include <algorithm>
 

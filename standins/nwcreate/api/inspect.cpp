@@ -1,4 +1,4 @@
-#include "nwcreate/api/library.h"
+#include "nwcreate/store/library.h"
 #include "tolmar/code_page.h"
 #include "tolmar/paths.h"
 

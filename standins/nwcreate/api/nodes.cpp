@@ -1,7 +1,7 @@
 // Nodes, their attributes, materials and properties.
 #include "gltf/json_escape.h"
 #include "gltf/json_text.h"
-#include "nwcreate/store/node_tree.h"
+#include "nwcreate/writing/node_tree.h"
 
 using namespace nwcreate;
 

@@ -1,6 +1,6 @@
 // Scenes and views.
-#include "nwcreate/store/node_tree.h"
 #include "nwcreate/writing/node_json.h"
+#include "nwcreate/writing/node_tree.h"
 #include "nwcreate/writing/scene_writer.h"
 #include "tolmar/code_page.h"
 #include "tolmar/paths.h"

@@ -1,5 +1,5 @@
 // Shapes that come again.
-#include "nwcreate/store/node_tree.h"
+#include "nwcreate/writing/node_tree.h"
 
 using namespace nwcreate;
 

@@ -1,7 +1,7 @@
 // What stands behind the handles. Texts are kept as the inside of JSON strings, UTF-8.
 #pragma once
 
-#include "nwcreate/api/handle_table.h"
+#include "nwcreate/store/handle_table.h"
 #include "nwcreate/store/scene.h"
 #include "nwcreate/store/section.h"
 

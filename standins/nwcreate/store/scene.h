@@ -5,8 +5,8 @@
 // as they come, so that a scene may be larger than memory; writing/ puts the parts together into files.
 #pragma once
 
+#include "nwcreate/numbers/vectors.h"
 #include "nwcreate/store/shapes.h"
-#include "nwcreate/store/vectors.h"
 
 #include <cstdint>
 #include <map>

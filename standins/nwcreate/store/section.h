@@ -1,9 +1,9 @@
 // One section of a geometry stream: what stands between Begin and End, until it becomes pieces of a shape.
 #pragma once
 
-#include "nwcreate/store/number_list.h"
+#include "nwcreate/numbers/number_list.h"
+#include "nwcreate/numbers/vectors.h"
 #include "nwcreate/store/scene.h"
-#include "nwcreate/store/vectors.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #include "nwcreate/store/shapes.h"
 
 #include "gltf/json_text.h"
-#include "nwcreate/store/content_hash.h"
-#include "nwcreate/writing/text_cursor.h"
+#include "nwcreate/numbers/content_hash.h"
+#include "nwcreate/numbers/text_cursor.h"
 
 #include <algorithm>
 #include <array>

@@ -4,8 +4,8 @@
 // Each buffer holds its vertices first and its indices behind them. A buffer that is full is followed by the next.
 #pragma once
 
+#include "nwcreate/numbers/text_cursor.h"
 #include "nwcreate/store/spool.h"
-#include "nwcreate/writing/text_cursor.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "nwcreate/writing/node_json.h"
 
 #include "gltf/json_text.h"
-#include "nwcreate/writing/text_cursor.h"
+#include "nwcreate/numbers/text_cursor.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The values of "nodes".
 #pragma once
 
-#include "nwcreate/api/library.h"
+#include "nwcreate/store/library.h"
 
 namespace nwcreate {
 

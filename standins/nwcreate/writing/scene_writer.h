@@ -1,7 +1,7 @@
 // A scene as files: binary glTF, and further buffer files beside it where one is not enough.
 #pragma once
 
-#include "nwcreate/store/node_tree.h"
+#include "nwcreate/writing/node_tree.h"
 
 #include <string>
 #include <string_view>

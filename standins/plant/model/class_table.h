@@ -2,8 +2,8 @@
 // to, how the members of a model file are named and read, and what the format's description must tell.
 #pragma once
 
+#include "plant/memory/name_rows.h"
 #include "plant/model/members.h"
-#include "plant/model/name_rows.h"
 #include "platform/objects.h"
 
 #include <cstdint>

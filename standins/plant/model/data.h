@@ -2,10 +2,10 @@
 // but the Model itself.
 #pragma once
 
+#include "plant/memory/arena.h"
+#include "plant/memory/attribute_tables.h"
+#include "plant/memory/id_index.h"
 #include "plant/model.h"
-#include "plant/model/arena.h"
-#include "plant/model/attribute_tables.h"
-#include "plant/model/id_index.h"
 #include "plant/model/members.h"
 #include "plant/model/object_table.h"
 #include "platform/bom_record.h"

@@ -1,7 +1,7 @@
 // The objects of a model in file order.
 #pragma once
 
-#include "plant/model/id_index.h"
+#include "plant/memory/id_index.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // The primitive classes that a model file can name, with their fields.
 #pragma once
 
-#include "plant/model/arena.h"
-#include "plant/model/name_rows.h"
+#include "plant/memory/arena.h"
+#include "plant/memory/name_rows.h"
 #include "platform/primitives.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 // values may be typed).
 #pragma once
 
-#include "plant/model/memory_builder.h"
+#include "plant/building/memory_builder.h"
 #include "sources/json/values.h"
 
 namespace plant {

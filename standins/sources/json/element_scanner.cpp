@@ -1,6 +1,6 @@
 #include "sources/json/element_scanner.h"
 
-#include "plant/model/byte_part.h"
+#include "plant/memory/byte_part.h"
 
 #include <bit>
 

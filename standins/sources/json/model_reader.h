@@ -5,7 +5,7 @@
 // primitives can go the quickest way; it knows the file and the builder, nothing of the model's memory.
 #pragma once
 
-#include "plant/model/memory_builder.h"
+#include "plant/building/memory_builder.h"
 #include "sources/json/object_reader.h"
 #include "sources/json/piece_cutter.h"
 #include "sources/json/rows.h"

@@ -1,7 +1,7 @@
 // Reads the objects of a model file, one by one in file order, and tells each to the builder.
 #pragma once
 
-#include "plant/model/memory_builder.h"
+#include "plant/building/memory_builder.h"
 #include "sources/json/attribute_reader.h"
 #include "sources/json/primitive_reader.h"
 #include "sources/json/rows.h"

@@ -1,6 +1,6 @@
 #include "sources/json/piece_cutter.h"
 
-#include "plant/model/arena.h"
+#include "plant/memory/arena.h"
 #include "plant/refusal.h"
 #include "sources/json/element_scanner.h"
 

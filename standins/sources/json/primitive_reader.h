@@ -2,7 +2,7 @@
 // filled by the table of the class, so nothing is copied.
 #pragma once
 
-#include "plant/model/memory_builder.h"
+#include "plant/building/memory_builder.h"
 #include "plant/shapes/primitive_table.h"
 #include "sources/json/values.h"
 

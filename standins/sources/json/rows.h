@@ -2,7 +2,7 @@
 // (plant/model/class_table.h), those of primitives from theirs (plant/shapes/primitive_table.h).
 #pragma once
 
-#include "plant/model/name_rows.h"
+#include "plant/memory/name_rows.h"
 
 namespace plant {
 

@@ -1,10 +1,10 @@
 // Reading of JSON values, strictly: whatever is not what it should be is refused with its place.
 #pragma once
 
-#include "plant/model/byte_part.h"
-#include "plant/model/id_index.h"
-#include "plant/model/name_rows.h"
-#include "plant/model/text_keeper.h"
+#include "plant/building/text_keeper.h"
+#include "plant/memory/byte_part.h"
+#include "plant/memory/id_index.h"
+#include "plant/memory/name_rows.h"
 #include "plant/model_builder.h"
 #include "plant/refusal.h"
 #include "sources/json/short_number.h"

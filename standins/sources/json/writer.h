@@ -11,9 +11,9 @@
 #pragma once
 
 #include "plant/model_builder.h"
-#include "sources/json/attribute_writer.h"
-#include "sources/json/output_text.h"
-#include "sources/json/primitive_writer.h"
+#include "sources/json/writing/attributes.h"
+#include "sources/json/writing/output_text.h"
+#include "sources/json/writing/primitives.h"
 
 #include <functional>
 #include <string>

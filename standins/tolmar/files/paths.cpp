@@ -1,8 +1,8 @@
 #include "tolmar/paths.h"
 
+#include "tolmar/case_fold.h"
 #include "tolmar/code_page.h"
 #include "tolmar/system.h"
-#include "tolmar/text/case_fold.h"
 
 #include <dirent.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 #include "tolmar/module_api.h"
 
+#include "tolmar/case_fold.h"
 #include "tolmar/text.h"
-#include "tolmar/text/case_fold.h"
 
 #include <algorithm>
 #include <set>

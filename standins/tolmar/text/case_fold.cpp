@@ -1,4 +1,4 @@
-#include "tolmar/text/case_fold.h"
+#include "tolmar/case_fold.h"
 
 #include <algorithm>
 

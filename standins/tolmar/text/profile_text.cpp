@@ -1,6 +1,6 @@
 #include "tolmar/text/profile_text.h"
 
-#include "tolmar/text/case_fold.h"
+#include "tolmar/case_fold.h"
 
 namespace tolmar {
 

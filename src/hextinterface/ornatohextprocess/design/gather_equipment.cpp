@@ -2,7 +2,7 @@
 #include "hextinterface/hextbasemethod/object_tests.h"
 #include "hextinterface/hextcata/nozzle_list.h"
 #include "hextinterface/manager/name_manager.h"
-#include "hextinterface/manager/name_texts.h"
+#include "hextinterface/manager/register/cleaned_texts.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
 #include "hextinterface/ornatohextprocess/design/gather_shapes.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
