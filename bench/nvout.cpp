@@ -56,24 +56,24 @@ bool runOnce(const bench::ExportFolder& folder, Times& times) {
     return ui.boxes == 1 && tolmar::runReport().failedFiles().empty();
 }
 
-std::size_t bytesOf(const gltfcheck::Scene& scene, std::uint64_t accessor) {
+std::size_t bytesOf(const readers::scene::Scene& scene, std::uint64_t accessor) {
     constexpr std::size_t widePosition = 12;
     constexpr std::uint64_t shortType = 5123;
-    if (accessor == gltfcheck::none) {
+    if (accessor == readers::scene::none) {
         return 0;
     }
-    const gltfcheck::Accessor& found = scene.accessors.at(accessor);
+    const readers::scene::Accessor& found = scene.accessors.at(accessor);
     return found.count * (found.components == 3 ? widePosition : found.componentType == shortType ? 2 : 4);
 }
 
 // Vertices and indices of every node that shows a mesh.
-std::size_t meshBytes(const gltfcheck::Scene& scene) {
+std::size_t meshBytes(const readers::scene::Scene& scene) {
     std::size_t bytes = 0;
-    for (const gltfcheck::Node& node : scene.nodes) {
-        if (node.mesh == gltfcheck::none) {
+    for (const readers::scene::Node& node : scene.nodes) {
+        if (node.mesh == readers::scene::none) {
             continue;
         }
-        for (const gltfcheck::Primitive& primitive : scene.meshes.at(node.mesh).primitives) {
+        for (const readers::scene::Primitive& primitive : scene.meshes.at(node.mesh).primitives) {
             bytes += bytesOf(scene, primitive.positions) + bytesOf(scene, primitive.indices);
         }
     }
@@ -82,8 +82,8 @@ std::size_t meshBytes(const gltfcheck::Scene& scene) {
 
 // Counts the bytes of the last export and makes a text as long as they are with every mesh written out.
 std::string plainText(const bench::ExportFolder& folder, Times& times) {
-    gltfcheck::Findings findings;
-    const gltfcheck::Scene scene = gltfcheck::readScene(folder.out() / "plant.nwc", findings);
+    readers::Findings findings;
+    const readers::scene::Scene scene = readers::scene::readScene(folder.out() / "plant.nwc", findings);
     std::size_t stored = 0;
     for (const std::string_view buffer : scene.buffers) {
         stored += buffer.size();

@@ -2,13 +2,11 @@
 
 #include <bit>
 #include <cmath>
-#include <cstdio>
 
-namespace eemcheck {
+namespace readers::eem {
 
 namespace {
 
-constexpr std::size_t mostFindings = 100;
 constexpr std::size_t shortestBlock = 33;
 constexpr std::size_t shortestRecord = 36;
 constexpr std::size_t vertexSize = 28;
@@ -37,42 +35,30 @@ constexpr std::array<const char*, 21> fieldsOfCode = {
     "pppd",        // wedge
     "pp",          // line
 };
-constexpr std::int32_t codeOfLine = 20;
-constexpr std::uint32_t alphaMask = 0xFF000000;
-constexpr std::uint32_t alphaOfObstruction = 0x33000000;
-
-std::string hexPlace(std::uint64_t offset) {
-    char text[32];
-    std::snprintf(text, sizeof text, "at 0x%llX", static_cast<unsigned long long>(offset));
-    return text;
-}
 
 // Ends the reading of a block or of the file; the finding has been noted.
 struct Stop {};
 
 class EemReader {
 public:
-    EemReader(std::string_view bytes, Findings& findings) : bytes_(bytes), findings_(findings) {}
+    EemReader(std::string_view bytes, const BlockVisitor& visit, Findings& findings)
+        : bytes_(bytes), visit_(visit), findings_(findings) {}
 
-    EemContent run() {
+    FileEnds run() {
         try {
             readHeader();
             while (!isAtTrailer()) {
                 readBlock();
             }
-            content_.isWhole = true;
+            ends_.isWhole = true;
             expect(at_ == bytes_.size(), at_, "bytes behind the trailer");
         } catch (const Stop&) {
         }
-        return std::move(content_);
+        return ends_;
     }
 
 private:
-    void note(std::uint64_t offset, std::string text) {
-        if (findings_.size() < mostFindings) {
-            findings_.push_back({hexPlace(offset), std::move(text)});
-        }
-    }
+    void note(std::uint64_t offset, std::string text) { readers::note(findings_, atByte(offset), std::move(text)); }
     [[noreturn]] void stop(std::uint64_t offset, std::string text) {
         note(offset, std::move(text));
         throw Stop();
@@ -138,8 +124,8 @@ private:
 
     void readHeader() {
         using namespace std::string_view_literals;
-        content_.isPapers = skip("\3\0\0\0PID"sv);
-        if (content_.isPapers) {
+        ends_.isPapers = skip("\3\0\0\0PID"sv);
+        if (ends_.isPapers) {
             const std::int32_t version = integer("the version");
             expect(version == 1, at_ - 4, "unknown version");
         }
@@ -168,16 +154,16 @@ private:
         }
         at_ = limit_;
         limit_ = bytes_.size();
-        content_.blocks.push_back(std::move(block));
+        visit_(std::move(block));
     }
     void readFields(Block& block) {
-        tag(content_.isPapers ? "PNA:" : "NA:");
+        tag(ends_.isPapers ? "PNA:" : "NA:");
         block.name = text("a name");
         expect(block.name.find('\0') == std::string::npos, block.offset, "a name with a zero byte");
         tag("OBJID:");
         block.id = static_cast<std::int64_t>(bits(8, "an id"));
         expect(block.id > 0, at_ - 8, "an id that is none");
-        if (!content_.isPapers) {
+        if (!ends_.isPapers) {
             tag("GEO:");
             for (std::size_t left = count(shortestRecord, "the records"); left > 0; --left) {
                 block.records.push_back(readRecord());
@@ -236,16 +222,24 @@ private:
     }
 
     std::string_view bytes_;
+    const BlockVisitor& visit_;
     Findings& findings_;
-    EemContent content_;
+    FileEnds ends_;
     std::size_t at_ = 0;
     std::size_t limit_ = bytes_.size();
 };
 
 }  // namespace
 
-EemContent readEem(std::string_view bytes, Findings& findings) {
-    return EemReader(bytes, findings).run();
+FileEnds readBlocks(std::string_view bytes, const BlockVisitor& visit, Findings& findings) {
+    return EemReader(bytes, visit, findings).run();
 }
 
-}  // namespace eemcheck
+EemContent readEem(std::string_view bytes, Findings& findings) {
+    EemContent content;
+    static_cast<FileEnds&>(content) = readBlocks(
+        bytes, [&content](Block&& block) { content.blocks.push_back(std::move(block)); }, findings);
+    return content;
+}
+
+}  // namespace readers::eem

@@ -1,28 +1,40 @@
-// Reader of EEM files and the JSON files beside them that trusts nothing: what a receiver would stumble over becomes a
-// finding. It shares no code with the writer.
+// An EEM file read back. Numbers have their least significant byte first; `int` has 32 bits, `double` 64:
+//
+//   model file = { object } trailer
+//   paper file = string "PID"  int 1  { paper } trailer
+//   trailer    = string "ENDE"
+//   object     = int end  string "NA:"  string name  string "OBJID:"  int64 id  string "GEO:"  int n  n * record
+//   paper      = int end  string "PNA:" string name  string "OBJID:"  int64 id
+//   record     = int code  fields  int handedness  int colour
+//              | int 20  point start  point end  int material
+//   list       = int n  n * ( int kind  point )
+//   string     = int n  n bytes in the code page
+//
+// `end` is the offset of the first byte behind the block. docs/eem-format.md tells what the fields of a code mean; here
+// they are kept apart by type, each in the order of the file. Points are world millimetres.
 #pragma once
+
+#include "readers/finding.h"
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace eemcheck {
+namespace readers::eem {
 
-// Something wrong: `place` is a byte offset ("at 0x1F4") or a member ("member 17").
-struct Finding {
-    std::string place;
-    std::string text;
-};
-using Findings = std::vector<Finding>;
+inline constexpr std::int32_t codeOfLine = 20;
+// The bits of a colour word above red, green and blue, and what they hold for an obstruction.
+inline constexpr std::uint32_t alphaMask = 0xFF000000;
+inline constexpr std::uint32_t alphaOfObstruction = 0x33000000;
 
 struct Vertex {
     std::int32_t kind = 0;
     std::array<double, 3> point{};
 };
 
-// A record, its fields apart by type, each in the order of the file.
 struct Record {
     std::int32_t code = 0;
     std::vector<double> numbers;             // points and directions are three numbers
@@ -36,31 +48,26 @@ struct Record {
 struct Block {
     std::uint64_t offset = 0;
     std::uint64_t end = 0;
-    std::string name;
+    std::string name;  // in the code page
     std::int64_t id = 0;
     std::vector<Record> records;  // none in a block of a paper
 };
 
-struct EemContent {
+struct FileEnds {
     bool isPapers = false;
-    std::vector<Block> blocks;
     bool isWhole = false;  // the trailer was reached
 };
 
-// A block with a fault is read as far as it makes sense, and the reading goes on at the block's end. A fault in the
-// chain of blocks ends it.
-EemContent readEem(std::string_view bytes, Findings& findings);
-
-struct SideMember {
-    std::string key;
-    std::vector<std::pair<std::string, std::string>> attributes;
-    std::string className;
-    std::string name;
+struct EemContent : FileEnds {
+    std::vector<Block> blocks;
 };
 
-std::vector<SideMember> readSideFile(std::string_view bytes, Findings& findings);
+using BlockVisitor = std::function<void(Block&& block)>;
 
-// That both files tell of the same objects, by id and name, in the same order.
-void checkPair(const EemContent& content, const std::vector<SideMember>& members, Findings& findings);
+// Block after block. A block with a fault is read as far as it makes sense, and the reading goes on at the block's end.
+// A fault in the chain of blocks ends it.
+FileEnds readBlocks(std::string_view bytes, const BlockVisitor& visit, Findings& findings);
+// All of them.
+EemContent readEem(std::string_view bytes, Findings& findings);
 
-}  // namespace eemcheck
+}  // namespace readers::eem

@@ -1,16 +1,13 @@
-// The JSON file beside an EEM file. Its texts are in the code page, whose characters may hold a byte that is a
-// backslash elsewhere; the bytes are parsed as they are.
-#include "readers/eem/file.h"
+// The texts are in the code page, whose characters may hold a byte that is a backslash elsewhere; the bytes are parsed
+// as they are.
+#include "readers/eem/side_file.h"
 
-#include <algorithm>
 #include <cjson/cJSON.h>
 #include <memory>
 
-namespace eemcheck {
+namespace readers::eem {
 
 namespace {
-
-constexpr std::size_t mostFindings = 100;
 
 struct JsonDeleter {
     void operator()(cJSON* item) const { cJSON_Delete(item); }
@@ -40,9 +37,7 @@ public:
 
 private:
     void note(const std::string& place, std::string text) {
-        if (findings_.size() < mostFindings) {
-            findings_.push_back({"member " + place, std::move(text)});
-        }
+        readers::note(findings_, "member " + place, std::move(text));
     }
     SideMember readMember(const cJSON& item) {
         SideMember member;
@@ -75,30 +70,10 @@ private:
     Findings& findings_;
 };
 
-std::string describe(std::int64_t id, const std::string& name) {
-    return std::to_string(id) + " \"" + name + "\"";
-}
-
 }  // namespace
 
 std::vector<SideMember> readSideFile(std::string_view bytes, Findings& findings) {
     return SideReader(findings).run(bytes);
 }
 
-void checkPair(const EemContent& content, const std::vector<SideMember>& members, Findings& findings) {
-    const std::size_t common = std::min(content.blocks.size(), members.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        const Block& block = content.blocks[i];
-        if (members[i].key != std::to_string(block.id) || members[i].name != block.name) {
-            findings.push_back({"member " + members[i].key, "\"" + members[i].name + "\" where the EEM file has " +
-                                                                describe(block.id, block.name)});
-            return;
-        }
-    }
-    if (content.blocks.size() != members.size()) {
-        findings.push_back({"member " + std::to_string(common), std::to_string(members.size()) + " members beside " +
-                                                                    std::to_string(content.blocks.size()) + " blocks"});
-    }
-}
-
-}  // namespace eemcheck
+}  // namespace readers::eem

@@ -1,13 +1,16 @@
 #include "readers/hext/folder.h"
 
+#include "readers/mapped_file.h"
+
 #include <algorithm>
-#include <fstream>
 #include <iterator>
+#include <map>
 #include <sstream>
+
+namespace readers::hext {
 
 namespace {
 
-constexpr std::size_t longestName = 51;
 constexpr std::string_view nothing = "unset";
 
 // In the order in which the target runs them.
@@ -31,9 +34,6 @@ constexpr const char* runOrder[] = {
     "sup.txt",
     "pipe.txt",
 };
-
-// Attributes that the target defines itself.
-constexpr std::string_view ownAttributes[] = {"OpePress", "OpeTemp"};
 
 // Catalogue calls by where their element's name stands; the names before it are its parents.
 struct CatalogueCall {
@@ -101,27 +101,64 @@ std::vector<std::string> wordsOf(std::string_view line) {
     return {std::istream_iterator<std::string>(stream), {}};
 }
 
-}  // namespace
+// One run through the files of a folder.
+class FolderReader {
+public:
+    FolderReader(const MentionVisitor& visit, Findings& findings) : visit_(visit), findings_(findings) {}
 
-std::vector<std::string> HextFolder::check(const std::filesystem::path& folder) {
-    HextFolder reader(folder);
-    for (const std::string_view name : ownAttributes) {
-        reader.attributes_.emplace(name);
-    }
-    for (const char* name : runOrder) {
-        reader.readFile(name);
-    }
-    return reader.findings_;
-}
+    void readFile(const std::filesystem::path& folder, const char* name);
 
-void HextFolder::readFile(const char* name) {
-    std::ifstream file(folder_ / name, std::ios::binary);
-    std::string line;
-    place_ = name;
+private:
+    using Arguments = std::vector<std::string>;
+
+    void readLine(std::string_view line);
+    void readMacro(std::string_view line);
+    void readCatalogueCall(std::string_view function, const Arguments& arguments);
+    void readPipeCall(std::string_view function, const Arguments& arguments);
+    void readDesignCall(std::string_view function, const Arguments& arguments);
+    void readNew(std::string_view rest);
+    void readOld(std::string_view rest);
+    void readRow(std::string_view line);
+    void readAssignment(std::string_view line);
+    void testQuotes(std::string_view line);
+
+    void tell(Mention what, std::string_view name, std::string_view type = {});
+    void create(std::string_view name, std::string_view type);
+    void require(std::string_view name) { tell(Mention::Referred, name); }
+    // A reference of a macro argument: "/name", or "unset" for none.
+    void requireReference(std::string_view argument);
+    void requireRow(std::string_view argument);
+    void find(const std::string& what) { note(findings_, place(), what); }
+    std::string place() const { return file_ + ":" + std::to_string(line_); }
+    std::string valueOf(std::string_view argument) const;
+
+    const MentionVisitor& visit_;
+    Findings& findings_;
+    std::string file_;
+    std::size_t line_ = 0;
+    std::map<std::string, std::string, std::less<>> variables_;
+    std::string specification_;
+};
+
+void FolderReader::readFile(const std::filesystem::path& folder, const char* name) {
+    std::error_code error;
+    if (!std::filesystem::exists(folder / name, error)) {
+        return;
+    }
+    const MappedFile file(folder / name);
+    if (!file.isGood()) {
+        return note(findings_, name, file.fault());
+    }
+    file_ = name;
+    line_ = 0;
     specification_.clear();
-    for (line_ = 1; std::getline(file, line); ++line_) {
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
+    for (std::string_view rest = file.bytes(); !rest.empty();) {
+        ++line_;
+        const std::size_t end = std::min(rest.find('\n'), rest.size());
+        std::string_view line = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
         }
         testQuotes(line);
         readLine(line);
@@ -129,14 +166,14 @@ void HextFolder::readFile(const char* name) {
 }
 
 // Each kind of line is told by how it begins. Blanks at the end may belong to a name.
-void HextFolder::readLine(std::string_view full) {
+void FolderReader::readLine(std::string_view full) {
     const std::string_view line = withoutIndent(full);
     if (beginsWith(line, "NEW ")) {
         readNew(line.substr(4));
     } else if (beginsWith(line, "OLD ")) {
         readOld(line.substr(4));
     } else if (beginsWith(line, ":")) {
-        readAttribute(line);
+        tell(Mention::AttributeUsed, line.substr(1, line.find(' ') - 1));
     } else if (line.find("!!ORNA") != std::string_view::npos) {
         readMacro(line);
     } else if (beginsWith(line, "!")) {
@@ -148,50 +185,36 @@ void HextFolder::readLine(std::string_view full) {
     }
 }
 
-void HextFolder::testQuotes(std::string_view line) {
+void FolderReader::testQuotes(std::string_view line) {
     if (!isNameLine(withoutIndent(line)) && line.find('|') == std::string_view::npos &&
         std::count(line.begin(), line.end(), '\'') % 2 != 0) {
         find("quotes do not balance");
     }
 }
 
-void HextFolder::find(const std::string& what) {
-    findings_.push_back(place_ + ":" + std::to_string(line_) + ": " + what);
+void FolderReader::tell(Mention what, std::string_view name, std::string_view type) {
+    visit_({what, name, type, place()});
 }
 
-void HextFolder::create(std::string_view name) {
-    if (name.empty() || name == "*LIMBOSPEC") {
-        return;
-    }
-    if (name.size() > longestName) {
-        find("the name " + std::string(name) + " has " + std::to_string(name.size()) + " bytes");
-    }
-    const auto [at, isNew] = created_.try_emplace(std::string(name), place_ + ":" + std::to_string(line_));
-    if (!isNew) {
-        find("the name " + std::string(name) + " was created at " + at->second + " already");
+void FolderReader::create(std::string_view name, std::string_view type) {
+    if (!name.empty() && name != "*LIMBOSPEC") {
+        tell(Mention::Created, name, type);
     }
 }
 
-void HextFolder::require(std::string_view name) {
-    if (name != "*" && name != "Nulref" && created_.find(name) == created_.end()) {
-        find("no element " + std::string(name) + " so far");
-    }
-}
-
-void HextFolder::requireReference(std::string_view argument) {
+void FolderReader::requireReference(std::string_view argument) {
     if (argument != nothing) {
         require(withoutSlash(argument));
     }
 }
 
-void HextFolder::requireRow(std::string_view argument) {
-    const std::string_view name = withoutSlash(argument);
-    if (argument != nothing && rows_.find(name) == rows_.end()) {
-        find("no specification row " + std::string(name));
+void FolderReader::requireRow(std::string_view argument) {
+    if (argument != nothing) {
+        tell(Mention::RowReferred, withoutSlash(argument));
     }
 }
 
-void HextFolder::readNew(std::string_view rest) {
+void FolderReader::readNew(std::string_view rest) {
     const std::size_t slash = rest.find('/');
     if (slash == std::string_view::npos) {
         return;
@@ -199,51 +222,36 @@ void HextFolder::readNew(std::string_view rest) {
     const std::string_view type = trimmed(rest.substr(0, slash));
     const bool isAttribute = type == "UDA";
     const std::string_view name = rest.substr(slash + 1, isAttribute ? rest.find(' ', slash) - slash - 1 : rest.npos);
-    create(name);
+    create(name, type);
     if (isAttribute) {
-        attributes_.emplace(name);
+        tell(Mention::AttributeDefined, name);
     } else if (type == "SPECIFICATION") {
         specification_ = name;
     }
 }
 
-void HextFolder::readOld(std::string_view rest) {
+void FolderReader::readOld(std::string_view rest) {
     const std::size_t slash = rest.find('/');
     const std::string_view name = slash == std::string_view::npos ? rest : rest.substr(slash + 1);
-    if (rows_.find(name) == rows_.end()) {
-        require(name);
-    }
+    tell(Mention::Entered, name);
     if (beginsWith(rest, "SPECIFICATION")) {
         specification_ = name;
     }
 }
 
 // TYPE  */NAME  ...: what begins with "/" refers to an element.
-void HextFolder::readRow(std::string_view line) {
+void FolderReader::readRow(std::string_view line) {
     const std::vector<std::string> words = wordsOf(line);
     for (const std::string& word : words) {
         if (beginsWith(word, "*/")) {
-            const std::string row = specification_ + word.substr(1);
-            if (!rows_.insert(row).second) {
-                find("the row " + row + " stands twice");
-            }
-            if (row.size() > longestName) {
-                find("the row name " + row + " has " + std::to_string(row.size()) + " bytes");
-            }
+            tell(Mention::RowCreated, specification_ + word.substr(1));
         } else if (beginsWith(word, "/")) {
             require(std::string_view(word).substr(1));
         }
     }
 }
 
-void HextFolder::readAttribute(std::string_view line) {
-    const std::string_view name = line.substr(1, line.find(' ') - 1);
-    if (attributes_.find(name) == attributes_.end()) {
-        find("the attribute " + std::string(name) + " is not defined");
-    }
-}
-
-void HextFolder::readAssignment(std::string_view line) {
+void FolderReader::readAssignment(std::string_view line) {
     const std::size_t equals = line.find(" = ");
     if (equals == std::string_view::npos) {
         return;
@@ -255,12 +263,12 @@ void HextFolder::readAssignment(std::string_view line) {
     }
 }
 
-std::string HextFolder::valueOf(std::string_view argument) const {
+std::string FolderReader::valueOf(std::string_view argument) const {
     const auto at = variables_.find(argument);
     return at != variables_.end() ? at->second : std::string(argument);
 }
 
-void HextFolder::readMacro(std::string_view line) {
+void FolderReader::readMacro(std::string_view line) {
     constexpr std::string_view mark = "!!ORNA";
     const std::size_t start = line.find(mark) + mark.size();
     const std::size_t bracket = line.find('(', start);
@@ -278,7 +286,7 @@ void HextFolder::readMacro(std::string_view line) {
     }
 }
 
-void HextFolder::readCatalogueCall(std::string_view function, const std::vector<std::string>& arguments) {
+void FolderReader::readCatalogueCall(std::string_view function, const Arguments& arguments) {
     for (const CatalogueCall& call : catalogueCalls) {
         if (call.function != function || arguments.size() <= call.element) {
             continue;
@@ -286,7 +294,7 @@ void HextFolder::readCatalogueCall(std::string_view function, const std::vector<
         for (std::size_t i = 0; i < call.element; ++i) {
             require(withoutSlash(arguments[i]));
         }
-        create(withoutSlash(arguments[call.element]));
+        create(withoutSlash(arguments[call.element]), function);
     }
     if (function == "CreateScom" && arguments.size() > 5) {
         require(withoutSlash(arguments[4]));
@@ -296,19 +304,19 @@ void HextFolder::readCatalogueCall(std::string_view function, const std::vector<
     }
 }
 
-void HextFolder::readPipeCall(std::string_view function, const std::vector<std::string>& a) {
+void FolderReader::readPipeCall(std::string_view function, const Arguments& a) {
     if (function == "CreatePipe" && a.size() == 5) {
-        create(withoutSlash(a[0]));
+        create(withoutSlash(a[0]), function);
         requireReference(a[3]);
         requireReference(a[4]);
     } else if (function == "CreateBranch" && a.size() == 5) {
-        create(withoutSlash(a[0]));
+        create(withoutSlash(a[0]), function);
         requireReference(a[3]);
     } else if (function == "SetBranchProp" && a.size() == 9) {
         requireRow(a[8]);
     } else if (function == "CreateComponent" && a.size() == 11) {
         if (a[1] == "TRUE") {
-            create(withoutSlash(a[2]));
+            create(withoutSlash(a[2]), function);
         }
         // Bends that the export inserts stand in a specification of their own.
         requireRow(a[6]);
@@ -321,16 +329,42 @@ void HextFolder::readPipeCall(std::string_view function, const std::vector<std::
     }
 }
 
-void HextFolder::readDesignCall(std::string_view function, const std::vector<std::string>& a) {
+void FolderReader::readDesignCall(std::string_view function, const Arguments& a) {
     if (function == "CommonCreateSite") {
-        create(a[0]);
+        create(a[0], function);
     } else if (function == "CommonCreateZone") {
         require(a[0]);
-        create(a.size() > 1 ? a[1] : "");
+        create(a.size() > 1 ? a[1] : "", function);
     } else if (function == "EquipCreateEquip" || function == "EquipCreateStruct" || function == "EquipCreateNozzle") {
         require(valueOf(a[0]));
-        create(valueOf(a.size() > 1 ? a[1] : ""));
+        create(valueOf(a.size() > 1 ? a[1] : ""), function);
     } else if (beginsWith(function, "EquipCreate") && !beginsWith(a[0], "!")) {
         require(a[0]);
     }
 }
+
+}  // namespace
+
+void readFolder(const std::filesystem::path& folder, const MentionVisitor& visit, Findings& findings) {
+    FolderReader reader(visit, findings);
+    for (const char* name : runOrder) {
+        reader.readFile(folder, name);
+    }
+}
+
+void readObjects(const std::filesystem::path& folder, ToUtf8 toUtf8, const ObjectVisitor& visit, Findings& findings) {
+    const auto tell = [&](const NameMention& mention) {
+        if (mention.what != Mention::Created) {
+            return;
+        }
+        Object object;
+        object.name = toUtf8 != nullptr ? toUtf8(mention.name) : std::string(mention.name);
+        object.path = {object.name};
+        object.className = mention.type;
+        object.place = mention.place;
+        visit(object);
+    };
+    readFolder(folder, tell, findings);
+}
+
+}  // namespace readers::hext

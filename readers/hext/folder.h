@@ -1,52 +1,46 @@
-// Reads a folder of macro files in the order in which the target runs them and rebuilds the names of its elements: what
-// is entered or referred to must have been created by then, nothing is created twice, no name is too long.
+// A folder of macro files of HEXTOUT, read in the order in which the target runs them: where its elements are created
+// and named.
+//
+//   line = "NEW " type " /" name            creates an element, a specification or a user attribute ("UDA")
+//        | "OLD " ["type "] "/" name        enters an element or a row
+//        | type "  */" name "  " columns    a row of the specification in hand; columns that begin with "/" refer
+//        | ":" attribute " " value          sets a user attribute
+//        | "!" variable " = " value
+//        | ... "!!ORNA" function "(" arguments ")"
+//        | ("BSPEC" | "HREF" | "TREF") " /" name
+//
+// Other lines say nothing about names. Texts are in the code page of the files.
 #pragma once
 
+#include "readers/object.h"
+
 #include <filesystem>
-#include <functional>
-#include <map>
-#include <set>
-#include <string>
-#include <string_view>
-#include <vector>
 
-class HextFolder {
-public:
-    // Reads every file of the folder that is there, and adds what is wrong with it to `findings` as "file:line: what".
-    // Texts stay in the bytes of the files.
-    static std::vector<std::string> check(const std::filesystem::path& folder);
+namespace readers::hext {
 
-private:
-    explicit HextFolder(std::filesystem::path folder) : folder_(std::move(folder)) {}
-
-    void readFile(const char* name);
-    void readLine(std::string_view line);
-    void readMacro(std::string_view line);
-    void readCatalogueCall(std::string_view function, const std::vector<std::string>& arguments);
-    void readPipeCall(std::string_view function, const std::vector<std::string>& arguments);
-    void readDesignCall(std::string_view function, const std::vector<std::string>& arguments);
-    void readNew(std::string_view rest);
-    void readOld(std::string_view rest);
-    void readRow(std::string_view line);
-    void readAttribute(std::string_view line);
-    void readAssignment(std::string_view line);
-    void testQuotes(std::string_view line);
-
-    void create(std::string_view name);
-    void require(std::string_view name);
-    // A reference of a macro argument: "/name", or "unset" for none.
-    void requireReference(std::string_view argument);
-    void requireRow(std::string_view argument);
-    void find(const std::string& what);
-    std::string valueOf(std::string_view argument) const;
-
-    std::filesystem::path folder_;
-    std::vector<std::string> findings_;
-    std::string place_;
-    std::size_t line_ = 0;
-    std::map<std::string, std::string, std::less<>> created_;  // name to the place of its creation
-    std::set<std::string, std::less<>> rows_;                  // specification rows
-    std::set<std::string, std::less<>> attributes_;            // user attributes
-    std::map<std::string, std::string, std::less<>> variables_;
-    std::string specification_;
+enum class Mention {
+    Created,
+    Referred,
+    Entered,  // an element or a row
+    RowCreated,
+    RowReferred,
+    AttributeDefined,
+    AttributeUsed,
 };
+
+// What a line says about a name. Texts live until the call ends.
+struct NameMention {
+    Mention what;
+    std::string_view name;  // of a row with that of its specification in front, a slash between
+    std::string_view type;  // of what is created: the type behind NEW, or the macro's function
+    std::string place;      // "file:line"
+};
+using MentionVisitor = std::function<void(const NameMention& mention)>;
+
+// Reads every file of the folder that is there.
+void readFolder(const std::filesystem::path& folder, const MentionVisitor& visit, Findings& findings);
+
+// What is created, each by itself: names alone, without tree, attributes and shapes.
+void readObjects(const std::filesystem::path& folder, ToUtf8 toUtf8, const ObjectVisitor& visit, Findings& findings);
+
+}  // namespace readers::hext

@@ -1,20 +1,17 @@
 #include "readers/max/events.h"
 
-#include <algorithm>
-#include <charconv>
-#include <expat.h>
-#include <memory>
+#include "readers/object.h"
 
-namespace maxcheck {
+#include <charconv>
+#include <cmath>
+#include <expat.h>
+
+namespace readers::max {
 
 namespace {
 
 constexpr std::string_view declaration = "<?xml version='1.0' encoding='utf-8' ?>";
-constexpr std::size_t mostFindings = 100;
 constexpr std::size_t bytesAtOnce = 1U << 20U;
-
-// A tree has at most 200 levels, and three more come below an object.
-constexpr std::size_t deepestTree = 210;
 
 // Any byte is a character of it, whatever the code page of the file: what matters is ASCII in all of them.
 constexpr const char* anyBytes = "ISO-8859-1";
@@ -25,10 +22,6 @@ bool readWhole(std::string_view text, Number& number) {
     return !text.empty() && result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
-struct FreeParser {
-    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
-};
-
 }  // namespace
 
 bool readNumber(std::string_view text, std::size_t& number) {
@@ -36,6 +29,10 @@ bool readNumber(std::string_view text, std::size_t& number) {
 }
 bool readNumber(std::string_view text, std::int64_t& number) {
     return readWhole(text, number);
+}
+
+bool readNumber(std::string_view text, double& number) {
+    return readWhole(text, number) && std::isfinite(number);
 }
 
 const char* Element::find(std::string_view attribute) const {
@@ -52,56 +49,74 @@ std::string_view Element::value(std::string_view attribute) const {
     return text != nullptr ? std::string_view(text) : std::string_view();
 }
 
-std::vector<std::string> MaxFile::read(std::string_view bytes) {
-    const std::unique_ptr<XML_ParserStruct, FreeParser> parser(XML_ParserCreate(anyBytes));
-    parser_ = parser.get();
-    XML_SetUserData(parser_, this);
-    XML_SetElementHandler(parser_, onStart, onEnd);
-    XML_SetStartDoctypeDeclHandler(parser_, onDocumentType);
+MaxFile::MaxFile() : parser_(XML_ParserCreate(anyBytes)) {
+    XML_SetUserData(parser_.get(), this);
+    XML_SetElementHandler(parser_.get(), onStart, onEnd);
+    XML_SetStartDoctypeDeclHandler(parser_.get(), onDocumentType);
+}
+MaxFile::~MaxFile() = default;
+
+void MaxFile::FreeParser::operator()(XML_ParserStruct* parser) const {
+    XML_ParserFree(parser);
+}
+
+void MaxFile::open(std::string_view bytes) {
+    rest_ = bytes;
+    isOpen_ = true;
     if (!bytes.starts_with(declaration)) {
         add(1, "does not begin with the processing instruction of such a file");
     }
-    bool isGood = true;
-    do {
-        const std::string_view piece = bytes.substr(0, bytesAtOnce);
-        bytes.remove_prefix(piece.size());
-        isGood =
-            XML_Parse(parser_, piece.data(), static_cast<int>(piece.size()), bytes.empty() ? 1 : 0) == XML_STATUS_OK;
-    } while (isGood && !bytes.empty());
+}
+
+bool MaxFile::readPiece() {
+    if (!isOpen_) {
+        return false;
+    }
+    const std::string_view piece = rest_.substr(0, bytesAtOnce);
+    rest_.remove_prefix(piece.size());
+    const bool isGood =
+        XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()), rest_.empty() ? 1 : 0) == XML_STATUS_OK;
     if (!isGood && !isStopped_) {
         explainFailure();
     }
-    parser_ = nullptr;
+    isOpen_ = isGood && !rest_.empty();
+    return isOpen_;
+}
+
+Findings MaxFile::read(std::string_view bytes) {
+    open(bytes);
+    while (readPiece()) {
+    }
     return std::move(findings_);
 }
 
 void MaxFile::explainFailure() {
-    const XML_Error error = XML_GetErrorCode(parser_);
+    const XML_Error error = XML_GetErrorCode(parser_.get());
     addLast(error == XML_ERROR_JUNK_AFTER_DOC_ELEMENT ? "there is not one root element" : XML_ErrorString(error));
 }
 
 std::size_t MaxFile::line() const {
-    return static_cast<std::size_t>(XML_GetCurrentLineNumber(parser_));
+    return static_cast<std::size_t>(XML_GetCurrentLineNumber(parser_.get()));
 }
 
 // Nobody reads thousands.
 void MaxFile::add(std::size_t line, const std::string& text) {
     if (findings_.size() < mostFindings) {
-        findings_.push_back("line " + std::to_string(line) + ": " + text);
+        findings_.push_back({atLine(line), text});
     } else if (findings_.size() == mostFindings) {
-        findings_.emplace_back("further faults are not listed");
+        findings_.push_back({{}, "further faults are not listed"});
     }
 }
 
 // Why the reading ends, however much was found before.
 void MaxFile::addLast(const char* why) {
-    findings_.push_back("line " + std::to_string(line()) + ": " + why);
+    findings_.push_back({atLine(line()), why});
 }
 
 void MaxFile::stop(const char* why) {
     addLast(why);
     isStopped_ = true;
-    XML_StopParser(parser_, XML_FALSE);
+    XML_StopParser(parser_.get(), XML_FALSE);
 }
 
 void MaxFile::onStart(void* self, const char* name, const char** attributes) {
@@ -143,4 +158,4 @@ void MaxFile::end() {
     }
 }
 
-}  // namespace maxcheck
+}  // namespace readers::max

@@ -1,19 +1,34 @@
-// The files of MAXOUT element by element, so that checking one takes the memory of its depth and not of its size.
+// The two files of MAXOUT element by element, so that reading one takes the memory of its depth and not of its size.
+//
+//   file        = "<?xml version='1.0' encoding='utf-8' ?>"  object
+//   object      = <object id Name [ProjectCode stationname]> { group } { object } </object>
+//   group       = <meshGroup pointNum faceNum colorR colorG colorB [insptX insptY insptZ]> { point } { face }
+//               | <splineGroup pointNum partNum partSize colorR colorG colorB [inspt...]> { point }
+//               | <propertyGroup Name="ORNA"> { <key_value key value description/> }
+//   point       = <point [type] index pointX pointY pointZ/>
+//   face        = <face index pointX pointY pointZ/>, the numbers of its points
+//
+// The geometry file (.orna) has the first two kinds of groups, the property file (.xml) the third. The bytes are those
+// of a code page, whatever the declaration says; they are read as any code page whose ASCII characters are ASCII.
 #pragma once
+
+#include "readers/finding.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 struct XML_ParserStruct;
 
-namespace maxcheck {
+namespace readers::max {
 
 // A number that is the whole text; false otherwise.
 bool readNumber(std::string_view text, std::size_t& number);
 bool readNumber(std::string_view text, std::int64_t& number);
+bool readNumber(std::string_view text, double& number);  // finite
 
 // An element as its start tag tells it. Its texts live until the call ends that it came with; bytes above 127 are
 // written in two, alike in every file.
@@ -36,13 +51,17 @@ private:
 // else stands in an object has the level 0 there, what stands in that the level 1, and so on.
 class MaxFile {
 public:
-    MaxFile() = default;
-    virtual ~MaxFile() = default;
+    MaxFile();
+    virtual ~MaxFile();
     MaxFile(const MaxFile&) = delete;
     MaxFile& operator=(const MaxFile&) = delete;
 
-    // What is wrong with the bytes, with the line; at most a hundred findings.
-    std::vector<std::string> read(std::string_view bytes);
+    // The whole of a file: what is wrong with it, with the line; at most a hundred findings. Once for each object.
+    Findings read(std::string_view bytes);
+    // The same piece by piece. `bytes` must outlive the reading; readPiece is false when there is no more.
+    void open(std::string_view bytes);
+    bool readPiece();
+    const Findings& findings() const { return findings_; }
 
 protected:
     virtual void startObject(const Element& object) = 0;
@@ -56,6 +75,10 @@ protected:
     void add(std::size_t line, const std::string& text);
 
 private:
+    struct FreeParser {
+        void operator()(XML_ParserStruct* parser) const;
+    };
+
     static void onStart(void* self, const char* name, const char** attributes);
     static void onEnd(void* self, const char* name);
     static void onDocumentType(void* self, const char*, const char*, const char*, int);
@@ -65,11 +88,13 @@ private:
     void explainFailure();
     void addLast(const char* why);
 
-    XML_ParserStruct* parser_ = nullptr;
-    std::vector<std::string> findings_;
+    std::unique_ptr<XML_ParserStruct, FreeParser> parser_;
+    std::string_view rest_;
+    bool isOpen_ = false;
+    Findings findings_;
     std::size_t depth_ = 0;
     std::size_t objects_ = 0;  // how many of the open elements are objects
     bool isStopped_ = false;
 };
 
-}  // namespace maxcheck
+}  // namespace readers::max

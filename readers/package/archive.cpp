@@ -1,13 +1,14 @@
 #include "readers/package/archive.h"
 
-#include <algorithm>
+#include "readers/mapped_file.h"
+
 #include <fmt/core.h>
 #include <memory>
+#include <set>
 #include <simdjson.h>
-#include <unordered_set>
 #include <zip.h>
 
-namespace packagecheck {
+namespace readers::package {
 
 namespace {
 
@@ -18,7 +19,6 @@ using simdjson::dom::object;
 constexpr const char* indexName = "package.json";
 constexpr const char* modelTreeName = "modeltree.json";
 constexpr const char* sceneEnding = ".glb";
-constexpr int instanceType = 2;
 
 struct CloseArchive {
     void operator()(zip_t* archive) const { zip_discard(archive); }
@@ -39,51 +39,107 @@ std::array<double, 4> colorOf(const element& item) {
     return color;
 }
 
-class Reader {
-public:
-    Reader(Findings& findings, bool keepAll) : findings_(findings), keepAll_(keepAll) {}
+struct FreeZipError {
+    zip_error_t error;
+    FreeZipError() { zip_error_init(&error); }
+    ~FreeZipError() { zip_error_fini(&error); }
+};
 
-    Package read(const std::filesystem::path& file) {
-        int error = 0;
-        archive_.reset(zip_open(file.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error));
+// A byte of deflated text stands for this many at most: an entry that claims more lies.
+constexpr zip_uint64_t mostBytesPerByte = 1032;
+
+class Archive {
+public:
+    Archive(const std::filesystem::path& file, Findings& findings) : mapped_(file), findings_(findings) {
+        if (!mapped_.isGood()) {
+            note(findings_, {}, mapped_.fault());
+            return;
+        }
+        FreeZipError error;
+        zip_source_t* source =
+            zip_source_buffer_create(mapped_.bytes().data(), mapped_.bytes().size(), 0, &error.error);
+        archive_.reset(source == nullptr ? nullptr
+                                         : zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error.error));
         if (archive_ == nullptr) {
-            findings_.emplace_back("no whole ZIP archive");
-            return {};
+            zip_source_free(source);
+            note(findings_, {}, "no whole ZIP archive");
         }
-        for (zip_int64_t i = 0; i < zip_get_num_entries(archive_.get(), 0); ++i) {
-            package_.entries.emplace_back(zip_get_name(archive_.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_RAW));
-            unread_.insert(package_.entries.back());
-        }
-        document(indexName, [this](const object& index) { readIndex(index); });
-        for (const std::string& left : unread_) {
-            fault("{}: nothing names this entry", left);
-        }
-        return std::move(package_);
     }
 
-private:
-    template <typename... Args>
-    void fault(fmt::format_string<Args...> format, Args&&... args) {
-        findings_.push_back(fmt::format(format, std::forward<Args>(args)...));
+    bool isOpen() const { return archive_ != nullptr; }
+    std::vector<std::string> names() const {
+        std::vector<std::string> names;
+        for (zip_int64_t i = 0; i < zip_get_num_entries(archive_.get(), 0); ++i) {
+            const char* name = zip_get_name(archive_.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_RAW);
+            names.emplace_back(name != nullptr ? name : "");
+        }
+        return names;
     }
 
     // False, with a finding, when the entry is missing or damaged; its checksum is tested at its end.
-    bool bytesOf(const std::string& name, std::string& bytes) {
+    bool read(const std::string& name, std::string& bytes) {
         zip_stat_t about;
         const std::unique_ptr<zip_file_t, CloseEntry> entry(zip_fopen(archive_.get(), name.c_str(), 0));
         if (entry == nullptr || zip_stat(archive_.get(), name.c_str(), 0, &about) != 0) {
-            fault("{}: missing", name);
+            note(findings_, name, "missing");
             return false;
         }
-        unread_.erase(name);
+        if (about.comp_size > mapped_.bytes().size() || about.size / mostBytesPerByte > about.comp_size) {
+            note(findings_, name, "damaged");
+            return false;
+        }
         bytes.resize(about.size);
         const zip_int64_t got = zip_fread(entry.get(), bytes.data(), about.size);
         char more = 0;
         if (got < 0 || static_cast<zip_uint64_t>(got) != about.size || zip_fread(entry.get(), &more, 1) != 0) {
-            fault("{}: damaged", name);
+            note(findings_, name, "damaged");
             return false;
         }
         return true;
+    }
+
+private:
+    MappedFile mapped_;
+    Findings& findings_;
+    std::unique_ptr<zip_t, CloseArchive> archive_;
+};
+
+// The findings of a scene name its entry first.
+glb::Scene sceneOf(const std::string& entry, std::string&& bytes, Findings& findings) {
+    Findings found;
+    glb::Scene scene = glb::readGlb(std::move(bytes), found);
+    for (const Finding& finding : found) {
+        note(findings, entry, sentence(finding));
+    }
+    return scene;
+}
+
+class Reader {
+public:
+    Reader(const std::filesystem::path& file, PackageVisitor& visitor, Findings& findings)
+        : archive_(file, findings), visitor_(visitor), findings_(findings) {}
+
+    PackageIndex read() {
+        if (!archive_.isOpen()) {
+            return {};
+        }
+        index_.entries = archive_.names();
+        unread_.insert(index_.entries.begin(), index_.entries.end());
+        document(indexName, [this](const object& index) { readIndex(index); });
+        index_.unread.assign(unread_.begin(), unread_.end());
+        return std::move(index_);
+    }
+
+private:
+    template <typename... Args>
+    void fault(const std::string& entry, fmt::format_string<Args...> format, Args&&... args) {
+        note(findings_, entry, fmt::format(format, std::forward<Args>(args)...));
+    }
+
+    bool bytesOf(const std::string& name, std::string& bytes) {
+        const bool isGood = archive_.read(name, bytes);
+        unread_.erase(name);
+        return isGood;
     }
 
     // Hands a JSON entry to `use`; whatever is not as it should be there becomes a finding.
@@ -98,26 +154,29 @@ private:
             const object top = parser.parse(bytes).get_object();
             use(top);
         } catch (const simdjson::simdjson_error& error) {
-            fault("{}: {}", name, error.what());
+            fault(name, "{}", error.what());
         }
     }
 
     void readIndex(const object& index) {
         if (textOf(index["format"]) != "pmodel" || std::int64_t{index["version"]} != 1) {
-            fault("{}: format pmodel of version 1 expected", indexName);
+            fault(indexName, "format pmodel of version 1 expected");
         }
-        package_.projectName = textOf(index["projectName"]);
-        package_.sourceProgram = textOf(index["sourceProgram"]);
+        index_.projectName = textOf(index["projectName"]);
+        index_.sourceProgram = textOf(index["sourceProgram"]);
+        bool hasModel = false;
         for (const element name : array(index["models"])) {
+            hasModel = true;
             readModel(textOf(name));
         }
-        if (package_.models.empty()) {
-            fault("the package holds no model");
+        if (!hasModel) {
+            fault({}, "the package holds no model");
         }
     }
 
     void readModel(const std::string& name) {
-        Model& model = package_.models.emplace_back();
+        ModelIndex model;
+        model.file = name;
         folder_ = name.substr(0, name.rfind('/') + 1);
         document(name, [&model](const object& index) {
             for (const element view : array(index["views"])) {
@@ -127,37 +186,32 @@ private:
                 model.files.push_back(textOf(file));
             }
         });
-        ids_.clear();
-        geometries_.clear();
+        visitor_.startModel(model);
         for (const std::string& file : model.files) {
-            readFile(model, file);
+            readFile(file);
         }
-        if (model.views.size() != 2) {
-            fault("{}: two views expected", name);
-        }
-        const bool hasScene = std::any_of(model.files.begin(), model.files.end(),
-                                          [](const std::string& file) { return file.ends_with(sceneEnding); });
-        if (!hasScene || std::count(model.files.begin(), model.files.end(), modelTreeName) != 1) {
-            fault("{}: a model tree and a scene expected", name);
-        }
+        visitor_.endModel();
     }
 
-    void readFile(Model& model, const std::string& file) {
+    void readFile(const std::string& file) {
         const std::string path = folder_ + file;
         if (file == "materials.json") {
-            document(path, [&](const object& top) { readMaterials(model, path, top); });
+            document(path, [&](const object& top) { readMaterials(path, top); });
         } else if (file == modelTreeName) {
-            document(path, [&](const object& top) { readTrees(model, path, top); });
+            document(path, [&](const object& top) { readTrees(path, top); });
         } else if (file == "properties.json") {
-            document(path, [&](const object& top) { readProperties(model, path, top); });
+            document(path, [&](const object& top) { readProperties(path, top); });
         } else if (file.ends_with(sceneEnding)) {
-            readScene(model, path);
+            std::string bytes;
+            if (bytesOf(path, bytes)) {
+                visitor_.scene(path, sceneOf(path, std::move(bytes), findings_));
+            }
         } else {
-            fault("{}: of no known kind", path);
+            fault(path, "of no known kind");
         }
     }
 
-    void readMaterials(Model& model, const std::string& path, const object& top) {
+    void readMaterials(const std::string& path, const object& top) {
         for (const element item : array(top["materials"])) {
             Material material;
             material.name = textOf(item["name"]);
@@ -165,100 +219,83 @@ private:
             material.diffuse = colorOf(item["diffuse"]);
             material.specular = colorOf(item["specular"]);
             material.transparency = item["transparency"].get_double();
-            if (!model.materials.try_emplace(textOf(item["id"]), material).second) {
-                fault("{}: material {} stands there twice", path, textOf(item["id"]));
-            }
+            material.id = textOf(item["id"]);
+            visitor_.material(path, std::move(material));
         }
     }
 
-    void readTrees(Model& model, const std::string& path, const object& top) {
+    void readTrees(const std::string& path, const object& top) {
         for (const element item : array(top["trees"])) {
-            Tree& tree = model.trees.emplace_back();
-            tree.name = textOf(item["name"]);
+            visitor_.startTree(textOf(item["name"]));
+            std::int64_t number = 0;
             for (const element row : array(item["nodes"])) {
-                readTreeNode(tree, path, row);
+                readTreeNode(number++, path, row);
             }
         }
     }
 
-    void readTreeNode(Tree& tree, const std::string& path, const element& row) {
+    void readTreeNode(std::int64_t number, const std::string& path, const element& row) {
         TreeNode node{row.at(0).get_int64(), textOf(row.at(1)), textOf(row.at(2)),
                       static_cast<int>(std::int64_t{row.at(3)})};
-        const auto number = static_cast<std::int64_t>(tree.nodes.size());
         if (node.parent >= number || (node.parent < 0) != (number == 0)) {
-            fault("{}: node {} has no parent ahead of it", path, number);
+            fault(path, "node {} has no parent ahead of it", number);
         }
-        if (node.databaseId.empty() || !ids_.insert(node.databaseId).second) {
-            fault("{}: database id {} is empty or stands there twice", path, node.databaseId);
-        }
-        tree.nodes.push_back(std::move(node));
+        visitor_.node(path, std::move(node));
     }
 
-    void readProperties(Model& model, const std::string& path, const object& top) {
+    void readProperties(const std::string& path, const object& top) {
         for (const element row : array(top["rows"])) {
-            Property property{textOf(row.at(0)), textOf(row.at(1)), textOf(row.at(2)), textOf(row.at(3)),
-                              textOf(row.at(4))};
-            if (!ids_.contains(property.databaseId)) {
-                fault("{}: a property of {}, which no tree holds", path, property.databaseId);
-            }
-            if (keepAll_) {
-                model.properties.push_back(std::move(property));
-            }
+            visitor_.property(
+                path, {textOf(row.at(0)), textOf(row.at(1)), textOf(row.at(2)), textOf(row.at(3)), textOf(row.at(4))});
         }
     }
 
-    void readScene(Model& model, const std::string& path) {
-        std::string bytes;
-        Findings found;
-        if (bytesOf(path, bytes)) {
-            glbcheck::Scene scene = glbcheck::readGlb(std::move(bytes), found);
-            checkInstances(model, scene, found);
-            if (keepAll_) {
-                model.scenes.push_back(std::move(scene));
-            }
-        }
-        for (const std::string& text : found) {
-            fault("{}: {}", path, text);
-        }
-    }
-
-    // Every node but the root stands in the model tree; every instance in a material of the package; and a geometry in
-    // one scene alone.
-    void checkInstances(const Model& model, const glbcheck::Scene& scene, Findings& found) {
-        std::set<std::string> geometries;
-        for (const glbcheck::Node& node : scene.nodes) {
-            if (node.parent != glbcheck::none && !ids_.contains(node.name)) {
-                found.push_back(fmt::format("node {} stands in no tree", node.name));
-            }
-            if (node.type != instanceType) {
-                continue;
-            }
-            if (!model.materials.contains(node.material)) {
-                found.push_back(fmt::format("material {} is not there", node.material));
-            }
-            geometries.insert(node.geometry);
-        }
-        for (const std::string& geometry : geometries) {
-            if (geometry.empty() || !geometries_.insert(geometry).second) {
-                found.push_back(fmt::format("geometry {} has no id or stands in another scene, too", geometry));
-            }
-        }
-    }
-
+    Archive archive_;
+    PackageVisitor& visitor_;
     Findings& findings_;
-    bool keepAll_;
-    std::unique_ptr<zip_t, CloseArchive> archive_;
-    Package package_;
+    PackageIndex index_;
     std::set<std::string> unread_;
     std::string folder_;
-    std::unordered_set<std::string> ids_;
-    std::unordered_set<std::string> geometries_;
+};
+
+class Collector final : public PackageVisitor {
+public:
+    std::vector<Model> models;
+
+private:
+    void startModel(const ModelIndex& index) override { static_cast<ModelIndex&>(models.emplace_back()) = index; }
+    void material(const std::string&, Material&& material) override {
+        std::string id = material.id;
+        models.back().materials.try_emplace(std::move(id), std::move(material));
+    }
+    void startTree(std::string&& name) override { models.back().trees.push_back({std::move(name), {}}); }
+    void node(const std::string&, TreeNode&& node) override {
+        models.back().trees.back().nodes.push_back(std::move(node));
+    }
+    void property(const std::string&, Property&& property) override {
+        models.back().properties.push_back(std::move(property));
+    }
+    void scene(const std::string&, glb::Scene&& scene) override { models.back().scenes.push_back(std::move(scene)); }
 };
 
 }  // namespace
 
-Package readPackage(const std::filesystem::path& file, Findings& findings, bool keepAll) {
-    return Reader(findings, keepAll).read(file);
+PackageIndex readPackage(const std::filesystem::path& file, PackageVisitor& visitor, Findings& findings) {
+    return Reader(file, visitor, findings).read();
 }
 
-}  // namespace packagecheck
+Package readPackage(const std::filesystem::path& file, Findings& findings) {
+    Collector collector;
+    Package package;
+    static_cast<PackageIndex&>(package) = readPackage(file, collector, findings);
+    package.models = std::move(collector.models);
+    return package;
+}
+
+glb::Scene readScene(const std::filesystem::path& file, const std::string& entry, Findings& findings) {
+    Archive archive(file, findings);
+    std::string bytes;
+    return archive.isOpen() && archive.read(entry, bytes) ? sceneOf(entry, std::move(bytes), findings) : glb::Scene();
+}
+
+}  // namespace readers::package

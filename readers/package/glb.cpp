@@ -6,7 +6,7 @@
 #include <fmt/core.h>
 #include <simdjson.h>
 
-namespace glbcheck {
+namespace readers::glb {
 
 namespace {
 
@@ -38,11 +38,11 @@ struct Chunks {
 // False when the frame is broken.
 bool splitChunks(std::string_view bytes, Chunks& chunks, Findings& findings) {
     if (bytes.size() < 20 || bytes.substr(0, 4) != "glTF" || wordAt(bytes, 4) != 2) {
-        findings.emplace_back("no binary glTF 2.0 file");
+        note(findings, {}, "no binary glTF 2.0 file");
         return false;
     }
     if (wordAt(bytes, 8) != bytes.size()) {
-        findings.push_back(fmt::format("length {} in the head, {} bytes in the file", wordAt(bytes, 8), bytes.size()));
+        note(findings, {}, fmt::format("length {} in the head, {} bytes in the file", wordAt(bytes, 8), bytes.size()));
         return false;
     }
     std::string_view* const parts[] = {&chunks.json, &chunks.binary};
@@ -52,7 +52,7 @@ bool splitChunks(std::string_view bytes, Chunks& chunks, Findings& findings) {
         const std::size_t left = bytes.size() - at;
         if (left < 8 || wordAt(bytes, at + 4) != types[i] || wordAt(bytes, at) % 4 != 0 ||
             wordAt(bytes, at) > left - 8) {
-            findings.push_back(fmt::format("chunk {} is broken", i));
+            note(findings, {}, fmt::format("chunk {} is broken", i));
             return false;
         }
         *parts[i] = bytes.substr(at + 8, wordAt(bytes, at));
@@ -93,7 +93,7 @@ std::vector<object> itemsOf(const object& document, std::string_view key, Findin
         items.push_back(item.get_object());
     }
     if (items.empty()) {
-        findings.push_back(fmt::format("{}: an empty array", key));
+        note(findings, std::string(key), "an empty array");
     }
     return items;
 }
@@ -104,7 +104,7 @@ public:
 
     void read(const object& document) {
         if (std::string_view(document["asset"]["version"]) != "2.0") {
-            fault("asset.version: 2.0 expected");
+            fault("asset.version", "2.0 expected");
         }
         readAccessors(document);
         readMaterials(document);
@@ -114,8 +114,8 @@ public:
 
 private:
     template <typename... Args>
-    void fault(fmt::format_string<Args...> format, Args&&... args) {
-        findings_.push_back(fmt::format(format, std::forward<Args>(args)...));
+    void fault(std::string place, fmt::format_string<Args...> format, Args&&... args) {
+        note(findings_, std::move(place), fmt::format(format, std::forward<Args>(args)...));
     }
 
     void readAccessors(const object& document) {
@@ -129,16 +129,16 @@ private:
         const std::vector<object> buffers = itemsOf(document, "buffers", findings_);
         const std::uint64_t size = buffers.empty() ? 0 : std::uint64_t{buffers.front()["byteLength"]};
         if (buffers.size() > 1 || size > scene_.binary.size() || scene_.binary.size() - size > 3) {
-            fault("the buffer is not the binary chunk");
+            fault({}, "the buffer is not the binary chunk");
         }
         for (const object& item : itemsOf(document, "bufferViews", findings_)) {
             View view{numberOr(item, "byteOffset", 0), std::uint64_t{item["byteLength"]},
                       numberOr(item, "byteStride", 0)};
             if (view.offset > scene_.binary.size() || view.size > scene_.binary.size() - view.offset) {
-                fault("bufferViews[{}]: beyond its buffer", views_.size());
+                fault(atItem("bufferViews", views_.size()), "beyond its buffer");
                 view = {};
             } else if (view.stride > longestStride) {
-                fault("bufferViews[{}]: a stride of {}", views_.size(), view.stride);
+                fault(atItem("bufferViews", views_.size()), "a stride of {}", view.stride);
                 view = {};
             }
             views_.push_back(view);
@@ -158,7 +158,8 @@ private:
         const std::uint64_t view = item["bufferView"];
         const std::uint64_t offset = numberOr(item, "byteOffset", 0);
         if (view >= views_.size()) {
-            fault("accessors[{}]: no such buffer view", number);
+            fault(atItem("accessors", number), "no such buffer view");
+            accessor.count = 0;
         } else {
             accessor.stride = views_[view].stride != 0 ? views_[view].stride : size;
             accessor.offset = views_[view].offset + offset;
@@ -167,7 +168,7 @@ private:
             const bool fits = accessor.count <= views_[view].size && offset <= views_[view].size &&
                               last * accessor.stride + size <= views_[view].size - offset;
             if (!fits || accessor.count == 0 || accessor.offset % component != 0) {
-                fault("accessors[{}]: it does not fit its buffer view", number);
+                fault(atItem("accessors", number), "it does not fit its buffer view");
                 accessor.count = 0;
             }
         }
@@ -184,7 +185,7 @@ private:
                 std::all_of(color.begin(), color.end(), [](double c) { return c >= 0 && c <= 1; })) {
                 std::copy(color.begin(), color.end(), material.color.begin());
             } else {
-                fault("materials[{}]: four colour parts from 0 to 1 expected", scene_.materials.size());
+                fault(atItem("materials", scene_.materials.size()), "four colour parts from 0 to 1 expected");
             }
             material.isBlended = textOr(item, "alphaMode") == "BLEND";
             scene_.materials.push_back(std::move(material));
@@ -195,7 +196,7 @@ private:
         for (const object& item : itemsOf(document, "meshes", findings_)) {
             const array primitives = item["primitives"];
             if (primitives.size() != 1) {
-                fault("meshes[{}]: one primitive expected", scene_.meshes.size());
+                fault(atItem("meshes", scene_.meshes.size()), "one primitive expected");
                 scene_.meshes.emplace_back();
                 continue;
             }
@@ -214,11 +215,9 @@ private:
     // Null, with a finding, for what is no accessor of that kind.
     const Accessor* accessorOf(std::uint32_t number, bool isVector) {
         const Accessor* accessor = number < scene_.accessors.size() ? &scene_.accessors[number] : nullptr;
-        const bool isGood = accessor != nullptr && accessor->isVector == isVector &&
-                            (isVector ? accessor->componentType == floatType
-                                      : accessor->componentType == shortType || accessor->componentType == intType);
+        const bool isGood = accessor != nullptr && (isVector ? accessor->holdsVectors() : accessor->holdsIndices());
         if (!isGood) {
-            fault("meshes[{}]: accessor {} is not of its kind", scene_.meshes.size(), number);
+            fault(atItem("meshes", scene_.meshes.size()), "accessor {} is not of its kind", number);
         }
         return isGood ? accessor : nullptr;
     }
@@ -236,7 +235,7 @@ private:
             checkIndices(*indices, positions->count);
         }
         if (mesh.material != none && mesh.material >= scene_.materials.size()) {
-            fault("meshes[{}]: no such material", scene_.meshes.size());
+            fault(atItem("meshes", scene_.meshes.size()), "no such material");
         }
     }
 
@@ -247,7 +246,7 @@ private:
             const std::array<float, 3> v = scene_.vectorAt(positions, i);
             for (std::size_t k = 0; k < 3; ++k) {
                 if (!std::isfinite(v[k])) {
-                    return fault("meshes[{}]: a coordinate is not finite", scene_.meshes.size());
+                    return fault(atItem("meshes", scene_.meshes.size()), "a coordinate is not finite");
                 }
                 low[k] = std::min(low[k], v[k]);
                 high[k] = std::max(high[k], v[k]);
@@ -255,29 +254,29 @@ private:
         }
         if (!std::equal(low.begin(), low.end(), positions.low.begin(), positions.low.end()) ||
             !std::equal(high.begin(), high.end(), positions.high.begin(), positions.high.end())) {
-            fault("meshes[{}]: min and max are not those of its positions", scene_.meshes.size());
+            fault(atItem("meshes", scene_.meshes.size()), "min and max are not those of its positions");
         }
     }
 
     void checkNormals(const Accessor* normals, const Accessor* positions) {
         if (normals == nullptr || positions == nullptr || normals->count != positions->count) {
-            return fault("meshes[{}]: one normal for each position expected", scene_.meshes.size());
+            return fault(atItem("meshes", scene_.meshes.size()), "one normal for each position expected");
         }
         for (std::uint64_t i = 0; i < normals->count; ++i) {
             const std::array<float, 3> n = scene_.vectorAt(*normals, i);
             if (!(std::abs(std::hypot(n[0], n[1], n[2]) - 1) < unitTolerance)) {
-                return fault("meshes[{}]: a normal is no unit vector", scene_.meshes.size());
+                return fault(atItem("meshes", scene_.meshes.size()), "a normal is no unit vector");
             }
         }
     }
 
     void checkIndices(const Accessor& indices, std::uint64_t vertices) {
         if (indices.count % 3 != 0) {
-            fault("meshes[{}]: {} indices make no triangles", scene_.meshes.size(), indices.count);
+            fault(atItem("meshes", scene_.meshes.size()), "{} indices make no triangles", indices.count);
         }
         for (std::uint64_t i = 0; i < indices.count; ++i) {
             if (scene_.indexAt(indices, i) >= vertices) {
-                return fault("meshes[{}]: an index without its vertex", scene_.meshes.size());
+                return fault(atItem("meshes", scene_.meshes.size()), "an index without its vertex");
             }
         }
     }
@@ -300,7 +299,7 @@ private:
                 node.material = textOr(more, "material");
             }
             if (node.mesh != none && node.mesh >= scene_.meshes.size()) {
-                fault("nodes[{}]: no such mesh", scene_.nodes.size() - 1);
+                fault(atItem("nodes", scene_.nodes.size() - 1), "no such mesh");
             }
         }
         for (const element root : array(document["scenes"].at(0)["nodes"])) {
@@ -314,7 +313,7 @@ private:
         for (std::uint32_t i = 0; i < scene_.nodes.size(); ++i) {
             for (const std::uint32_t child : scene_.nodes[i].children) {
                 if (child >= scene_.nodes.size() || scene_.nodes[child].parent != none) {
-                    return fault("nodes[{}]: child {} is not there or has another parent", i, child);
+                    return fault(atItem("nodes", i), "child {} is not there or has another parent", child);
                 }
                 scene_.nodes[child].parent = i;
             }
@@ -325,12 +324,12 @@ private:
             const std::uint32_t next = open.back();
             open.pop_back();
             if (next >= scene_.nodes.size() || ++reached > scene_.nodes.size()) {
-                return fault("the nodes are no tree");
+                return fault({}, "the nodes are no tree");
             }
             open.insert(open.end(), scene_.nodes[next].children.begin(), scene_.nodes[next].children.end());
         }
         if (reached != scene_.nodes.size()) {
-            fault("{} of {} nodes hang under a root", reached, scene_.nodes.size());
+            fault({}, "{} of {} nodes hang under a root", reached, scene_.nodes.size());
         }
     }
 
@@ -345,6 +344,14 @@ private:
 };
 
 }  // namespace
+
+bool Accessor::holdsVectors() const {
+    return isVector && componentType == floatType;
+}
+
+bool Accessor::holdsIndices() const {
+    return !isVector && (componentType == shortType || componentType == intType);
+}
 
 std::array<float, 3> Scene::vectorAt(const Accessor& accessor, std::uint64_t i) const {
     std::array<float, 3> vector{};
@@ -393,9 +400,9 @@ Scene readGlb(std::string bytes, Findings& findings) {
         const object document = parser.parse(json).get_object();
         Reader(scene, findings).read(document);
     } catch (const simdjson::simdjson_error& error) {
-        findings.push_back(fmt::format("the JSON chunk is not as it should be: {}", error.what()));
+        note(findings, {}, fmt::format("the JSON chunk is not as it should be: {}", error.what()));
     }
     return scene;
 }
 
-}  // namespace glbcheck
+}  // namespace readers::glb

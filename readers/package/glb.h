@@ -1,6 +1,14 @@
-// Reader of binary glTF scenes that trusts nothing: what a viewer would stumble over becomes a finding. It shares no
-// code with the writers.
+// A scene of a package read back: binary glTF 2.0 with one buffer, the second chunk.
+//
+//   file = "glTF" word 2  word length  chunk JSON  [ chunk BIN ]
+//   node = name (a database id), children, mesh, matrix, extras: type (1 a group, 2 a mesh), geometry, material
+//
+// Meshes have one primitive of triangles with positions, indices and maybe normals. Nothing is trusted: what a viewer
+// would stumble over becomes a finding, and a range of bytes that does not fit has no elements. docs/obm-format.md
+// tells more.
 #pragma once
+
+#include "readers/finding.h"
 
 #include <array>
 #include <cstdint>
@@ -8,12 +16,11 @@
 #include <string_view>
 #include <vector>
 
-namespace glbcheck {
-
-// What is wrong, a sentence each.
-using Findings = std::vector<std::string>;
+namespace readers::glb {
 
 inline constexpr std::uint32_t none = 0xFFFFFFFF;
+// Of a node that shows a mesh.
+inline constexpr int instanceType = 2;
 
 // A typed range of the binary chunk, whose place and size were checked.
 struct Accessor {
@@ -24,6 +31,9 @@ struct Accessor {
     bool isVector = false;  // three floats; a single number otherwise
     std::vector<double> low;
     std::vector<double> high;
+
+    bool holdsVectors() const;  // of floats
+    bool holdsIndices() const;
 };
 
 struct Material {
@@ -59,6 +69,7 @@ struct Scene {
     std::vector<std::uint32_t> roots;
     std::string binary;
 
+    // Of an accessor that holds such.
     std::array<float, 3> vectorAt(const Accessor& accessor, std::uint64_t i) const;
     std::uint32_t indexAt(const Accessor& accessor, std::uint64_t i) const;
     std::vector<std::array<float, 3>> vectors(std::uint32_t accessor) const;
@@ -68,4 +79,4 @@ struct Scene {
 // Reads as far as it makes sense.
 Scene readGlb(std::string bytes, Findings& findings);
 
-}  // namespace glbcheck
+}  // namespace readers::glb

@@ -1,6 +1,10 @@
-#include "readers/rvm/file.h"
+#include "readers/rvm/attributes.h"
 
-namespace rvmcheck {
+#include "readers/utf8.h"
+
+#include <algorithm>
+
+namespace readers::rvm {
 
 namespace {
 
@@ -32,7 +36,7 @@ public:
 private:
     void expect(bool good, const std::string& text, std::size_t line) {
         if (!good) {
-            findings_.push_back({"line " + std::to_string(line), text});
+            note(findings_, atLine(line), text);
         }
     }
 
@@ -161,4 +165,4 @@ AttributeContent readAttributes(std::string_view bytes, Findings& findings) {
     return AttributeReader(bytes, findings).run();
 }
 
-}  // namespace rvmcheck
+}  // namespace readers::rvm

@@ -1,23 +1,29 @@
 #include "readers/rvm/file.h"
 
+#include "readers/utf8.h"
+
+#include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstdio>
+#include <optional>
 
-namespace rvmcheck {
+namespace readers::rvm {
 
 namespace {
 
-constexpr std::uint64_t mostFindings = 100;
+// Number of parameters by kind; 0 for kinds that there are not.
+constexpr std::array<std::size_t, 11> parameterCounts = {0, 7, 3, 4, 3, 2, 2, 9, 2, 1, 2};
+// In the order of Use.
+constexpr std::string_view primitiveTags[] = {"PRIM", "OBST", "INSU"};
+// A facet is a count of outlines, a count of corners, and six numbers a corner.
+constexpr std::size_t facetSize = 4 * (2 + 18);
 
-// Number of parameters by kind; 0 for kinds that are not written.
-constexpr std::array<std::size_t, 11> parameterCounts = {0, 0, 3, 0, 3, 2, 0, 9, 2, 1, 2};
-constexpr std::uint32_t facetKind = 11;
-
-std::string hexPlace(std::uint64_t offset) {
-    char text[32];
-    std::snprintf(text, sizeof text, "at 0x%llX", static_cast<unsigned long long>(offset));
-    return text;
+std::uint32_t wordAt(std::string_view bytes, std::size_t at) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        value = value << 8U | static_cast<unsigned char>(bytes[at + i]);
+    }
+    return value;
 }
 
 // Ends the reading; the finding has been noted.
@@ -25,8 +31,7 @@ struct Stop {};
 
 class RvmReader {
 public:
-    RvmReader(std::string_view bytes, Findings& findings, bool keepFacets)
-        : bytes_(bytes), findings_(findings), keepFacets_(keepFacets) {}
+    RvmReader(std::string_view bytes, Findings& findings) : bytes_(bytes), findings_(findings) {}
 
     RvmContent run() {
         try {
@@ -41,11 +46,7 @@ public:
     }
 
 private:
-    void note(std::uint64_t offset, std::string text) {
-        if (findings_.size() < mostFindings) {
-            findings_.push_back({hexPlace(offset), std::move(text)});
-        }
-    }
+    void note(std::uint64_t offset, std::string text) { readers::note(findings_, atByte(offset), std::move(text)); }
     [[noreturn]] void stop(std::uint64_t offset, std::string text) {
         note(offset, std::move(text));
         throw Stop();
@@ -64,14 +65,7 @@ private:
         at_ += static_cast<std::size_t>(size);
         return piece;
     }
-    std::uint32_t word(const char* what = "a chunk") {
-        const std::string_view piece = take(4, what);
-        std::uint32_t value = 0;
-        for (const char c : piece) {
-            value = value * 256 + static_cast<unsigned char>(c);
-        }
-        return value;
-    }
+    std::uint32_t word(const char* what = "a chunk") { return wordAt(take(4, what), 0); }
     float number(const char* what) {
         const auto value = std::bit_cast<float>(word(what));
         if (!std::isfinite(value)) {
@@ -148,8 +142,8 @@ private:
             readGroupBegin();
         } else if (name == "CNTE") {
             readGroupEnd();
-        } else if (name == "PRIM" || name == "OBST") {
-            readPrimitive(name == "OBST");
+        } else if (const auto use = useOf(name)) {
+            readPrimitive(*use);
         } else if (name == "END:") {
             readEnd();
             return false;
@@ -195,7 +189,12 @@ private:
         versions(first, second);
         return next;
     }
-    void readPrimitive(bool isObstruction) {
+    static std::optional<Use> useOf(std::string_view tag) {
+        const auto at = std::find(std::begin(primitiveTags), std::end(primitiveTags), tag);
+        return at != std::end(primitiveTags) ? std::optional(static_cast<Use>(at - std::begin(primitiveTags)))
+                                             : std::nullopt;
+    }
+    void readPrimitive(Use use) {
         if (open_ == none) {
             stop(chunk_, "a primitive outside of any group");
         }
@@ -203,18 +202,18 @@ private:
         versions(1, 1);
         Primitive primitive;
         primitive.offset = chunk_;
-        primitive.isObstruction = isObstruction;
+        primitive.use = use;
         primitive.kind = word();
         numbers(primitive.matrix, 12, "a matrix");
         numbers(primitive.box, 6, "a bounding box");
-        expect(!isObstruction || word() == 25, "an obstruction without the word 25");
+        expect(use != Use::Obstruction || word() == 25, "an obstruction without the word 25");
         readParameters(primitive);
         checkNext(next);
         content_.groups[open_].primitives.push_back(static_cast<std::uint32_t>(content_.primitives.size()));
         content_.primitives.push_back(std::move(primitive));
     }
     void readParameters(Primitive& primitive) {
-        if (primitive.kind == facetKind) {
+        if (primitive.kind == kindFacets) {
             return readFacets(primitive);
         }
         const bool known = primitive.kind < parameterCounts.size() && parameterCounts[primitive.kind] > 0;
@@ -226,6 +225,7 @@ private:
     }
     void readFacets(Primitive& primitive) {
         primitive.triangles = word();
+        primitive.facetsAt = at_;
         for (std::uint32_t i = 0; i < primitive.triangles; ++i) {
             if (word("a facet list") != 1 || word("a facet list") != 3) {
                 stop(at_, "a facet that is no triangle");
@@ -234,9 +234,6 @@ private:
                 const float value = number("a vertex or normal");
                 if (k % 6 < 3) {
                     widen(primitive.extent, static_cast<std::size_t>(k % 6), value, i == 0 && k < 3);
-                }
-                if (keepFacets_) {
-                    primitive.facets.push_back(value);
                 }
             }
         }
@@ -248,44 +245,13 @@ private:
 
     std::string_view bytes_;
     Findings& findings_;
-    bool keepFacets_;
     RvmContent content_;
     std::size_t at_ = 0;
     std::uint64_t chunk_ = 0;
     std::uint32_t open_ = none;
 };
 
-// Length of the character that begins with `lead`; 0 for a byte that begins none.
-std::size_t lengthByLead(unsigned char lead) {
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead >= 0xC2 && lead < 0xE0) {
-        return 2;
-    }
-    if (lead >= 0xE0 && lead < 0xF0) {
-        return 3;
-    }
-    return lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
-}
-
 }  // namespace
-
-bool isUtf8(std::string_view text) {
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = lengthByLead(static_cast<unsigned char>(text[at]));
-        if (length == 0 || length > text.size() - at) {
-            return false;
-        }
-        for (std::size_t i = 1; i < length; ++i) {
-            if ((static_cast<unsigned char>(text[at + i]) & 0xC0U) != 0x80) {
-                return false;
-            }
-        }
-        at += length;
-    }
-    return true;
-}
 
 std::map<std::uint32_t, std::size_t> RvmContent::kinds() const {
     std::map<std::uint32_t, std::size_t> counts;
@@ -303,8 +269,20 @@ std::string RvmContent::pathOf(std::uint32_t group) const {
     return path;
 }
 
-RvmContent readRvm(std::string_view bytes, Findings& findings, bool keepFacets) {
-    return RvmReader(bytes, findings, keepFacets).run();
+std::vector<float> facetsOf(std::string_view bytes, const Primitive& primitive) {
+    std::vector<float> numbers;
+    numbers.reserve(std::size_t{18} * primitive.triangles);
+    for (std::size_t i = 0; i < primitive.triangles; ++i) {
+        const std::size_t facet = static_cast<std::size_t>(primitive.facetsAt) + i * facetSize + 8;
+        for (std::size_t k = 0; k < 18; ++k) {
+            numbers.push_back(std::bit_cast<float>(wordAt(bytes, facet + 4 * k)));
+        }
+    }
+    return numbers;
 }
 
-}  // namespace rvmcheck
+RvmContent readRvm(std::string_view bytes, Findings& findings) {
+    return RvmReader(bytes, findings).run();
+}
+
+}  // namespace readers::rvm

@@ -1,24 +1,21 @@
-#include "readers/rvm/file.h"
+#include "readers/rvm/pairing.h"
 
 #include <algorithm>
 
-// Both files are written in one walk, so that pairing goes front to back. A group without an element is a manager
-// without objects, an expanded pipeline (its branches have the elements) or a primitive's own group; a manager may have
-// several elements of its name, one after the other, that share its objects.
-
-namespace rvmcheck {
+namespace readers::rvm {
 
 namespace {
 
 constexpr std::size_t zoneLevel = 2;
 constexpr std::size_t managerLevel = 3;
 
-class Pairing {
+class Walk {
 public:
-    Pairing(const RvmContent& rvm, const AttributeContent& text, Findings& findings)
-        : rvm_(rvm), text_(text), findings_(findings) {}
+    Walk(const RvmContent& rvm, const AttributeContent& text, Pairing& pairing)
+        : rvm_(rvm), text_(text), pairing_(pairing) {}
 
     void run() {
+        pairing_.elementOf.assign(rvm_.groups.size(), none);
         if (rvm_.tops.size() > 1) {
             note(0, "the RVM file has more than one root");
         }
@@ -46,12 +43,18 @@ private:
 
     void note(std::uint32_t element, const std::string& text) {
         const std::size_t line = element < text_.elements.size() ? text_.elements[element].line : 0;
-        findings_.push_back({"line " + std::to_string(line), text});
+        readers::note(pairing_.mismatches, atLine(line), text);
     }
     const Element& element(std::uint32_t index) const { return text_.elements[index]; }
     const Group& group(std::uint32_t index) const { return rvm_.groups[index]; }
 
+    void pair(std::uint32_t e, std::uint32_t g) {
+        if (pairing_.elementOf[g] == none) {
+            pairing_.elementOf[g] = e;
+        }
+    }
     void matchNames(std::uint32_t e, std::uint32_t g) {
+        pair(e, g);
         if (element(e).name != group(g).name) {
             note(e,
                  "element \"" + element(e).name + "\" stands where the RVM file has group \"" + rvm_.pathOf(g) + "\"");
@@ -109,6 +112,7 @@ private:
         if (at >= slots.size() || group(slots[at].group).name != element(child).name) {
             return false;
         }
+        pair(child, slots[at].group);
         open_.emplace_back(child, slots[at].group);
         ++at;
         return true;
@@ -122,13 +126,20 @@ private:
                 ++at;
             }
             const bool isHere = at < slots.size() && group(slots[at].group).name == name;
-            at += isHere && isSpent(slots[at]) ? 1 : 0;
+            if (isHere) {
+                pair(child, slots[at].group);
+                at += isSpent(slots[at]) ? 1 : 0;
+            }
             return isHere || isRepeat;
         }
         while (at < slots.size() && isSpent(slots[at])) {
             ++at;
         }
-        return at < slots.size() && group(slots[at].group).name == name && pairObjects(child, slots[at]);
+        if (at >= slots.size() || group(slots[at].group).name != name) {
+            return false;
+        }
+        pair(child, slots[at].group);
+        return pairObjects(child, slots[at]);
     }
 
     bool pairObjects(std::uint32_t manager, Slot& slot) {
@@ -138,29 +149,22 @@ private:
             }
             const std::uint32_t objectGroup = group(slot.group).children[slot.taken++];
             matchNames(object, objectGroup);
-            checkPrimitiveGroups(object, objectGroup);
         }
         return true;
     }
 
-    void checkPrimitiveGroups(std::uint32_t object, std::uint32_t objectGroup) {
-        for (const std::uint32_t child : group(objectGroup).children) {
-            if (group(child).primitives.size() != 1 || !group(child).children.empty()) {
-                note(object, "group \"" + rvm_.pathOf(child) + "\" does not hold just one primitive");
-            }
-        }
-    }
-
     const RvmContent& rvm_;
     const AttributeContent& text_;
-    Findings& findings_;
+    Pairing& pairing_;
     std::vector<std::pair<std::uint32_t, std::uint32_t>> open_;
 };
 
 }  // namespace
 
-void checkPair(const RvmContent& rvm, const AttributeContent& text, Findings& findings) {
-    Pairing(rvm, text, findings).run();
+Pairing pairFiles(const RvmContent& rvm, const AttributeContent& text) {
+    Pairing pairing;
+    Walk(rvm, text, pairing).run();
+    return pairing;
 }
 
-}  // namespace rvmcheck
+}  // namespace readers::rvm

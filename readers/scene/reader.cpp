@@ -1,18 +1,21 @@
 #include "readers/scene/reader.h"
 
-#include "readers/scene/mapped_file.h"
-
-#include <simdjson.h>
+#include "readers/mapped_file.h"
+#include "readers/scene/json.h"
 
 #include <algorithm>
 #include <limits>
 #include <optional>
 
-namespace gltfcheck {
+namespace readers::scene {
 
 namespace {
 
 namespace dom = simdjson::dom;
+using json::count;
+using json::forEach;
+using json::numbers;
+using json::text;
 
 constexpr std::uint32_t glbMagic = 0x46546C67;
 constexpr std::uint32_t jsonChunk = 0x4E4F534A;
@@ -65,41 +68,9 @@ Chunks readChunks(std::string_view bytes, Findings& findings) {
     return chunks;
 }
 
-// Values of members; what is missing or of another kind reads as the second.
-std::uint64_t count(const dom::element& value, const char* key, std::uint64_t otherwise) {
-    std::uint64_t found = 0;
-    return value[key].get_uint64().get(found) == simdjson::SUCCESS ? found : otherwise;
-}
-
-std::string_view text(const dom::element& value, const char* key) {
-    std::string_view found;
-    return value[key].get_string().get(found) == simdjson::SUCCESS ? found : std::string_view();
-}
-
-template <typename Visit>
-void forEach(const dom::element& value, const char* key, Visit&& visit) {
-    dom::array array;
-    if (value[key].get_array().get(array) == simdjson::SUCCESS) {
-        for (const dom::element& item : array) {
-            visit(item);
-        }
-    }
-}
-
-double numberOf(const dom::element& value) {
-    double number = 0.0;
-    return value.get_double().get(number) == simdjson::SUCCESS ? number : std::numeric_limits<double>::quiet_NaN();
-}
-
-std::vector<double> numbers(const dom::element& value, const char* key) {
-    std::vector<double> found;
-    forEach(value, key, [&found](const dom::element& item) { found.push_back(numberOf(item)); });
-    return found;
-}
-
 template <std::size_t N>
-void numbers(const dom::element& value, const char* key, std::array<double, N>& into) {
-    const std::vector<double> found = numbers(value, key);
+void readNumbers(const dom::element& value, const char* key, std::array<double, N>& into) {
+    const std::vector<double> found = json::numbers(value, key);
     if (found.size() == N) {
         std::copy(found.begin(), found.end(), into.begin());
     } else if (!found.empty()) {
@@ -127,8 +98,8 @@ Node nodeOf(const dom::element& value) {
     node.children = references(value, "children");
     node.mesh = count(value, "mesh", none);
     node.camera = count(value, "camera", none);
-    numbers(value, "translation", node.translation);
-    numbers(value, "rotation", node.rotation);
+    readNumbers(value, "translation", node.translation);
+    readNumbers(value, "rotation", node.rotation);
     bool isLayer = false;
     node.isLayer = value["extras"]["layer"].get_bool().get(isLayer) == simdjson::SUCCESS && isLayer;
     node.extras = extrasOf(value);
@@ -155,7 +126,7 @@ Material materialOf(const dom::element& value) {
     Material material;
     dom::element surface;
     if (value["pbrMetallicRoughness"].get(surface) == simdjson::SUCCESS) {
-        numbers(surface, "baseColorFactor", material.color);
+        readNumbers(surface, "baseColorFactor", material.color);
     }
     material.isBlended = text(value, "alphaMode") == "BLEND";
     material.extras = extrasOf(value);
@@ -196,7 +167,7 @@ public:
     Scene run() {
         scene_.files.push_back(std::make_unique<MappedFile>(path_));
         if (!scene_.files[0]->isGood()) {
-            note(findings_, "file", "it cannot be read");
+            note(findings_, "file", std::string("it ") + scene_.files[0]->fault());
             return std::move(scene_);
         }
         const Chunks chunks = readChunks(scene_.files[0]->bytes(), findings_);
@@ -253,7 +224,7 @@ private:
     void readBuffers(const dom::element& root, const std::optional<std::string_view>& binary) {
         bool usesChunk = false;
         forEach(root, "buffers", [&](const dom::element& item) {
-            const std::string place = placeOf("buffers", scene_.buffers.size());
+            const std::string place = atItem("buffers", scene_.buffers.size());
             const std::uint64_t size = count(item, "byteLength", 0);
             const std::string_view uri = text(item, "uri");
             const bool isInside = uri.empty() && scene_.buffers.empty() && binary;
@@ -285,7 +256,7 @@ private:
         scene_.bufferFiles.push_back(path_.parent_path() / name);
         scene_.files.push_back(std::make_unique<MappedFile>(scene_.bufferFiles.back()));
         if (!scene_.files.back()->isGood()) {
-            note(findings_, place, "its file " + name + " cannot be read");
+            note(findings_, place, "its file " + name + " " + scene_.files.back()->fault());
         }
         return scene_.files.back()->bytes();
     }
@@ -297,16 +268,6 @@ private:
 
 }  // namespace
 
-void note(Findings& findings, std::string place, std::string text) {
-    if (findings.size() < mostFindings) {
-        findings.push_back({std::move(place), std::move(text)});
-    }
-}
-
-std::string placeOf(std::string_view array, std::size_t index) {
-    return std::string(array) + "[" + std::to_string(index) + "]";
-}
-
 Scene::Scene() = default;
 Scene::~Scene() = default;
 Scene::Scene(Scene&&) noexcept = default;
@@ -316,4 +277,4 @@ Scene readScene(const std::filesystem::path& path, Findings& findings) {
     return SceneReader(path, findings).run();
 }
 
-}  // namespace gltfcheck
+}  // namespace readers::scene

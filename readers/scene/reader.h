@@ -1,6 +1,16 @@
-// Reader of scenes in binary glTF that trusts nothing: what a viewer would stumble over becomes a finding. It shares no
-// code with the writer.
+// A scene in binary glTF 2.0, read back into the arrays that the format has. Nothing is trusted: what hinders the
+// reading becomes a finding, and what a number names need not be there.
+//
+//   file   = "glTF" word 2  word length  { chunk }
+//   chunk  = word n  type  n bytes, n a multiple of four; the first is JSON, the second, if any, is the first buffer
+//   JSON   = asset, scene, scenes, nodes, meshes, materials, accessors, bufferViews, buffers, cameras
+//   buffer = the second chunk, or a file beside the scene that its "uri" names
+//
+// docs/scene.md tells what NVOUT puts there. glTF is in metres with Y up; readers/scene/objects.h gives plant objects.
 #pragma once
+
+#include "readers/finding.h"
+#include "readers/mapped_file.h"
 
 #include <array>
 #include <cstdint>
@@ -10,20 +20,7 @@
 #include <string_view>
 #include <vector>
 
-namespace gltfcheck {
-
-// Something wrong: `place` is a part of the scene ("nodes[17]") or of the file ("chunk 2").
-struct Finding {
-    std::string place;
-    std::string text;
-};
-using Findings = std::vector<Finding>;
-
-// More than these are not noted.
-inline constexpr std::size_t mostFindings = 100;
-void note(Findings& findings, std::string place, std::string text);
-// "nodes[17]"
-std::string placeOf(std::string_view array, std::size_t index);
+namespace readers::scene {
 
 inline constexpr std::uint64_t none = ~std::uint64_t{0};
 
@@ -72,8 +69,6 @@ struct Node {
     std::string extras;  // JSON, as it stands but for blanks; empty when there are none
 };
 
-class MappedFile;
-
 struct Scene {
     std::string title;
     std::string extras;
@@ -96,12 +91,15 @@ struct Scene {
 
 // Reads the file and its buffer files as far as it makes sense.
 Scene readScene(const std::filesystem::path& path, Findings& findings);
-// Everything that numbers in a scene that was read promise: what they name is there, is whole and fits.
-void checkScene(const Scene& scene, Findings& findings);
+inline constexpr std::uint64_t shortType = 5123;
+inline constexpr std::uint64_t intType = 5125;
+inline constexpr std::uint64_t floatType = 5126;
+inline constexpr std::uint64_t trianglesMode = 4;
 
-// Bytes of an element of an accessor, which must be in bounds: whether they are, and reading them.
+// Whether all elements of an accessor stand in a buffer. The other two ask for one of which that is true, of the type
+// float and of three components, or of a type of whole numbers and one component.
 bool isInBounds(const Scene& scene, const Accessor& accessor);
 std::vector<std::array<float, 3>> positionsOf(const Scene& scene, const Accessor& accessor);
 std::vector<std::uint32_t> indicesOf(const Scene& scene, const Accessor& accessor);
 
-}  // namespace gltfcheck
+}  // namespace readers::scene

@@ -51,8 +51,8 @@ protected:
     // The last words of the records of a block.
     std::vector<std::uint32_t> colours(std::int64_t id) {
         std::vector<std::uint32_t> words;
-        for (const eemcheck::Block& block : read().blocks) {
-            for (const eemcheck::Record& record : block.records) {
+        for (const readers::eem::Block& block : read().blocks) {
+            for (const readers::eem::Record& record : block.records) {
                 if (block.id == id) {
                     words.push_back(record.color);
                 }
@@ -65,7 +65,7 @@ protected:
     std::string sideText() {
         std::string result;
         read();
-        for (const eemcheck::SideMember& member : side) {
+        for (const readers::eem::SideMember& member : side) {
             result += member.key + " " + member.className + " " + member.name;
             for (const auto& [key, value] : member.attributes) {
                 result += " " + key + "=" + value;
@@ -285,8 +285,8 @@ TEST_F(Ornaout, ACancelAtAnyCallLeavesWholeBlocksWithoutATrailer) {
             ASSERT_EQ(outcome(), tolmar::RunOutcome::Cancelled);
             ASSERT_FALSE(hasSideFile());
             ASSERT_FALSE(ui.progress.open);
-            eemcheck::Findings findings;
-            ASSERT_FALSE(eemcheck::readEem(bytes(), findings).isWhole);
+            readers::Findings findings;
+            ASSERT_FALSE(readers::eem::readEem(bytes(), findings).isWhole);
             ASSERT_EQ(findings.size(), 1U) << allFindings(findings);
             ASSERT_EQ(findings[0].text, "the trailer is missing");
             ASSERT_EQ(bytes(), whole.substr(0, bytes().size()));

@@ -14,12 +14,12 @@ void append(std::string& text, double value) {
     text.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
 }
 
-void append(std::string& text, const eemcheck::Record& record) {
+void append(std::string& text, const readers::eem::Record& record) {
     char color[16];
     text += "  " + std::to_string(record.code);
     for (const auto& list : record.lists) {
         text += " [" + std::to_string(list.size());
-        for (const eemcheck::Vertex& vertex : list) {
+        for (const readers::eem::Vertex& vertex : list) {
             text += " |" + std::to_string(vertex.kind);
             for (const double coordinate : vertex.point) {
                 append(text, coordinate);
@@ -37,12 +37,12 @@ void append(std::string& text, const eemcheck::Record& record) {
     text += " h" + std::to_string(record.handedness) + color + "\n";
 }
 
-std::string listing(const eemcheck::EemContent& content) {
+std::string listing(const readers::eem::EemContent& content) {
     std::string text = content.isPapers ? "papers\n" : "model\n";
-    for (const eemcheck::Block& block : content.blocks) {
+    for (const readers::eem::Block& block : content.blocks) {
         text += std::to_string(block.offset) + " to " + std::to_string(block.end) + " " + std::to_string(block.id) +
                 " " + tolmar::toUtf8(block.name) + "\n";
-        for (const eemcheck::Record& record : block.records) {
+        for (const readers::eem::Record& record : block.records) {
             append(text, record);
         }
     }

@@ -12,7 +12,7 @@ constexpr double pi = 3.14159265358979323846;
 
 struct Encoded {
     std::int32_t count = 0;
-    std::vector<eemcheck::Record> records;
+    std::vector<readers::eem::Record> records;
     std::vector<eem::LeftOut> leftOut;
 };
 
@@ -38,16 +38,16 @@ Encoded encode(const HextPrimaryArray& list, const ObjectColor& color = {}) {
     file.flush();
     target.close();
     result.leftOut = encoder.leftOut();
-    eemcheck::Findings findings;
-    result.records = eemcheck::readEem(bytes, findings).blocks.at(0).records;
+    readers::Findings findings;
+    result.records = readers::eem::readEem(bytes, findings).blocks.at(0).records;
     EXPECT_EQ(allFindings(findings), "");
     return result;
 }
 
-eemcheck::Record encodeOne(HextPrimary& primitive, const ObjectColor& color = {}) {
+readers::eem::Record encodeOne(HextPrimary& primitive, const ObjectColor& color = {}) {
     const Encoded result = encode({&primitive}, color);
     EXPECT_EQ(result.records.size(), 1U);
-    return result.records.empty() ? eemcheck::Record() : result.records[0];
+    return result.records.empty() ? readers::eem::Record() : result.records[0];
 }
 
 // Primitives of an object of the model format.
@@ -223,7 +223,7 @@ protected:
         loadText(json);
         eem::exportTo(*ui.answer);
         std::size_t records = 0;
-        for (const eemcheck::Block& block : read().blocks) {
+        for (const readers::eem::Block& block : read().blocks) {
             PrimaryList shape;
             ASSERT_EQ(getPrimaries(openAs<HxDbObject>(HxDbObjectId(block.id)), shape.list(), false, false), Hext::eOk);
             std::size_t next = 0;

@@ -29,8 +29,8 @@ std::string shape(const std::string& records, std::int32_t count) {
     return stringText("GEO:") + intText(count) + records;
 }
 std::string findingsIn(const std::string& bytes) {
-    eemcheck::Findings findings;
-    const eemcheck::EemContent content = eemcheck::readEem(bytes, findings);
+    readers::Findings findings;
+    const readers::eem::EemContent content = readers::eem::readEem(bytes, findings);
     EXPECT_TRUE(content.isWhole || !findings.empty());
     return allFindings(findings);
 }
@@ -83,7 +83,7 @@ TEST(EemReader, SurvivesEveryCutAndEveryChangedByte) {
 }
 
 TEST(EemSideFile, ItsMembersAreTheBlocksInTheirOrder) {
-    eemcheck::EemContent content;
+    readers::eem::EemContent content;
     content.blocks.resize(2);
     content.blocks[0].id = 5;
     content.blocks[0].name = "A\"";
@@ -101,8 +101,8 @@ TEST(EemSideFile, ItsMembersAreTheBlocksInTheirOrder) {
         {"{" + first + R"(,"6":{"cls":"C","attr":{},"name":""}})", "member 6: attr, cls and name expected\n"},
     };
     for (const auto& [json, expected] : cases) {
-        eemcheck::Findings findings;
-        eemcheck::checkPair(content, eemcheck::readSideFile(json, findings), findings);
+        readers::Findings findings;
+        readers::eem::checkPair(content, readers::eem::readSideFile(json, findings), findings);
         EXPECT_EQ(allFindings(findings), expected) << json;
     }
 }

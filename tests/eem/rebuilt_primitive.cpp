@@ -9,7 +9,7 @@ constexpr double pi = 3.14159265358979323846;
 // Takes the fields of a record one after the other and notes what differs from the model's.
 class Comparison {
 public:
-    explicit Comparison(const eemcheck::Record& record) : record_(record) {}
+    explicit Comparison(const readers::eem::Record& record) : record_(record) {}
 
     double number() { return at_ < record_.numbers.size() ? record_.numbers[at_++] : std::nan(""); }
     HxGePoint3D point() {
@@ -46,7 +46,7 @@ public:
     void integer(std::int32_t expected, const char* what) {
         same(record_.integers.size() == 1 ? record_.integers[0] : -1, expected, what);
     }
-    const eemcheck::Record& record() const { return record_; }
+    const readers::eem::Record& record() const { return record_; }
     std::string result() {
         same(static_cast<double>(at_), static_cast<double>(record_.numbers.size()), "count of numbers");
         return text_;
@@ -60,7 +60,7 @@ private:
     void nextField(const HxGeVector3D& expected) { next(expected.x, expected.y, expected.z); }
     void nextField(const HxGePoint3D& expected) { next(expected.x, expected.y, expected.z); }
 
-    const eemcheck::Record& record_;
+    const readers::eem::Record& record_;
     std::size_t at_ = 0;
     std::string text_;
 };
@@ -115,8 +115,8 @@ void compare(const HextPrism3D& m, Comparison& c) {
     c.same(turn, m.sideMode == 0 ? 0 : pi / m.sides, "turn");
     c.integer(m.sides, "sides");
 }
-void compareList(const std::vector<eemcheck::Vertex>& list, const HextVertexList& expected, const TlGeMatrix3d& toLocal,
-                 Comparison& c) {
+void compareList(const std::vector<readers::eem::Vertex>& list, const HextVertexList& expected,
+                 const TlGeMatrix3d& toLocal, Comparison& c) {
     c.same(static_cast<double>(list.size()), static_cast<double>(expected.size()), "vertices");
     for (std::size_t i = 0; i < std::min(list.size(), expected.size()); ++i) {
         const auto& at = list[i].point;
@@ -213,7 +213,7 @@ bool compareAny(const HextPrimary& original, Comparison& c) {
 
 }  // namespace
 
-std::string difference(const eemcheck::Record& record, const HextPrimary& original) {
+std::string difference(const readers::eem::Record& record, const HextPrimary& original) {
     Comparison c(record);
     const bool isKnown =
         compareAny<HextCylinder3D, HextScylinder3D, HextBox3D, HextConcone3D, HextEcone3D, HextOval3D, HextPrism3D,

@@ -7,4 +7,4 @@
 #include <string>
 
 // What differs between the primitive that a record stands for and `original`, beyond rounding; empty when nothing does.
-std::string difference(const eemcheck::Record& record, const HextPrimary& original);
+std::string difference(const readers::eem::Record& record, const HextPrimary& original);

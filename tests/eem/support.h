@@ -48,11 +48,11 @@ protected:
     bool hasSideFile() { return root.exists("plant.v1.json"); }
 
     // Both files, which must be whole and tell of the same objects.
-    eemcheck::EemContent read() {
-        eemcheck::Findings findings;
-        eemcheck::EemContent content = eemcheck::readEem(bytes(), findings);
-        side = eemcheck::readSideFile(root.read("plant.v1.json"), findings);
-        eemcheck::checkPair(content, side, findings);
+    readers::eem::EemContent read() {
+        readers::Findings findings;
+        readers::eem::EemContent content = readers::eem::readEem(bytes(), findings);
+        side = readers::eem::readSideFile(root.read("plant.v1.json"), findings);
+        readers::eem::checkPair(content, side, findings);
         EXPECT_EQ(allFindings(findings), "");
         EXPECT_TRUE(content.isWhole);
         return content;
@@ -60,9 +60,9 @@ protected:
     // Every block as its id and the codes of its records, such as "5[0 20]".
     std::string blocks() {
         std::string text;
-        for (const eemcheck::Block& block : read().blocks) {
+        for (const readers::eem::Block& block : read().blocks) {
             text += (text.empty() ? "" : " ") + std::to_string(block.id) + "[";
-            for (const eemcheck::Record& record : block.records) {
+            for (const readers::eem::Record& record : block.records) {
                 text += (text.back() == '[' ? "" : " ") + std::to_string(record.code);
             }
             text += "]";
@@ -77,5 +77,5 @@ protected:
         return text;
     }
 
-    std::vector<eemcheck::SideMember> side;
+    std::vector<readers::eem::SideMember> side;
 };

@@ -17,22 +17,22 @@ std::string bytesOf(const fs::path& file) {
 
 // The package but for its ids. A fault stands in it, so that no broken package is like a whole one.
 std::string packageText(const fs::path& file) {
-    packagecheck::Findings findings;
-    const packagecheck::Package package = packagecheck::readPackage(file, findings, true);
+    readers::Findings findings;
+    const readers::package::Package package = readers::package::readPackage(file, findings, true);
     std::ostringstream text;
     for (const std::string& finding : findings) {
         text << "fault " << finding << "\n";
     }
-    for (const packagecheck::Model& model : package.models) {
-        for (const packagecheck::Tree& tree : model.trees) {
-            for (const packagecheck::TreeNode& node : tree.nodes) {
+    for (const readers::package::Model& model : package.models) {
+        for (const readers::package::Tree& tree : model.trees) {
+            for (const readers::package::TreeNode& node : tree.nodes) {
                 text << node.parent << " " << node.type << " " << node.name << "\n";
             }
         }
-        for (const packagecheck::Property& property : model.properties) {
+        for (const readers::package::Property& property : model.properties) {
             text << property.category << " " << property.name << " " << property.value << "\n";
         }
-        for (const glbcheck::Scene& scene : model.scenes) {
+        for (const readers::glb::Scene& scene : model.scenes) {
             text << scene.nodes.size() << " " << scene.meshes.size() << "\n" << scene.binary << "\n";
         }
     }

@@ -39,7 +39,7 @@ protected:
     std::string propertyBytes;
 };
 
-using namespace maxcheck;
+using namespace readers::max;
 
 TEST_F(MaxChecker, TakesWhatIsWritten) {
     EXPECT_EQ(checkGeometry(geometryBytes), std::vector<std::string>{});

@@ -44,8 +44,8 @@ TEST_F(Nvout, SceneSettings) {
         EXPECT_NE(extras.find(part), std::string::npos) << part << " in " << extras;
     }
     std::string views;
-    for (const gltfcheck::Node& node : scene.scene().nodes) {
-        views += node.camera != gltfcheck::none ? node.extras : "";
+    for (const readers::scene::Node& node : scene.scene().nodes) {
+        views += node.camera != readers::scene::none ? node.extras : "";
     }
     std::erase(views, ' ');
     EXPECT_EQ(views, R"({"worldUp":[0,0,1],"position":[0,-20,10],"target":[0,0,10]})") << "one view for both";

@@ -11,7 +11,7 @@
 
 namespace {
 
-using gltfcheck::none;
+using readers::scene::none;
 
 struct FreeJson {
     void operator()(cJSON* json) const { cJSON_Delete(json); }
@@ -82,10 +82,10 @@ std::string pointText(const SceneReading::Point& point) {
 }  // namespace
 
 SceneReading::SceneReading(const std::filesystem::path& path) {
-    gltfcheck::Findings findings;
-    scene_ = gltfcheck::readScene(path, findings);
-    gltfcheck::checkScene(scene_, findings);
-    for (const gltfcheck::Finding& finding : findings) {
+    readers::Findings findings;
+    scene_ = readers::scene::readScene(path, findings);
+    readers::scene::checkScene(scene_, findings);
+    for (const readers::Finding& finding : findings) {
         ADD_FAILURE() << finding.place << ": " << finding.text;
     }
 }
@@ -103,7 +103,7 @@ std::string SceneReading::tree() const {
 }
 
 void SceneReading::tell(std::uint64_t index, int depth, std::string& out) const {
-    const gltfcheck::Node& node = nodeAt(index);
+    const readers::scene::Node& node = nodeAt(index);
     const std::string indent(static_cast<std::size_t>(2 * depth), ' ');
     const Json extras = parse(node.extras);
     const cJSON* grid = cJSON_GetObjectItemCaseSensitive(extras.get(), "grid");
@@ -116,7 +116,7 @@ void SceneReading::tell(std::uint64_t index, int depth, std::string& out) const 
         return;
     }
     if (node.mesh != none) {
-        for (const gltfcheck::Primitive& primitive : scene_.meshes.at(node.mesh).primitives) {
+        for (const readers::scene::Primitive& primitive : scene_.meshes.at(node.mesh).primitives) {
             out += indent + shapeText(primitive) + "\n";
         }
         out += textsText(extras.get(), indent);
@@ -128,7 +128,7 @@ void SceneReading::tell(std::uint64_t index, int depth, std::string& out) const 
     }
 }
 
-std::string SceneReading::shapeText(const gltfcheck::Primitive& primitive) const {
+std::string SceneReading::shapeText(const readers::scene::Primitive& primitive) const {
     static const char* const modes[] = {"points", "lines", "loop", "strip", "triangles"};
     const bool isIndexed = primitive.indices != none;
     const std::uint64_t count = scene_.accessors.at(isIndexed ? primitive.indices : primitive.positions).count;
@@ -153,11 +153,11 @@ std::string SceneReading::materialText(std::uint64_t material) const {
     return clear > 0 ? text + fmt::format(" {:.0f}% clear", clear * 100) : text;
 }
 
-std::vector<SceneReading::Point> SceneReading::verticesOf(const gltfcheck::Node& node) const {
+std::vector<SceneReading::Point> SceneReading::verticesOf(const readers::scene::Node& node) const {
     constexpr double millimetres = 1000;
     std::vector<Point> points;
-    const gltfcheck::Primitive& primitive = scene_.meshes.at(node.mesh).primitives.at(0);
-    for (const auto& local : gltfcheck::positionsOf(scene_, scene_.accessors.at(primitive.positions))) {
+    const readers::scene::Primitive& primitive = scene_.meshes.at(node.mesh).primitives.at(0);
+    for (const auto& local : readers::scene::positionsOf(scene_, scene_.accessors.at(primitive.positions))) {
         Point point;
         for (std::size_t i = 0; i < 3; ++i) {
             point[i] = (node.translation[i] + static_cast<double>(local[i])) * millimetres;
@@ -167,8 +167,8 @@ std::vector<SceneReading::Point> SceneReading::verticesOf(const gltfcheck::Node&
     return points;
 }
 
-const gltfcheck::Node* SceneReading::find(const std::string& name) const {
-    for (const gltfcheck::Node& node : scene_.nodes) {
+const readers::scene::Node* SceneReading::find(const std::string& name) const {
+    for (const readers::scene::Node& node : scene_.nodes) {
         if (node.name == tolmar::toUtf8(name)) {
             return &node;
         }
@@ -177,7 +177,7 @@ const gltfcheck::Node* SceneReading::find(const std::string& name) const {
     return nullptr;
 }
 
-const gltfcheck::Node* SceneReading::firstShape(const gltfcheck::Node& node) const {
+const readers::scene::Node* SceneReading::firstShape(const readers::scene::Node& node) const {
     for (const std::uint64_t child : node.children) {
         if (nodeAt(child).mesh != none) {
             return &nodeAt(child);
@@ -187,7 +187,7 @@ const gltfcheck::Node* SceneReading::firstShape(const gltfcheck::Node& node) con
 }
 
 std::string SceneReading::below(const std::string& name) const {
-    const gltfcheck::Node* node = find(name);
+    const readers::scene::Node* node = find(name);
     std::string out;
     if (node != nullptr) {
         for (const std::uint64_t child : node->children) {
@@ -198,15 +198,15 @@ std::string SceneReading::below(const std::string& name) const {
 }
 
 std::vector<SceneReading::Point> SceneReading::vertices(const std::string& name) const {
-    const gltfcheck::Node* node = find(name);
-    const gltfcheck::Node* shape = node != nullptr ? firstShape(*node) : nullptr;
+    const readers::scene::Node* node = find(name);
+    const readers::scene::Node* shape = node != nullptr ? firstShape(*node) : nullptr;
     return shape != nullptr ? verticesOf(*shape) : std::vector<Point>();
 }
 
 std::vector<double> SceneReading::textTransform(const std::string& name) const {
     std::vector<double> numbers;
-    const gltfcheck::Node* node = find(name);
-    const gltfcheck::Node* shape = node != nullptr ? firstShape(*node) : nullptr;
+    const readers::scene::Node* node = find(name);
+    const readers::scene::Node* shape = node != nullptr ? firstShape(*node) : nullptr;
     if (shape == nullptr) {
         return numbers;
     }
@@ -221,7 +221,7 @@ std::vector<double> SceneReading::textTransform(const std::string& name) const {
 
 std::vector<std::string> SceneReading::classNames() const {
     std::vector<std::string> names;
-    for (const gltfcheck::Node& node : scene_.nodes) {
+    for (const readers::scene::Node& node : scene_.nodes) {
         const Json extras = parse(node.extras);
         const cJSON* attribute = nullptr;
         cJSON_ArrayForEach(attribute, cJSON_GetObjectItemCaseSensitive(extras.get(), "attributes")) {

@@ -30,16 +30,16 @@ public:
     std::vector<double> textTransform(const std::string& name) const;
     // User and internal class name of each property attribute.
     std::vector<std::string> classNames() const;
-    const gltfcheck::Scene& scene() const { return scene_; }
+    const readers::scene::Scene& scene() const { return scene_; }
 
 private:
-    const gltfcheck::Node& nodeAt(std::uint64_t index) const { return scene_.nodes.at(index); }
+    const readers::scene::Node& nodeAt(std::uint64_t index) const { return scene_.nodes.at(index); }
     void tell(std::uint64_t index, int depth, std::string& out) const;
-    std::string shapeText(const gltfcheck::Primitive& primitive) const;
+    std::string shapeText(const readers::scene::Primitive& primitive) const;
     std::string materialText(std::uint64_t material) const;
-    std::vector<Point> verticesOf(const gltfcheck::Node& node) const;
-    const gltfcheck::Node* find(const std::string& name) const;
-    const gltfcheck::Node* firstShape(const gltfcheck::Node& node) const;
+    std::vector<Point> verticesOf(const readers::scene::Node& node) const;
+    const readers::scene::Node* find(const std::string& name) const;
+    const readers::scene::Node* firstShape(const readers::scene::Node& node) const;
 
-    gltfcheck::Scene scene_;
+    readers::scene::Scene scene_;
 };

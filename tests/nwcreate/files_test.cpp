@@ -81,14 +81,14 @@ TEST_F(FilesTest, ShapesGoOnInBufferFilesBesideTheScene) {
     reopen(65536);
     addShapes(10);
     EXPECT_EQ(LiNwcInspectScene(scene).buffers, 3U);
-    const gltfcheck::Scene found = writeAndRead(utf8(u"厂 1.a.nwc"));
+    const readers::scene::Scene found = writeAndRead(utf8(u"厂 1.a.nwc"));
     EXPECT_EQ(files(), reported());
     ASSERT_EQ(files().size(), 3U);
     EXPECT_EQ(files()[utf8(u"厂 1.a.1.bin")], 4U * 12000) << "their indices stand in the scene file";
     EXPECT_EQ(files()[utf8(u"厂 1.a.2.bin")], 2U * 12000);
     EXPECT_LE(files()[utf8(u"厂 1.a.nwc")], 65536U);
     // The last shape is whole, and where it was put.
-    const gltfcheck::Node& group = nodeOf(found, "G");
+    const readers::scene::Node& group = nodeOf(found, "G");
     expectPlaces({placesOf(found, found.nodes[group.children[9]])[999]}, {{999, 9, 1e6}});
 }
 
@@ -105,10 +105,10 @@ TEST_F(FilesTest, VerticesThatStandInOneBufferMayHaveTheirIndicesInAnother) {
     LiNwcNodeSetName(node, u"again");
     addToScene(node);
     EXPECT_EQ(LiNwcInspectScene(scene).bytes, 4U * 12000 + 6 + 6000);
-    const gltfcheck::Scene found = writeAndRead("apart.nwc");
+    const readers::scene::Scene found = writeAndRead("apart.nwc");
     EXPECT_EQ(files()["apart.1.bin"], 6000U);
-    const gltfcheck::Primitive& again = found.meshes[nodeOf(found, "again").mesh].primitives[0];
-    const gltfcheck::Node& first = found.nodes[nodeOf(found, "G").children[0]];
+    const readers::scene::Primitive& again = found.meshes[nodeOf(found, "again").mesh].primitives[0];
+    const readers::scene::Node& first = found.nodes[nodeOf(found, "G").children[0]];
     EXPECT_EQ(again.positions, found.meshes[first.mesh].primitives[0].positions);
     EXPECT_EQ(indicesOf(found, found.accessors[again.indices]),
               std::vector<std::uint32_t>(indices.begin(), indices.end()));

@@ -48,16 +48,16 @@ protected:
     LiNwcStatus write(const std::string& name, const char16_t* title = u"Orna Model") {
         return LiNwcSceneWriteCacheEx(scene, title, wide(folder.file(name)).c_str(), nullptr, nullptr);
     }
-    gltfcheck::Scene read(const std::string& name) {
-        gltfcheck::Findings findings;
-        gltfcheck::Scene found = gltfcheck::readScene(folder.file(name), findings);
-        gltfcheck::checkScene(found, findings);
-        for (const gltfcheck::Finding& finding : findings) {
+    readers::scene::Scene read(const std::string& name) {
+        readers::Findings findings;
+        readers::scene::Scene found = readers::scene::readScene(folder.file(name), findings);
+        readers::scene::checkScene(found, findings);
+        for (const readers::Finding& finding : findings) {
             ADD_FAILURE() << name << ": " << finding.place << ": " << finding.text;
         }
         return found;
     }
-    gltfcheck::Scene writeAndRead(const std::string& name = "plant.nwc") {
+    readers::scene::Scene writeAndRead(const std::string& name = "plant.nwc") {
         EXPECT_EQ(write(name), LI_NWC_OK);
         return read(name);
     }
@@ -123,21 +123,21 @@ protected:
     }
 
     // Names of a scene's nodes below the root that turns it, as "A(B C(D))".
-    static std::string treeOf(const gltfcheck::Scene& found) {
+    static std::string treeOf(const readers::scene::Scene& found) {
         return found.roots.empty() ? std::string() : childrenOf(found, found.roots[0]);
     }
-    static std::string childrenOf(const gltfcheck::Scene& found, std::uint64_t number) {
+    static std::string childrenOf(const readers::scene::Scene& found, std::uint64_t number) {
         std::string text;
         for (const std::uint64_t child : found.nodes[number].children) {
-            const gltfcheck::Node& node = found.nodes[child];
+            const readers::scene::Node& node = found.nodes[child];
             const std::string below = childrenOf(found, child);
             text += (text.empty() ? "" : " ") + (node.name.empty() ? "-" : node.name) +
                     (below.empty() ? "" : "(" + below + ")");
         }
         return text;
     }
-    static const gltfcheck::Node& nodeOf(const gltfcheck::Scene& found, const std::string& name) {
-        for (const gltfcheck::Node& node : found.nodes) {
+    static const readers::scene::Node& nodeOf(const readers::scene::Scene& found, const std::string& name) {
+        for (const readers::scene::Node& node : found.nodes) {
             if (node.name == name) {
                 return node;
             }
@@ -146,9 +146,9 @@ protected:
         return found.nodes.front();
     }
     // Positions of a node's first primitive, in millimetres of the plant.
-    static std::vector<Point> placesOf(const gltfcheck::Scene& found, const gltfcheck::Node& node) {
+    static std::vector<Point> placesOf(const readers::scene::Scene& found, const readers::scene::Node& node) {
         std::vector<Point> places;
-        const gltfcheck::Primitive& primitive = found.meshes[node.mesh].primitives[0];
+        const readers::scene::Primitive& primitive = found.meshes[node.mesh].primitives[0];
         for (const auto& local : positionsOf(found, found.accessors[primitive.positions])) {
             Point place;
             for (std::size_t axis = 0; axis < 3; ++axis) {

@@ -93,13 +93,13 @@ TEST_F(RandomCallsTest, TheSceneStaysWholeAndTheBalanceTrue) {
         }
         // Objects without a name are the caller's affair, all else must hold.
         EXPECT_EQ(write("random.nwc"), LI_NWC_OK);
-        gltfcheck::Findings findings;
-        gltfcheck::Scene found = gltfcheck::readScene(folder.file("random.nwc"), findings);
-        for (gltfcheck::Node& node : found.nodes) {
+        readers::Findings findings;
+        readers::scene::Scene found = readers::scene::readScene(folder.file("random.nwc"), findings);
+        for (readers::scene::Node& node : found.nodes) {
             node.isLayer = false;
         }
-        gltfcheck::checkScene(found, findings);
-        for (const gltfcheck::Finding& finding : findings) {
+        readers::scene::checkScene(found, findings);
+        for (const readers::Finding& finding : findings) {
             FAIL() << "round " << round << ": " << finding.place << ": " << finding.text;
         }
         if (round % 5 == 4) {

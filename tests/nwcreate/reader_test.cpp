@@ -30,11 +30,11 @@ protected:
     // What is found when `from` in the scene is replaced by `to`, which is as long.
     std::string findingsOf(std::string bytes) {
         folder.put("bad.nwc", bytes);
-        gltfcheck::Findings findings;
-        const gltfcheck::Scene found = gltfcheck::readScene(folder.file("bad.nwc"), findings);
-        gltfcheck::checkScene(found, findings);
+        readers::Findings findings;
+        const readers::scene::Scene found = readers::scene::readScene(folder.file("bad.nwc"), findings);
+        readers::scene::checkScene(found, findings);
         std::string all;
-        for (const gltfcheck::Finding& finding : findings) {
+        for (const readers::Finding& finding : findings) {
             all += finding.place + ": " + finding.text + "\n";
         }
         return all;

@@ -34,8 +34,8 @@ TEST_F(ShapesTest, EqualShapesAtOtherPlacesAreStoredOnceWithTheirMaterials) {
     EXPECT_EQ(counts().meshes, 3U);
     EXPECT_EQ(counts().materials, 2U);
     EXPECT_EQ(counts().bytes, 2U * 4 * 12 + 12 * 2) << "they differ in their vertices alone";
-    const gltfcheck::Scene found = writeAndRead();
-    const gltfcheck::Node& root = found.nodes[found.roots[0]];
+    const readers::scene::Scene found = writeAndRead();
+    const readers::scene::Node& root = found.nodes[found.roots[0]];
     for (std::size_t i = 0; i < places.size(); ++i) {
         const Point first = placesOf(found, found.nodes[root.children[i]])[0];
         for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -136,7 +136,7 @@ TEST_F(ShapesTest, FarAwayVerticesAreOffByAMicrometreAtMost) {
         indices.push_back(i);
     }
     add(triangles(points, indices), u"far");
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     expectPlaces(placesOf(found, nodeOf(found, "far")), points);
 }
 
@@ -153,9 +153,9 @@ TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
         add(triangles({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2}), u"small");
     }
     EXPECT_EQ(counts().shapes, 3U);
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     for (const auto& [name, type, last] : {std::tuple{"short", 5123U, 0xFFFEU}, std::tuple{"wide", 5125U, 0xFFFFU}}) {
-        const gltfcheck::Primitive& primitive = found.meshes[nodeOf(found, name).mesh].primitives[0];
+        const readers::scene::Primitive& primitive = found.meshes[nodeOf(found, name).mesh].primitives[0];
         EXPECT_EQ(found.accessors[primitive.indices].componentType, type);
         EXPECT_EQ(indicesOf(found, found.accessors[primitive.indices]), (std::vector<std::uint32_t>{0, 1, last}));
     }
@@ -198,7 +198,7 @@ TEST_F(ShapesTest, SectionsOfSeveralStreamsGrowInTurnsAndTheTransformHoldsFromWh
     }
     add(nodes[0], u"first");
     add(nodes[1], u"second");
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     expectPlaces(placesOf(found, nodeOf(found, "first")), points[0]);
     expectPlaces(placesOf(found, nodeOf(found, "second")), points[1]);
 }
@@ -234,17 +234,17 @@ TEST_F(ShapesTest, LinesCirclesAndTheirColour) {
             EXPECT_EQ(LiNwcGeometryStreamEnd(stream), LI_NWC_OK);
         }),
         u"circle");
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
 
-    const gltfcheck::Primitive& line = found.meshes[nodeOf(found, "line").mesh].primitives[0];
+    const readers::scene::Primitive& line = found.meshes[nodeOf(found, "line").mesh].primitives[0];
     EXPECT_EQ(line.mode, 3U);
-    EXPECT_EQ(line.indices, gltfcheck::none);
+    EXPECT_EQ(line.indices, readers::scene::none);
     EXPECT_EQ(found.materials[line.material].color, (std::array<double, 4>{1, 0, 0, 1}));
     expectPlaces(placesOf(found, nodeOf(found, "line")), {{5, 0, 0}, {5, 10, 0}});
 
-    const gltfcheck::Primitive& strip = found.meshes[nodeOf(found, "closed").mesh].primitives[0];
+    const readers::scene::Primitive& strip = found.meshes[nodeOf(found, "closed").mesh].primitives[0];
     EXPECT_EQ(indicesOf(found, found.accessors[strip.indices]), (std::vector<std::uint32_t>{0, 1, 2, 0}));
-    const gltfcheck::Material& grey = found.materials[strip.material];
+    const readers::scene::Material& grey = found.materials[strip.material];
     EXPECT_TRUE(grey.isBlended);
     EXPECT_NEAR(grey.color[0], 0.214041, 1e-9);
     EXPECT_NEAR(grey.color[3], 0.2, 1e-12);
@@ -281,7 +281,7 @@ TEST_F(ShapesTest, TextIsKeptAndItsFrameStandsWhereTheTransformPutsIt) {
             LiNwcGeometryStreamPopTransform(stream);
         }),
         u"text");
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     EXPECT_EQ(nodeOf(found, "text").extras, utf8(uR"({"texts":[{"text":"焊A","font":"黑体","height":100,)"
                                                  uR"("transform":[0,1,0,0,-1,0,0,0,0,0,1,0,110,20,30,1]}]})"));
     expectPlaces(placesOf(found, nodeOf(found, "text")), {{110, 20, 30}, {110, 180, 30}, {10, 180, 30}, {10, 20, 30}});
@@ -322,7 +322,7 @@ TEST_F(ShapesTest, AFaultySectionIsLeftOutWholeAndTheNextOneIsNot) {
         EXPECT_EQ(kind, LI_NWC_WARNING) << text;
     }
     EXPECT_EQ(counts().shapes, 1U);
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     EXPECT_EQ(found.meshes[nodeOf(found, "good").mesh].primitives.size(), 1U);
 }
 

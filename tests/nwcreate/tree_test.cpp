@@ -70,8 +70,8 @@ TEST_F(TreeTest, NamesLayersAndPropertiesStandAsGiven) {
     LiNwcAttributeDestroy(attribute);
     LiNwcGroupDestroy(other);
     addToScene(group);
-    const gltfcheck::Scene found = writeAndRead();
-    const gltfcheck::Node& node = nodeOf(found, utf8(u"管道\"\\\n\u0001/𝄞"));
+    const readers::scene::Scene found = writeAndRead();
+    const readers::scene::Node& node = nodeOf(found, utf8(u"管道\"\\\n\u0001/𝄞"));
     const std::string attributes = utf8(uR"("attributes":[{"class":{"user":"Orna属性","internal":"OrnaProperty"},)"
                                         uR"("properties":[{"key":"","value":""},{"key":"k","value":"1"},)"
                                         u"{\"key\":\"k\",\"value\":\"x\uFFFDy\"},"
@@ -110,7 +110,7 @@ TEST_F(TreeTest, SettingsViewAndGridStandInTheScene) {
     LiNwcSceneAddGridSystem(scene, system);
     LiNwcGridSystemDestroy(system);
 
-    const gltfcheck::Scene found = writeAndRead();
+    const readers::scene::Scene found = writeAndRead();
     EXPECT_EQ(found.title, "Orna Model");
     EXPECT_EQ(treeOf(found), "axes(A1) Home view");
     EXPECT_EQ(nodeOf(found, "axes").extras, R"({"grid":{"origin":[0,0,0],"xAxis":[1,0,0],"yAxis":[0,1,0],)"
@@ -120,7 +120,7 @@ TEST_F(TreeTest, SettingsViewAndGridStandInTheScene) {
     EXPECT_EQ(found.extras, R"({"units":"millimetres","background":[[0,0,0],[1,0.5,1],[1,0.5,1],[0,0,0]],)"
                             R"("ambient":[0.9,0.9,0.7],"currentView":2,"homeView":2})");
     // The camera looks along its -Z, which has to become the plant's Y, with its Y becoming the plant's Z.
-    const gltfcheck::Node& camera = nodeOf(found, "Home view");
+    const readers::scene::Node& camera = nodeOf(found, "Home view");
     EXPECT_EQ(camera.translation, (std::array<double, 3>{0, -0.02, 0.01}));
     const double half = std::sqrt(0.5);
     const std::array<double, 4> expected = {half, 0, 0, half};

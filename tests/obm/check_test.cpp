@@ -102,8 +102,8 @@ TEST_F(ObmCheck, EveryContradictionIsFound) {
 TEST_F(ObmCheck, CutScenesAreFound) {
     const std::string scene = entryOf(target(), "output/ORNA/scene.glb");
     for (std::size_t size = 0; size < scene.size(); size += 1 + size / 16) {
-        glbcheck::Findings findings;
-        glbcheck::readGlb(scene.substr(0, size), findings);
+        readers::Findings findings;
+        readers::glb::readGlb(scene.substr(0, size), findings);
         EXPECT_FALSE(findings.empty()) << size;
     }
 }
@@ -118,8 +118,8 @@ TEST_F(ObmCheck, ChangedScenesDoNotMisleadTheReader) {
         for (std::uint32_t i = 0; i <= random() % 3; ++i) {
             changed[20 + random() % 2200] = "0123456789-[]{},"[random() % 16];
         }
-        glbcheck::Findings findings;
-        glbcheck::readGlb(changed, findings);
+        readers::Findings findings;
+        readers::glb::readGlb(changed, findings);
         seen += findings.empty() ? 0 : 1;
     }
     EXPECT_GT(seen, 200);

@@ -180,10 +180,10 @@ TEST_F(Obmout, ASecondRunHasNewIdsAndTheMaterialsOfTheFirst) {
          object(5, "HxDbPipeSpec", 4, R"(,"color":77)" + shape(cylinder())));
     const ReadPackage second = exported();
     std::set<std::string> ids;
-    for (const packagecheck::TreeNode& node : first.nodes()) {
+    for (const readers::package::TreeNode& node : first.nodes()) {
         ids.insert(node.databaseId);
     }
-    for (const packagecheck::TreeNode& node : second.nodes()) {
+    for (const readers::package::TreeNode& node : second.nodes()) {
         EXPECT_EQ(ids.count(node.databaseId), node.parent < 0 ? 1U : 0U) << node.databaseId;
     }
     EXPECT_EQ(first.model().materials.count("m77"), 0U);

@@ -49,23 +49,23 @@ inline void keepForTheJudge(const std::filesystem::path& archive, const std::vec
 // A package read back, with what is wrong with it.
 struct ReadPackage {
     explicit ReadPackage(const std::filesystem::path& file) {
-        package = packagecheck::readPackage(file, findings, true);
+        package = readers::package::readPackage(file, findings, true);
     }
-    const packagecheck::Model& model() const { return package.models.at(0); }
-    const glbcheck::Scene& scene() const { return model().scenes.at(0); }
-    const std::vector<packagecheck::TreeNode>& nodes() const { return model().trees.at(0).nodes; }
+    const readers::package::Model& model() const { return package.models.at(0); }
+    const readers::glb::Scene& scene() const { return model().scenes.at(0); }
+    const std::vector<readers::package::TreeNode>& nodes() const { return model().trees.at(0).nodes; }
 
     // The tree, a node a line, indented, each with the materials of its meshes.
     std::string outline() const {
         std::map<std::string, std::string> materials;
-        for (const glbcheck::Scene& part : model().scenes) {
-            for (const glbcheck::Node& node : part.nodes) {
+        for (const readers::glb::Scene& part : model().scenes) {
+            for (const readers::glb::Node& node : part.nodes) {
                 materials[node.name] += node.type == 2 ? " " + node.material : "";
             }
         }
         std::string text;
         std::vector<std::size_t> depths;
-        for (const packagecheck::TreeNode& node : nodes()) {
+        for (const readers::package::TreeNode& node : nodes()) {
             depths.push_back(node.parent < 0 ? 0 : depths[static_cast<std::size_t>(node.parent)] + 1);
             text += std::string(depths.back(), ' ') + node.name + materials[node.databaseId] + "\n";
         }
@@ -76,7 +76,7 @@ struct ReadPackage {
         const auto at =
             std::find_if(nodes().begin(), nodes().end(), [&](const auto& node) { return node.name == name; });
         std::string text;
-        for (const packagecheck::Property& property : model().properties) {
+        for (const readers::package::Property& property : model().properties) {
             if (at != nodes().end() && property.databaseId == at->databaseId) {
                 text += property.name + "=" + property.value + "\n";
             }
@@ -84,8 +84,8 @@ struct ReadPackage {
         return text;
     }
 
-    packagecheck::Findings findings;
-    packagecheck::Package package;
+    readers::Findings findings;
+    readers::package::Package package;
 };
 
 inline std::string box(const std::string& members = "") {

@@ -66,7 +66,7 @@ TEST_F(ObmLook, MaterialsHaveTheColoursOfTheTable) {
     const ReadPackage read = exported();
     const auto& materials = read.model().materials;
     const auto check = [&materials](const char* id, std::array<double, 4> color) {
-        const packagecheck::Material& material = materials.at(id);
+        const readers::package::Material& material = materials.at(id);
         EXPECT_EQ(material.name, id);
         for (std::size_t i = 0; i < 4; ++i) {
             EXPECT_FLOAT_EQ(static_cast<float>(material.diffuse[i]), static_cast<float>(color[i])) << id;
@@ -79,7 +79,7 @@ TEST_F(ObmLook, MaterialsHaveTheColoursOfTheTable) {
     check("m507", {1, 1, 1, 0.25});
     check("m1507", {0, 0, 0, 0.25});
     check("m1022", {51 / 255.0, 204 / 255.0, 1, 1});
-    for (const glbcheck::Material& material : read.scene().materials) {
+    for (const readers::glb::Material& material : read.scene().materials) {
         EXPECT_EQ(material.isBlended, material.color[3] < 1) << material.name;
     }
 }
@@ -103,7 +103,7 @@ TEST_F(ObmLook, MeshesShareTheirVerticesAndHaveUnitNormals) {
     load(object(2, "HextSite", 1) + object(3, "HextZone", 2) + object(4, "HextEquipe", 3) +
          object(5, "HxDbEquipment", 4, shape(box())));
     const ReadPackage read = exported();
-    const glbcheck::Scene& scene = read.scene();
+    const readers::glb::Scene& scene = read.scene();
     ASSERT_EQ(scene.meshes.size(), 1U);
     const auto positions = scene.vectors(scene.meshes[0].positions);
     const auto normals = scene.vectors(scene.meshes[0].normals);
@@ -163,7 +163,7 @@ TEST_F(ObmLook, AManagerInADirectoryLeavesItsPropertiesThere) {
                                    return node.name == "D";
                                })->databaseId;
         std::string text;
-        for (const packagecheck::Property& property : read.model().properties) {
+        for (const readers::package::Property& property : read.model().properties) {
             text += property.databaseId == id ? property.name + "=" + property.value + " " : "";
         }
         return text;

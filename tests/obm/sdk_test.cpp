@@ -147,10 +147,10 @@ TEST_F(ObmSdk, NormalsThatAreNoUnitVectorsBecomeSome) {
     addMaterial("m1");
     addTrees({"1", "2", "3"});
     const ReadPackage read = written();
-    const glbcheck::Scene& scene = read.scene();
+    const readers::glb::Scene& scene = read.scene();
     EXPECT_EQ(scene.vectors(scene.meshes.at(0).normals),
               (std::vector<std::array<float, 3>>{{0, 0, 1}, {0, 0.6F, 0.8F}, {0, 0, 1}}));
-    EXPECT_EQ(scene.meshes.at(1).normals, glbcheck::none) << "not one for each vertex";
+    EXPECT_EQ(scene.meshes.at(1).normals, readers::glb::none) << "not one for each vertex";
     EXPECT_EQ(scene.meshes.size(), 2U) << "a mesh without facets has a node alone";
     EXPECT_EQ(scene.nodes.size(), 5U);
 }
@@ -163,7 +163,7 @@ TEST_F(ObmSdk, ManyVerticesTakeLongNumbers) {
     addMaterial("m1");
     addTrees({"65535", "65536"});
     const ReadPackage read = written();
-    const glbcheck::Scene& scene = read.scene();
+    const readers::glb::Scene& scene = read.scene();
     EXPECT_EQ(scene.indices(scene.meshes[0].indices), (std::vector<std::uint32_t>{0, 1, 65534}));
     EXPECT_EQ(scene.indices(scene.meshes[1].indices), (std::vector<std::uint32_t>{0, 1, 65535}));
     EXPECT_NE(scene.accessors[scene.meshes[0].indices].componentType,
@@ -180,9 +180,9 @@ TEST_F(ObmSdk, MeshesBeyondTheLimitBeginAFurtherScene) {
     addTrees({"1", "3", "2"});
     const ReadPackage read = written();
     ASSERT_EQ(read.model().scenes.size(), 2U);
-    const auto geometries = [](const glbcheck::Scene& scene) {
+    const auto geometries = [](const readers::glb::Scene& scene) {
         std::string text;
-        for (const glbcheck::Node& node : scene.nodes) {
+        for (const readers::glb::Node& node : scene.nodes) {
             text += node.name + "/" + node.geometry + " ";
         }
         return text;

@@ -27,7 +27,7 @@ TEST_F(ObmWalkTest, RecordsFollowTheTree) {
     EXPECT_EQ(read.model().views, (std::vector<std::string>{tolmar::toUtf8("俯视图"), tolmar::toUtf8("三维视图")}));
     EXPECT_EQ(read.model().trees[0].name, tolmar::toUtf8("模型树"));
     EXPECT_EQ(read.nodes()[0].databaseId, "-12581");
-    for (const packagecheck::TreeNode& node : read.nodes()) {
+    for (const readers::package::TreeNode& node : read.nodes()) {
         EXPECT_EQ(node.type, 4);
     }
     EXPECT_EQ(read.scene().nodes.at(read.scene().roots.at(0)).name, "-2");

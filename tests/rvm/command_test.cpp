@@ -296,8 +296,9 @@ TEST_F(Rvmout, ACancelAnywhereEndsTheExport) {
         EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出取消"}) << at;
         EXPECT_EQ(tolmar::runReport().outcome(), tolmar::RunOutcome::Cancelled);
         EXPECT_FALSE(ui.progress.open);
-        rvmcheck::Findings findings;
-        EXPECT_FALSE(rvmcheck::readRvm(root.read("out/P_M.rvm"), findings).isWhole) << "no half file that looks whole";
+        readers::Findings findings;
+        EXPECT_FALSE(readers::rvm::readRvm(root.read("out/P_M.rvm"), findings).isWhole)
+            << "no half file that looks whole";
     }
     ui.cancelAt = 0;
     rvmout();

@@ -117,8 +117,8 @@ TEST(RvmFile, LargeFilesKeepTheirOffsetsAcrossBlocks) {
         }
         out.writeEnd();
     });
-    rvmcheck::Findings findings;
-    EXPECT_EQ(rvmcheck::readRvm(bytes, findings).groups.size(), 40000U);
+    readers::Findings findings;
+    EXPECT_EQ(readers::rvm::readRvm(bytes, findings).groups.size(), 40000U);
     EXPECT_EQ(allFindings(findings), "");
 }
 

@@ -45,7 +45,7 @@ protected:
     void addEntity(const char* json) { add<HextPrimaryAcadEntity>().serial = json; }
 
     // Writes the list into a group, as obstructions, as plain primitives or as both, and reads it back.
-    rvmcheck::RvmContent write(bool isObstruction = false, bool compat = false, bool both = false) {
+    readers::rvm::RvmContent write(bool isObstruction = false, bool compat = false, bool both = false) {
         std::string bytes;
         tolmar::OutputFile file = memoryFile(bytes);
         RvmFile out(file);
@@ -63,12 +63,12 @@ protected:
         out.writeEnd();
         out.flush();
         EXPECT_TRUE(file.close());
-        rvmcheck::Findings findings;
-        rvmcheck::RvmContent content = rvmcheck::readRvm(bytes, findings, true);
+        readers::Findings findings;
+        readers::rvm::RvmContent content = readers::rvm::readRvm(bytes, findings, true);
         EXPECT_EQ(allFindings(findings), "");
         return content;
     }
-    static std::string names(const rvmcheck::RvmContent& content) {
+    static std::string names(const readers::rvm::RvmContent& content) {
         std::string text;
         for (const std::uint32_t child : content.groups.at(0).children) {
             text += content.groups[child].name + " ";

@@ -35,11 +35,11 @@ struct Sample {
         file.close();
     }
     std::string check() const {
-        rvmcheck::Findings findings;
-        const auto rvm = rvmcheck::readRvm(rvmBytes, findings);
-        const auto attributes = rvmcheck::readAttributes(text, findings);
+        readers::Findings findings;
+        const auto rvm = readers::rvm::readRvm(rvmBytes, findings);
+        const auto attributes = readers::rvm::readAttributes(text, findings);
         if (findings.empty()) {
-            rvmcheck::checkPair(rvm, attributes, findings);
+            readers::rvm::checkPair(rvm, attributes, findings);
         }
         return allFindings(findings);
     }
@@ -58,12 +58,12 @@ TEST(RvmReader, TakesAWholePair) {
 TEST(RvmReader, TakesSitesAndZonesWithinOneAnother) {
     Sample sample;
     sample.replace("\tNEW Z\r\n", "\tNEW Z\r\n\tNEW Z2\r\n\tEND\r\nNEW S2\r\nEND\r\n");
-    rvmcheck::Findings findings;
-    const auto attributes = rvmcheck::readAttributes(sample.text, findings);
+    readers::Findings findings;
+    const auto attributes = readers::rvm::readAttributes(sample.text, findings);
     EXPECT_EQ(allFindings(findings), "");
     EXPECT_EQ(attributes.elements.at(2).children.size(), 3U);
     sample.replace("\t\tNEW M", "\t\tNEW M\r\n\t\tNEW M\r\n\t\tEND");
-    rvmcheck::readAttributes(sample.text, findings);
+    readers::rvm::readAttributes(sample.text, findings);
     EXPECT_EQ(findings.size(), 1U) << allFindings(findings);
 }
 
@@ -123,20 +123,20 @@ TEST(RvmReader, FindsTreesThatDiffer) {
 TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
     Sample strict;
     strict.replace("\tEND\r\nEND\r\n", "\tEND\r\nEND\r\nEND\r\n");
-    rvmcheck::Findings findings;
-    rvmcheck::RvmContent good = rvmcheck::readRvm(strict.rvmBytes, findings);
-    const rvmcheck::AttributeContent text = rvmcheck::readAttributes(strict.text, findings);
+    readers::Findings findings;
+    readers::rvm::RvmContent good = readers::rvm::readRvm(strict.rvmBytes, findings);
+    const readers::rvm::AttributeContent text = readers::rvm::readAttributes(strict.text, findings);
     good.primitives.at(0).box = {-0.5F, -0.5F, -0.5F, 0.5F, 0.5F, 0.5F};
-    rvmcheck::checkStrictForm(good, text, findings);
+    readers::rvm::checkStrictForm(good, text, findings);
     EXPECT_EQ(allFindings(findings), "");
     // What is a point has a point for its box.
-    rvmcheck::RvmContent points = good;
+    readers::rvm::RvmContent points = good;
     points.primitives[0] = {.kind = 4, .box = {3, 0, 0, 3, 0, 0}, .parameters = {3}, .parameterCount = 3};
     points.primitives.push_back({.kind = 11, .box = {1, 1, 1, 1, 1, 1}, .triangles = 2, .extent = {1, 1, 1, 1, 1, 1}});
-    rvmcheck::checkStrictForm(points, text, findings);
+    readers::rvm::checkStrictForm(points, text, findings);
     EXPECT_EQ(allFindings(findings), "");
-    using Rvm = rvmcheck::RvmContent;
-    using Text = rvmcheck::AttributeContent;
+    using Rvm = readers::rvm::RvmContent;
+    using Text = readers::rvm::AttributeContent;
     const std::function<void(Rvm&, Text&)> faults[] = {
         [](Rvm&, Text& t) { t.elements[0].isClosed = false; },
         [](Rvm& r, Text&) { r.primitives[0].parameters[0] = 0.5F; },  // the radius
@@ -162,30 +162,30 @@ TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
         Rvm rvm = good;
         Text attributes = text;
         faults[i](rvm, attributes);
-        rvmcheck::checkStrictForm(rvm, attributes, findings);
+        readers::rvm::checkStrictForm(rvm, attributes, findings);
         EXPECT_EQ(findings.size(), 1U) << i << ": " << allFindings(findings);
         findings.clear();
     }
 }
 
 TEST(RvmReader, HostileFilesEndInFindings) {
-    rvmcheck::Findings findings;
+    readers::Findings findings;
     std::string deep = Sample().rvmBytes.substr(0, 232);
     for (int i = 0; i < 100000; ++i) {
         deep += bytesOf("00000043 0000004E 00000054 00000042 00000000 00000001 00000002 00000000 00000000 00000000"
                         "00000000 00000001");
     }
-    EXPECT_EQ(rvmcheck::readRvm(deep, findings).groups.size(), 100000U);
+    EXPECT_EQ(readers::rvm::readRvm(deep, findings).groups.size(), 100000U);
     EXPECT_LE(findings.size(), 101U);
     EXPECT_GT(findings.size(), 0U);
 }
 
 TEST(RvmReader, TellsUtf8FromOtherBytes) {
     for (const char* good : {"", "a", "\xC2\x80", "\xE6\xB3\xB5", "\xF0\x9F\x98\x80"}) {
-        EXPECT_TRUE(rvmcheck::isUtf8(good));
+        EXPECT_TRUE(readers::rvm::isUtf8(good));
     }
     for (const char* bad : {"\x80", "\xC0\x80", "\xC2", "\xE6\xB3", "\xE6\xB3z", "\xF5\x80\x80\x80", "\xFF"}) {
-        EXPECT_FALSE(rvmcheck::isUtf8(bad));
+        EXPECT_FALSE(readers::rvm::isUtf8(bad));
     }
 }
 

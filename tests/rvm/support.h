@@ -26,16 +26,16 @@ inline std::string bytesOf(std::string_view hex) {
 
 // A pair of files in memory, read back.
 struct ReadPair {
-    rvmcheck::RvmContent rvm;
-    rvmcheck::AttributeContent text;
-    rvmcheck::Findings findings;
+    readers::rvm::RvmContent rvm;
+    readers::rvm::AttributeContent text;
+    readers::Findings findings;
 
     ReadPair(std::string_view rvmBytes, std::string_view textBytes) {
-        rvm = rvmcheck::readRvm(rvmBytes, findings, true);
-        text = rvmcheck::readAttributes(textBytes, findings);
-        rvmcheck::checkPair(rvm, text, findings);
+        rvm = readers::rvm::readRvm(rvmBytes, findings, true);
+        text = readers::rvm::readAttributes(textBytes, findings);
+        readers::rvm::checkPair(rvm, text, findings);
         if (text.isRootClosed()) {
-            rvmcheck::checkStrictForm(rvm, text, findings);
+            readers::rvm::checkStrictForm(rvm, text, findings);
         }
         EXPECT_EQ(allFindings(findings), "");
         EXPECT_TRUE(rvm.isWhole);

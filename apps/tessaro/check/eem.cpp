@@ -1,6 +1,6 @@
 #include "tessaro/check/eem.h"
 
-#include "readers/eem/file.h"
+#include "tessaro/check/eem/rules.h"
 #include "tessaro/check/files.h"
 #include "tolmar/code_page.h"
 
@@ -8,38 +8,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void add(const fs::path& file, const eemcheck::Findings& found, Findings& findings) {
-    for (const eemcheck::Finding& finding : found) {
-        findings.push_back(file.string() + ": " + finding.place + ": " + tolmar::toUtf8(finding.text));
-    }
-}
-
-void checkNames(const eemcheck::EemContent& content, eemcheck::Findings& findings) {
-    for (const eemcheck::Block& block : content.blocks) {
-        if (tolmar::fromUtf8(tolmar::toUtf8(block.name)) != block.name) {
-            findings.push_back(
-                {"object " + std::to_string(block.id), "its name is no text of the code page " TESSARO_CODE_PAGE});
-        }
-    }
-}
-
 void checkPairOf(const fs::path& file, Findings& findings) {
-    std::string eemBytes;
-    std::string sideBytes;
     const fs::path sideFile = fs::path(file).replace_extension(".json");
-    if (!readToCheck(file, eemBytes, findings) || !readToCheck(sideFile, sideBytes, findings)) {
+    const readers::MappedFile eem(file);
+    const readers::MappedFile side(sideFile);
+    if (!canBeRead(eem, file, findings) || !canBeRead(side, sideFile, findings)) {
         return;
     }
-    eemcheck::Findings inEem;
-    eemcheck::Findings inSide;
-    const eemcheck::EemContent content = eemcheck::readEem(eemBytes, inEem);
-    const std::vector<eemcheck::SideMember> members = eemcheck::readSideFile(sideBytes, inSide);
-    checkNames(content, inEem);
+    readers::Findings inEem;
+    readers::Findings inSide;
+    const readers::eem::EemContent content = readers::eem::readEem(eem.bytes(), inEem);
+    const std::vector<readers::eem::SideMember> members = readers::eem::readSideFile(side.bytes(), inSide);
+    check::eemNames(content, inEem);
     if (inEem.empty() && inSide.empty()) {
-        eemcheck::checkPair(content, members, inSide);
+        check::eemPair(content, members, inSide);
     }
-    add(file, inEem, findings);
-    add(sideFile, inSide, findings);
+    addFindings(file, inEem, findings, tolmar::toUtf8);
+    addFindings(sideFile, inSide, findings, tolmar::toUtf8);
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "tessaro/check/files.h"
 
-#include "tolmar/code_page.h"
-#include "tolmar/file.h"
-
 #include <algorithm>
 
 namespace fs = std::filesystem;
@@ -51,10 +48,16 @@ std::vector<fs::path> filesToCheck(const fs::path& path, const char* kind, std::
     return files;
 }
 
-bool readToCheck(const fs::path& file, std::string& bytes, Findings& findings) {
-    if (tolmar::readFile(tolmar::fromUtf8(file.string()), bytes)) {
-        return true;
+bool canBeRead(const readers::MappedFile& mapped, const fs::path& file, Findings& findings) {
+    if (!mapped.isGood()) {
+        findings.push_back(file.string() + ": " + mapped.fault());
     }
-    findings.push_back(file.string() + ": cannot be read");
-    return false;
+    return mapped.isGood();
+}
+
+void addFindings(const fs::path& file, const readers::Findings& found, Findings& findings, readers::ToUtf8 toUtf8) {
+    for (const readers::Finding& finding : found) {
+        const std::string text = readers::sentence(finding);
+        findings.push_back(file.string() + ": " + (toUtf8 != nullptr ? toUtf8(text) : text));
+    }
 }

@@ -1,6 +1,8 @@
 // Which files a checker is to look at.
 #pragma once
 
+#include "readers/mapped_file.h"
+#include "readers/object.h"
 #include "tessaro/check/command.h"
 
 #include <initializer_list>
@@ -11,4 +13,8 @@ std::vector<std::filesystem::path> filesToCheck(const std::filesystem::path& pat
                                                 std::initializer_list<const char*> endings, Findings& findings);
 
 // False, with a finding, when the file cannot be read.
-bool readToCheck(const std::filesystem::path& file, std::string& bytes, Findings& findings);
+bool canBeRead(const readers::MappedFile& mapped, const std::filesystem::path& file, Findings& findings);
+
+// What a reader or a rule found in a file, a sentence each. `toUtf8` turns its texts into UTF-8; null when they are.
+void addFindings(const std::filesystem::path& file, const readers::Findings& found, Findings& findings,
+                 readers::ToUtf8 toUtf8 = nullptr);

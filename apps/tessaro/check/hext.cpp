@@ -1,9 +1,8 @@
 #include "tessaro/check/hext.h"
 
-#include "readers/hext/folder.h"
-
+#include "tessaro/check/files.h"
+#include "tessaro/check/hext/names.h"
 #include "tolmar/code_page.h"
-#include "tolmar/file.h"
 
 #include <algorithm>
 
@@ -56,10 +55,11 @@ bool isText(const fs::path& file) {
 }
 
 void checkText(const fs::path& file, Findings& findings) {
-    std::string bytes;
-    if (!tolmar::readFile(tolmar::fromUtf8(file.string()), bytes)) {
-        findings.push_back(file.string() + ": cannot be read");
-    } else if (const std::string fault = faultOf(bytes); !fault.empty()) {
+    const readers::MappedFile mapped(file);
+    if (!canBeRead(mapped, file, findings)) {
+        return;
+    }
+    if (const std::string fault = faultOf(mapped.bytes()); !fault.empty()) {
         findings.push_back(file.string() + ": " + fault);
     }
 }
@@ -87,8 +87,10 @@ Findings checkHextFolder(const fs::path& folder) {
             checkText(file, findings);
         }
     }
-    for (const std::string& finding : HextFolder::check(folder)) {
-        findings.push_back(tolmar::toUtf8(finding));
+    readers::Findings found;
+    check::hextNames(folder, found);
+    for (const readers::Finding& finding : found) {
+        findings.push_back(tolmar::toUtf8(readers::sentence(finding)));
     }
     return findings;
 }

@@ -1,38 +1,33 @@
 #include "tessaro/check/rvm.h"
 
-#include "readers/rvm/file.h"
 #include "tessaro/check/files.h"
+#include "tessaro/check/rvm/rules.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-void add(const fs::path& file, const rvmcheck::Findings& found, Findings& findings) {
-    for (const rvmcheck::Finding& finding : found) {
-        findings.push_back(file.string() + ": " + finding.place + ": " + finding.text);
-    }
-}
-
 // A pair whose root is closed claims the strict form.
 void checkPairOf(const fs::path& file, bool strictly, Findings& findings) {
-    std::string rvmBytes;
-    std::string textBytes;
     const fs::path textFile = fs::path(file).replace_extension(".txt");
-    if (!readToCheck(file, rvmBytes, findings) || !readToCheck(textFile, textBytes, findings)) {
+    const readers::MappedFile rvmFile(file);
+    const readers::MappedFile attributeFile(textFile);
+    if (!canBeRead(rvmFile, file, findings) || !canBeRead(attributeFile, textFile, findings)) {
         return;
     }
-    rvmcheck::Findings inRvm;
-    rvmcheck::Findings inText;
-    const rvmcheck::RvmContent rvm = rvmcheck::readRvm(rvmBytes, inRvm);
-    const rvmcheck::AttributeContent text = rvmcheck::readAttributes(textBytes, inText);
+    readers::Findings inRvm;
+    readers::Findings inText;
+    const readers::rvm::RvmContent rvm = readers::rvm::readRvm(rvmFile.bytes(), inRvm);
+    check::rvmKinds(rvm, inRvm);
+    const readers::rvm::AttributeContent text = readers::rvm::readAttributes(attributeFile.bytes(), inText);
     if (inRvm.empty() && inText.empty()) {
-        rvmcheck::checkPair(rvm, text, inText);
+        check::rvmPair(rvm, text, inText);
         if (strictly || text.isRootClosed()) {
-            rvmcheck::checkStrictForm(rvm, text, inText);
+            check::rvmStrictForm(rvm, text, inText);
         }
     }
-    add(file, inRvm, findings);
-    add(textFile, inText, findings);
+    addFindings(file, inRvm, findings);
+    addFindings(textFile, inText, findings);
 }
 
 Findings checkFiles(const fs::path& path, bool strictly) {

@@ -1,14 +1,17 @@
-#include "readers/rvm/file.h"
+#include "tessaro/check/rvm/rules.h"
+
+#include "readers/utf8.h"
 
 #include <algorithm>
 #include <cmath>
 #include <unordered_set>
 
-// What a reader wants that is stricter than the format: see the option rvmCompat.
-
-namespace rvmcheck {
+namespace check {
 
 namespace {
+
+using namespace readers::rvm;
+using readers::Findings;
 
 template <typename Item>
 void checkSiblings(const std::vector<Item>& items, const std::vector<std::uint32_t>& children, Findings& findings) {
@@ -83,11 +86,11 @@ std::string placeOf(const Primitive& primitive) {
 
 }  // namespace
 
-void checkStrictForm(const RvmContent& rvm, const AttributeContent& text, Findings& findings) {
+void rvmStrictForm(const RvmContent& rvm, const AttributeContent& text, Findings& findings) {
     if (!text.elements.empty() && !text.isRootClosed()) {
         findings.push_back({"strict form", "the root has no END"});
     }
-    if (!isUtf8(rvm.project) || !isUtf8(rvm.database)) {
+    if (!readers::isUtf8(rvm.project) || !readers::isUtf8(rvm.database)) {
         findings.push_back({"strict form", "the texts of MODL are not UTF-8"});
     }
     for (const Group& group : rvm.groups) {
@@ -107,4 +110,4 @@ void checkStrictForm(const RvmContent& rvm, const AttributeContent& text, Findin
     }
 }
 
-}  // namespace rvmcheck
+}  // namespace check

@@ -1,21 +1,20 @@
-#include "readers/max/files.h"
+#include "tessaro/check/max/rules.h"
 
 #include "readers/max/events.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <unordered_map>
 
-namespace maxcheck {
+namespace check {
 
 namespace {
 
+using namespace readers::max;
+using readers::Findings;
+
 bool isFinite(std::string_view text) {
     double number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    return !text.empty() && result.ec == std::errc() && result.ptr == text.data() + text.size() &&
-           std::isfinite(number);
+    return readNumber(text, number);
 }
 
 bool isPlantObject(const Element& object) {
@@ -246,20 +245,20 @@ private:
 
 }  // namespace
 
-std::vector<std::string> checkGeometry(std::string_view bytes) {
+Findings maxGeometry(std::string_view bytes) {
     return GeometryFile().read(bytes);
 }
 
-std::vector<std::string> checkProperties(std::string_view bytes) {
+Findings maxProperties(std::string_view bytes) {
     return PropertyFile().read(bytes);
 }
 
-std::vector<std::string> checkPair(std::string_view geometry, std::string_view properties) {
+Findings maxPair(std::string_view geometry, std::string_view properties) {
     RowReader reader;
-    std::vector<std::string> findings = reader.read(properties);
-    const std::vector<std::string> found = PairCheck(reader.rows).read(geometry);
+    Findings findings = reader.read(properties);
+    const Findings found = PairCheck(reader.rows).read(geometry);
     findings.insert(findings.end(), found.begin(), found.end());
     return findings;
 }
 
-}  // namespace maxcheck
+}  // namespace check

@@ -1,32 +1,14 @@
-#include "readers/scene/reader.h"
+#include "tessaro/check/scene/rules.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
-namespace gltfcheck {
+namespace check {
 
 namespace {
 
-constexpr std::uint64_t shortType = 5123;
-constexpr std::uint64_t intType = 5125;
-constexpr std::uint64_t floatType = 5126;
-constexpr std::uint64_t triangles = 4;
-
-// 0 for types that no accessor of a scene has.
-std::uint64_t componentSize(std::uint64_t type) {
-    return type == shortType ? 2 : (type == intType || type == floatType ? 4 : 0);
-}
-
-std::uint64_t strideOf(const Scene& scene, const Accessor& accessor) {
-    const std::uint64_t stride = scene.views[accessor.view].stride;
-    return stride != 0 ? stride : componentSize(accessor.componentType) * accessor.components;
-}
-
-const char* startOf(const Scene& scene, const Accessor& accessor) {
-    const BufferView& view = scene.views[accessor.view];
-    return scene.buffers[view.buffer].data() + view.offset + accessor.offset;
-}
+using namespace readers::scene;
+using readers::Findings;
 
 class SceneCheck {
 public:
@@ -41,9 +23,9 @@ public:
     }
 
 private:
-    void expect(bool good, std::string_view array, std::size_t index, std::string text) {
+    void expect(bool good, const char* array, std::size_t index, std::string text) {
         if (!good) {
-            note(findings_, placeOf(array, index), std::move(text));
+            readers::note(findings_, readers::atItem(array, index), std::move(text));
         }
     }
 
@@ -99,7 +81,7 @@ private:
         }
         checkPositions(primitive.positions);
         expect(primitive.mode <= 6, "meshes", mesh, "an unknown mode");
-        expect(primitive.mode != triangles || drawn % 3 == 0, "meshes", mesh, "its triangles are not whole");
+        expect(primitive.mode != trianglesMode || drawn % 3 == 0, "meshes", mesh, "its triangles are not whole");
         expect(primitive.mode != 1 || drawn % 2 == 0, "meshes", mesh, "its lines are not whole");
         expect(primitive.mode == 0 || drawn >= 2, "meshes", mesh, "a line of one point");
     }
@@ -173,7 +155,7 @@ private:
         }
         for (const std::uint64_t root : scene_.roots) {
             if (root >= parents.size() || parents[root] != none) {
-                note(findings_, "scene", "a root is not there, or stands below a node");
+                readers::note(findings_, "scene", "a root is not there, or stands below a node");
             }
         }
         checkLoops(parents);
@@ -200,47 +182,8 @@ private:
 
 }  // namespace
 
-bool isInBounds(const Scene& scene, const Accessor& accessor) {
-    const std::uint64_t size = componentSize(accessor.componentType);
-    if (accessor.view >= scene.views.size() || size == 0 || accessor.components == 0 || accessor.count == 0) {
-        return false;
-    }
-    const BufferView& view = scene.views[accessor.view];
-    if (view.buffer >= scene.buffers.size() || accessor.offset > view.size) {
-        return false;
-    }
-    const std::uint64_t available = scene.buffers[view.buffer].size();
-    if (view.offset > available || view.size > available - view.offset || (view.offset + accessor.offset) % size != 0) {
-        return false;
-    }
-    const std::uint64_t stride = strideOf(scene, accessor);
-    const std::uint64_t element = size * accessor.components;
-    const std::uint64_t room = view.size - accessor.offset;
-    return stride >= element && room >= element && accessor.count - 1 <= (room - element) / stride;
-}
-
-std::vector<std::array<float, 3>> positionsOf(const Scene& scene, const Accessor& accessor) {
-    std::vector<std::array<float, 3>> positions(accessor.count);
-    const char* at = startOf(scene, accessor);
-    for (std::array<float, 3>& position : positions) {
-        std::memcpy(position.data(), at, sizeof position);
-        at += strideOf(scene, accessor);
-    }
-    return positions;
-}
-
-std::vector<std::uint32_t> indicesOf(const Scene& scene, const Accessor& accessor) {
-    std::vector<std::uint32_t> indices(accessor.count);
-    const char* at = startOf(scene, accessor);
-    for (std::uint32_t& index : indices) {
-        std::memcpy(&index, at, static_cast<std::size_t>(componentSize(accessor.componentType)));
-        at += strideOf(scene, accessor);
-    }
-    return indices;
-}
-
-void checkScene(const Scene& scene, Findings& findings) {
+void sceneNumbers(const readers::scene::Scene& scene, Findings& findings) {
     SceneCheck(scene, findings).run();
 }
 
-}  // namespace gltfcheck
+}  // namespace check
