@@ -68,6 +68,11 @@ tessaro_test(program)
 if(TARGET test_program)
   add_dependencies(test_program tessaro_program tessaro_module)
 endif()
+# Outputs of the program, read back.
+tessaro_test(readers output_checks)
+if(TARGET test_readers)
+  add_dependencies(test_readers tessaro_program tessaro_module)
+endif()
 tessaro_test(eem ${SHARED_ROOMS} room_eem output_checks)
 # The module as it is loaded, on a plant that is run some thousand times.
 tessaro_test(faults output_checks)

@@ -55,11 +55,14 @@ public:
             note(findings_, {}, mapped_.fault());
             return;
         }
+        // The library takes no bytes for an archive without entries.
         FreeZipError error;
+        const std::string_view bytes = mapped_.bytes();
         zip_source_t* source =
-            zip_source_buffer_create(mapped_.bytes().data(), mapped_.bytes().size(), 0, &error.error);
-        archive_.reset(source == nullptr ? nullptr
-                                         : zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error.error));
+            bytes.empty() ? nullptr : zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error.error);
+        if (source != nullptr) {
+            archive_.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error.error));
+        }
         if (archive_ == nullptr) {
             zip_source_free(source);
             note(findings_, {}, "no whole ZIP archive");

@@ -102,7 +102,7 @@ TEST(EemSideFile, ItsMembersAreTheBlocksInTheirOrder) {
     };
     for (const auto& [json, expected] : cases) {
         readers::Findings findings;
-        readers::eem::checkPair(content, readers::eem::readSideFile(json, findings), findings);
+        check::eemPair(content, readers::eem::readSideFile(json, findings), findings);
         EXPECT_EQ(allFindings(findings), expected) << json;
     }
 }

@@ -4,9 +4,9 @@
 #include "eem/command.h"
 #include "eem/file.h"
 #include "platform/hxcom.h"
-#include "readers/eem/file.h"
 #include "support/export_test.h"
 #include "support/memory_file.h"
+#include "tessaro/check/eem/rules.h"
 
 #include <string>
 #include <vector>
@@ -52,7 +52,7 @@ protected:
         readers::Findings findings;
         readers::eem::EemContent content = readers::eem::readEem(bytes(), findings);
         side = readers::eem::readSideFile(root.read("plant.v1.json"), findings);
-        readers::eem::checkPair(content, side, findings);
+        check::eemPair(content, side, findings);
         EXPECT_EQ(allFindings(findings), "");
         EXPECT_TRUE(content.isWhole);
         return content;

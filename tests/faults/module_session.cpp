@@ -1,6 +1,6 @@
 #include "module_session.h"
 
-#include "readers/package/archive.h"
+#include "tessaro/check/package/rules.h"
 
 #include "tolmar/rx.h"
 
@@ -18,10 +18,11 @@ std::string bytesOf(const fs::path& file) {
 // The package but for its ids. A fault stands in it, so that no broken package is like a whole one.
 std::string packageText(const fs::path& file) {
     readers::Findings findings;
-    const readers::package::Package package = readers::package::readPackage(file, findings, true);
+    check::packageParts(file, findings);
+    const readers::package::Package package = readers::package::readPackage(file, findings);
     std::ostringstream text;
-    for (const std::string& finding : findings) {
-        text << "fault " << finding << "\n";
+    for (const readers::Finding& finding : findings) {
+        text << "fault " << readers::sentence(finding) << "\n";
     }
     for (const readers::package::Model& model : package.models) {
         for (const readers::package::Tree& tree : model.trees) {

@@ -6,6 +6,7 @@
 #include "hextinterface/model_extraction.h"
 #include "scripts/script_host.h"
 #include "support/test_support.h"
+#include "tessaro/check/hext/names.h"
 #include "tolmar/code_page.h"
 
 #include <map>
@@ -24,6 +25,17 @@ protected:
     void TearDown() override {
         EXPECT_EQ(tolmar::waitForStartedPrograms(), 0);
         EXPECT_EQ(root.read(packagingErrors), "");
+    }
+
+    // What the program's check of the folder finds, a line each.
+    std::string folderFindings() const {
+        readers::Findings findings;
+        check::hextNames(root.path() / "temp" / "hext", findings);
+        std::string text;
+        for (const readers::Finding& finding : findings) {
+            text += tolmar::toUtf8(readers::sentence(finding)) + "\n";
+        }
+        return text;
     }
 
     static std::string example() { return exampleText("pump-station.json"); }

@@ -1,25 +1,14 @@
 // The reader of the folder finds what is wrong with one: the example's folder with one fault each.
 #include "fixture.h"
 
-#include "readers/hext/folder.h"
-
 namespace {
 
-class FolderReader : public HextRunTest {
-protected:
-    std::string findings() const {
-        std::string text;
-        for (const std::string& finding : HextFolder::check(root.path() / "temp" / "hext")) {
-            text += tolmar::toUtf8(finding) + "\n";
-        }
-        return text;
-    }
-};
+using FolderReader = HextRunTest;
 
 TEST_F(FolderReader, FindsEachKindOfFault) {
     const TestModel model(example());
     hextout();
-    ASSERT_EQ(findings(), "");
+    ASSERT_EQ(folderFindings(), "");
     const std::string longName(52, 'q');
     const struct {
         const char* file;
@@ -53,7 +42,7 @@ TEST_F(FolderReader, FindsEachKindOfFault) {
         const std::size_t at = text.find(fault.from);
         ASSERT_NE(at, std::string::npos) << fault.file << ": " << fault.from;
         root.write(file, text.replace(at, fault.from.size(), fault.to));
-        EXPECT_NE(findings().find(fault.finding), std::string::npos) << fault.from << "\n" << findings();
+        EXPECT_NE(folderFindings().find(fault.finding), std::string::npos) << fault.from << "\n" << folderFindings();
         root.write(file, whole);
     }
 }
@@ -64,7 +53,7 @@ TEST_F(FolderReader, TakesNamesWithQuotesAndBlanks) {
                                        "call !!ORNAEquipCreateStruct(!owner, !self, !pos, !ori)\nOLD /a'b\n");
     root.write("temp/hext/PipeCompSpecGenerator.txt",
                "NEW SPECIFICATION /two words \n    PIPE  */P-SP  50\nOLD /two words /P-SP\n");
-    EXPECT_EQ(findings(), "");
+    EXPECT_EQ(folderFindings(), "");
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include "generator/generate.h"
 #include "spec_tables.h"
 
-#include "readers/hext/folder.h"
-
 #include "hextinterface/hextbasemethod/macro_text.h"
 #include "platform/hxcom.h"
 #include "platform/model_tests.h"
@@ -169,7 +167,7 @@ TEST_F(Tables, OfGeneratedPlantsReferToWhatIsThere) {
         const SpecTables tables(files());
         EXPECT_EQ(joined(tables.findings), "") << seed;
         EXPECT_GT(compareBores(tables, root.read("temp/hext/pipe.txt")), 300U) << seed;
-        EXPECT_EQ(joined(HextFolder::check(root.path() / "temp" / "hext")), "") << seed;
+        EXPECT_EQ(folderFindings(), "") << seed;
     }
 }
 

@@ -1,7 +1,7 @@
 // The program's checker takes what MAXOUT writes and finds what is wrong with changed files.
 #include "support.h"
 
-#include "readers/max/files.h"
+#include "tessaro/check/max/rules.h"
 
 namespace {
 
@@ -26,9 +26,9 @@ protected:
         EXPECT_NE(at, std::string::npos) << from;
         return text.replace(at, from.size(), to);
     }
-    static bool finds(const std::vector<std::string>& findings, const std::string& text) {
-        for (const std::string& finding : findings) {
-            if (finding.find(text) != std::string::npos) {
+    static bool finds(const readers::Findings& findings, const std::string& text) {
+        for (const readers::Finding& finding : findings) {
+            if (readers::sentence(finding).find(text) != std::string::npos) {
                 return true;
             }
         }
@@ -39,18 +39,20 @@ protected:
     std::string propertyBytes;
 };
 
-using namespace readers::max;
+using check::maxGeometry;
+using check::maxPair;
+using check::maxProperties;
 
 TEST_F(MaxChecker, TakesWhatIsWritten) {
-    EXPECT_EQ(checkGeometry(geometryBytes), std::vector<std::string>{});
-    EXPECT_EQ(checkProperties(propertyBytes), std::vector<std::string>{});
-    EXPECT_EQ(checkPair(geometryBytes, propertyBytes), std::vector<std::string>{});
+    EXPECT_TRUE(maxGeometry(geometryBytes).empty());
+    EXPECT_TRUE(maxProperties(propertyBytes).empty());
+    EXPECT_TRUE(maxPair(geometryBytes, propertyBytes).empty());
 }
 
 TEST_F(MaxChecker, FindsWhatIsWrongWithAGeometryFile) {
     const auto bad = [&](const std::string& from, const std::string& to, const std::string& finding,
                          const std::string& behind = {}) {
-        EXPECT_TRUE(finds(checkGeometry(changed(geometryBytes, from, to, behind)), finding)) << finding;
+        EXPECT_TRUE(finds(maxGeometry(changed(geometryBytes, from, to, behind)), finding)) << finding;
     };
     bad("pointNum=\"8\"", "pointNum=\"9\"", "point 8 is missing");
     bad("pointNum=\"8\"", "pointNum=\"7\"", "face 0 is missing");
@@ -65,38 +67,37 @@ TEST_F(MaxChecker, FindsWhatIsWrongWithAGeometryFile) {
     bad("id=\"3\"", "id=\"2\"", "its id is no number above those before it");
     bad("meshGroup", "mashGroup", "line");
     bad("utf-8", "gbk", "line 1: does not begin with");
-    EXPECT_FALSE(checkGeometry(geometryBytes.substr(0, geometryBytes.size() / 2)).empty()) << "cut off";
-    EXPECT_FALSE(checkGeometry("").empty());
+    EXPECT_FALSE(maxGeometry(geometryBytes.substr(0, geometryBytes.size() / 2)).empty()) << "cut off";
+    EXPECT_FALSE(maxGeometry("").empty());
     std::string deep = geometryBytes.substr(0, geometryBytes.find('\n') + 1);
     for (int i = 0; i < 1'000'000; ++i) {
         deep += "<object a='>'>";
     }
-    EXPECT_TRUE(finds(checkGeometry(deep), "nested deeper"));
+    EXPECT_TRUE(finds(maxGeometry(deep), "nested deeper"));
     std::string many = "<?xml version='1.0' encoding='utf-8' ?>\n<object id='1' Name='W'>";
     for (int i = 0; i < 1000; ++i) {
         many += "<object/>";
     }
-    EXPECT_EQ(checkGeometry(many + "</object>").size(), 101U) << "a hundred faults and the word that there are more";
+    EXPECT_EQ(maxGeometry(many + "</object>").size(), 101U) << "a hundred faults and the word that there are more";
 }
 
 TEST_F(MaxChecker, FindsWhatIsWrongWithAPropertyFile) {
-    EXPECT_TRUE(finds(checkProperties(changed(propertyBytes, "ORNA", "ORMA")), "one propertyGroup"));
-    EXPECT_TRUE(finds(checkProperties(changed(propertyBytes, "unit_no", "unit")), "site_no and unit_no"));
-    EXPECT_TRUE(finds(checkProperties(propertyBytes + "<object/>"), "not one root element"));
+    EXPECT_TRUE(finds(maxProperties(changed(propertyBytes, "ORNA", "ORMA")), "one propertyGroup"));
+    EXPECT_TRUE(finds(maxProperties(changed(propertyBytes, "unit_no", "unit")), "site_no and unit_no"));
+    EXPECT_TRUE(finds(maxProperties(propertyBytes + "<object/>"), "not one root element"));
 }
 
 TEST_F(MaxChecker, FindsFilesThatDoNotBelongTogether) {
-    EXPECT_TRUE(finds(checkPair(geometryBytes, changed(propertyBytes, "id=\"3\"", "id=\"33\"")),
+    EXPECT_TRUE(finds(maxPair(geometryBytes, changed(propertyBytes, "id=\"3\"", "id=\"33\"")),
                       "object 3 is not in the property file"));
     EXPECT_TRUE(
-        finds(checkPair(geometryBytes, changed(propertyBytes, "-Pipe_3", "-Pump_3")), "object 3 has another name"));
-    EXPECT_TRUE(
-        finds(checkPair(geometryBytes, changed(propertyBytes, "id=\"2\"", "id=\"7\"")), "stands under another"));
+        finds(maxPair(geometryBytes, changed(propertyBytes, "-Pipe_3", "-Pump_3")), "object 3 has another name"));
+    EXPECT_TRUE(finds(maxPair(geometryBytes, changed(propertyBytes, "id=\"2\"", "id=\"7\"")), "stands under another"));
 }
 
 TEST_F(MaxChecker, NoCutFileLooksWholeAndNoByteEndsTheProgram) {
     for (const std::string& bytes : {geometryBytes, propertyBytes}) {
-        const auto check = bytes == geometryBytes ? checkGeometry : checkProperties;
+        const auto check = bytes == geometryBytes ? maxGeometry : maxProperties;
         for (std::size_t size = 0; size <= bytes.rfind('>'); ++size) {
             EXPECT_FALSE(check(bytes.substr(0, size)).empty()) << size;
         }
@@ -104,10 +105,10 @@ TEST_F(MaxChecker, NoCutFileLooksWholeAndNoByteEndsTheProgram) {
             for (const char c : {'<', '>', '"', '&', '/', '\0', '9'}) {
                 std::string text = bytes;
                 text[at] = c;
-                checkGeometry(text);
-                checkProperties(text);
-                checkPair(text, propertyBytes);
-                checkPair(geometryBytes, text);
+                maxGeometry(text);
+                maxProperties(text);
+                maxPair(text, propertyBytes);
+                maxPair(geometryBytes, text);
             }
         }
     }

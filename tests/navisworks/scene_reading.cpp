@@ -1,5 +1,6 @@
 #include "scene_reading.h"
 
+#include "tessaro/check/scene/rules.h"
 #include "tolmar/code_page.h"
 
 #include <cjson/cJSON.h>
@@ -84,7 +85,7 @@ std::string pointText(const SceneReading::Point& point) {
 SceneReading::SceneReading(const std::filesystem::path& path) {
     readers::Findings findings;
     scene_ = readers::scene::readScene(path, findings);
-    readers::scene::checkScene(scene_, findings);
+    check::sceneNumbers(scene_, findings);
     for (const readers::Finding& finding : findings) {
         ADD_FAILURE() << finding.place << ": " << finding.text;
     }

@@ -3,7 +3,7 @@
 
 #include "nwcreate/inspect.h"
 #include "nwcreate/shapes.h"
-#include "readers/scene/reader.h"
+#include "tessaro/check/scene/rules.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
 #include "tolmar/scratch_folder.h"
@@ -51,7 +51,7 @@ protected:
     readers::scene::Scene read(const std::string& name) {
         readers::Findings findings;
         readers::scene::Scene found = readers::scene::readScene(folder.file(name), findings);
-        readers::scene::checkScene(found, findings);
+        check::sceneNumbers(found, findings);
         for (const readers::Finding& finding : findings) {
             ADD_FAILURE() << name << ": " << finding.place << ": " << finding.text;
         }

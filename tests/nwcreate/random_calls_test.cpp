@@ -98,7 +98,7 @@ TEST_F(RandomCallsTest, TheSceneStaysWholeAndTheBalanceTrue) {
         for (readers::scene::Node& node : found.nodes) {
             node.isLayer = false;
         }
-        readers::scene::checkScene(found, findings);
+        check::sceneNumbers(found, findings);
         for (const readers::Finding& finding : findings) {
             FAIL() << "round " << round << ": " << finding.place << ": " << finding.text;
         }

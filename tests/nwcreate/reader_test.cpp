@@ -32,7 +32,7 @@ protected:
         folder.put("bad.nwc", bytes);
         readers::Findings findings;
         const readers::scene::Scene found = readers::scene::readScene(folder.file("bad.nwc"), findings);
-        readers::scene::checkScene(found, findings);
+        check::sceneNumbers(found, findings);
         std::string all;
         for (const readers::Finding& finding : findings) {
             all += finding.place + ": " + finding.text + "\n";

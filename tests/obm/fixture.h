@@ -2,8 +2,8 @@
 #pragma once
 
 #include "obm/command.h"
-#include "readers/package/archive.h"
 #include "support/export_test.h"
+#include "tessaro/check/package/rules.h"
 
 #include <algorithm>
 #include <map>
@@ -49,7 +49,10 @@ inline void keepForTheJudge(const std::filesystem::path& archive, const std::vec
 // A package read back, with what is wrong with it.
 struct ReadPackage {
     explicit ReadPackage(const std::filesystem::path& file) {
-        package = readers::package::readPackage(file, findings, true);
+        readers::Findings found;
+        check::packageParts(file, found);
+        std::transform(found.begin(), found.end(), std::back_inserter(findings), readers::sentence);
+        package = readers::package::readPackage(file, found);
     }
     const readers::package::Model& model() const { return package.models.at(0); }
     const readers::glb::Scene& scene() const { return model().scenes.at(0); }
@@ -84,7 +87,7 @@ struct ReadPackage {
         return text;
     }
 
-    readers::Findings findings;
+    std::vector<std::string> findings;
     readers::package::Package package;
 };
 

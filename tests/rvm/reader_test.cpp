@@ -1,6 +1,7 @@
 // The checker itself: whole files pass, and every kind of damage is found.
 #include "support.h"
 
+#include "readers/utf8.h"
 #include "support/test_support.h"
 
 #include <functional>
@@ -39,7 +40,7 @@ struct Sample {
         const auto rvm = readers::rvm::readRvm(rvmBytes, findings);
         const auto attributes = readers::rvm::readAttributes(text, findings);
         if (findings.empty()) {
-            readers::rvm::checkPair(rvm, attributes, findings);
+            check::rvmPair(rvm, attributes, findings);
         }
         return allFindings(findings);
     }
@@ -127,13 +128,13 @@ TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
     readers::rvm::RvmContent good = readers::rvm::readRvm(strict.rvmBytes, findings);
     const readers::rvm::AttributeContent text = readers::rvm::readAttributes(strict.text, findings);
     good.primitives.at(0).box = {-0.5F, -0.5F, -0.5F, 0.5F, 0.5F, 0.5F};
-    readers::rvm::checkStrictForm(good, text, findings);
+    check::rvmStrictForm(good, text, findings);
     EXPECT_EQ(allFindings(findings), "");
     // What is a point has a point for its box.
     readers::rvm::RvmContent points = good;
     points.primitives[0] = {.kind = 4, .box = {3, 0, 0, 3, 0, 0}, .parameters = {3}, .parameterCount = 3};
     points.primitives.push_back({.kind = 11, .box = {1, 1, 1, 1, 1, 1}, .triangles = 2, .extent = {1, 1, 1, 1, 1, 1}});
-    readers::rvm::checkStrictForm(points, text, findings);
+    check::rvmStrictForm(points, text, findings);
     EXPECT_EQ(allFindings(findings), "");
     using Rvm = readers::rvm::RvmContent;
     using Text = readers::rvm::AttributeContent;
@@ -162,7 +163,7 @@ TEST(RvmReader, FindsWhatAStrictReaderRefuses) {
         Rvm rvm = good;
         Text attributes = text;
         faults[i](rvm, attributes);
-        readers::rvm::checkStrictForm(rvm, attributes, findings);
+        check::rvmStrictForm(rvm, attributes, findings);
         EXPECT_EQ(findings.size(), 1U) << i << ": " << allFindings(findings);
         findings.clear();
     }
@@ -182,10 +183,10 @@ TEST(RvmReader, HostileFilesEndInFindings) {
 
 TEST(RvmReader, TellsUtf8FromOtherBytes) {
     for (const char* good : {"", "a", "\xC2\x80", "\xE6\xB3\xB5", "\xF0\x9F\x98\x80"}) {
-        EXPECT_TRUE(readers::rvm::isUtf8(good));
+        EXPECT_TRUE(readers::isUtf8(good));
     }
     for (const char* bad : {"\x80", "\xC0\x80", "\xC2", "\xE6\xB3", "\xE6\xB3z", "\xF5\x80\x80\x80", "\xFF"}) {
-        EXPECT_FALSE(readers::rvm::isUtf8(bad));
+        EXPECT_FALSE(readers::isUtf8(bad));
     }
 }
 

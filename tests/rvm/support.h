@@ -1,10 +1,10 @@
 // What the tests of the RVM export share: bytes as text, and reading back through the program's checker.
 #pragma once
 
-#include "readers/rvm/file.h"
 #include "rvm/format/writer.h"
 #include "rvm/pair.h"
 #include "support/memory_file.h"
+#include "tessaro/check/rvm/rules.h"
 
 #include <gtest/gtest.h>
 
@@ -31,11 +31,11 @@ struct ReadPair {
     readers::Findings findings;
 
     ReadPair(std::string_view rvmBytes, std::string_view textBytes) {
-        rvm = readers::rvm::readRvm(rvmBytes, findings, true);
+        rvm = readers::rvm::readRvm(rvmBytes, findings);
         text = readers::rvm::readAttributes(textBytes, findings);
-        readers::rvm::checkPair(rvm, text, findings);
+        check::rvmPair(rvm, text, findings);
         if (text.isRootClosed()) {
-            readers::rvm::checkStrictForm(rvm, text, findings);
+            check::rvmStrictForm(rvm, text, findings);
         }
         EXPECT_EQ(allFindings(findings), "");
         EXPECT_TRUE(rvm.isWhole);
@@ -48,7 +48,7 @@ struct ReadPair {
             lines += rvm.pathOf(i) + "[" + std::to_string(rvm.groups[i].material) + "]";
             for (const std::uint32_t primitive : rvm.groups[i].primitives) {
                 lines += " " + std::to_string(rvm.primitives[primitive].kind) +
-                         (rvm.primitives[primitive].isObstruction ? "!" : "");
+                         (rvm.primitives[primitive].isObstruction() ? "!" : "");
             }
             lines += "\n";
         }
