@@ -2,7 +2,7 @@
 #pragma once
 
 #include "program/real_module.h"
-#include "readers/outputs.h"
+#include "readers/opening/outputs.h"
 #include "tolmar/code_page.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "readers/outputs.h"
+#include "readers/opening/outputs.h"
 
 #include "readers/eem/objects.h"
 #include "readers/hext/folder.h"
