@@ -1,0 +1,37 @@
+// Where converted primitives go: an object of a builder, in one colour and material.
+#pragma once
+
+#include "plant/model_builder.h"
+#include "sources/rvm/facets.h"
+#include "sources/rvm/surface_mesh.h"
+
+#include <string>
+
+namespace plant::rvm {
+
+class ShapeOutput {
+public:
+    explicit ShapeOutput(ModelBuilder& builder) : builder_(&builder) {}
+
+    // Colour index, 0 for that of the object; an obstruction volume, such as insulation, or a solid.
+    void setLook(int color, bool isObstruction) {
+        color_ = color;
+        material_ = isObstruction ? obstructionMaterial : nullptr;
+    }
+    void put(HextPrimary3D& solid);
+    void put(HextPrimaryLine& line);
+    // As an entity of the host that holds a mesh. The coordinates keep a ten-thousandth of a millimetre.
+    void put(const SurfaceMesh& mesh);
+    // For primitives whose mesh does not outlive their conversion.
+    SurfaceMesh& scratchMesh() { return scratch_; }
+    FacetReader& facetReader() { return facets_; }
+
+private:
+    ModelBuilder* builder_;
+    int color_ = 0;
+    const char* material_ = nullptr;
+    SurfaceMesh scratch_;
+    FacetReader facets_;
+};
+
+}  // namespace plant::rvm
