@@ -39,6 +39,9 @@ Item itemOf(std::uint32_t node, ObjectId id, const Facts& facts) {
     }
     item.arrive = pointNumber(facts[Key::Arrive], 1);
     item.leave = pointNumber(facts[Key::Leave], item.arrive == 2 ? 1 : 2);
+    if (item.leave == item.arrive) {
+        item.leave = item.arrive == 2 ? 1 : 2;
+    }
     item.boreIn = boreOf(facts[Key::ArriveBore], boreOf(facts[Key::LeaveBore]));
     item.boreOut = boreOf(facts[Key::LeaveBore], item.boreIn);
     item.specification = facts[Key::LeaveTube];

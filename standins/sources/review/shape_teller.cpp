@@ -44,30 +44,39 @@ int ShapeTeller::colorOfGroup(std::uint32_t group) {
     return lastColor_;
 }
 
-void ShapeTeller::tellTransparency(std::uint8_t transparency) {
+void ShapeTeller::tellTransparency(std::string_view key, std::uint8_t transparency) {
     if (transparency > 0) {
-        builder_->attribute(transparencyKey, std::int64_t{transparency});
+        builder_->attribute(key, std::int64_t{transparency});
     }
 }
 
+void ShapeTeller::tellColor(std::uint32_t group) {
+    objectColor_ = group != rvm::noGroup ? colorOfGroup(group) : 0;
+    if (objectColor_ != 0) {
+        builder_->color(static_cast<std::int16_t>(objectColor_));
+    }
+}
+
+// It holds for everything below.
+std::uint8_t ShapeTeller::transparencyOf(std::uint32_t group) const {
+    std::uint8_t transparency = 0;
+    for (; transparency == 0 && group != rvm::noGroup; group = file_->survey.groups[group].parent) {
+        transparency = rvm::groupFacts(file_->bytes, file_->survey.groups[group]).transparency;
+    }
+    return transparency;
+}
+
 void ShapeTeller::tellLook(std::uint32_t group) {
-    objectColor_ = 0;
     if (group == rvm::noGroup) {
         return;
     }
-    const rvm::GroupFacts facts = rvm::groupFacts(file_->bytes, file_->survey.groups[group]);
-    objectColor_ = colorOf(facts.material);
-    builder_->color(static_cast<std::int16_t>(objectColor_));
-    if (const auto exact = file_->survey.colors.exact(facts.material)) {
+    const rvm::Group& one = file_->survey.groups[group];
+    const std::uint32_t material = rvm::groupFacts(file_->bytes, one).material;
+    if (const auto exact = file_->survey.colors.exact(material)) {
         builder_->attribute(colorKey, std::string_view(hexText(*exact)));
     }
-    // A transparency holds for everything below.
-    std::uint8_t transparency = facts.transparency;
-    for (std::uint32_t above = file_->survey.groups[group].parent; transparency == 0 && above != rvm::noGroup;
-         above = file_->survey.groups[above].parent) {
-        transparency = rvm::groupFacts(file_->bytes, file_->survey.groups[above]).transparency;
-    }
-    tellTransparency(transparency);
+    tellTransparency(transparencyKey, transparencyOf(group));
+    tellTransparency(obstructionTransparencyKey, one.obstructionTransparency);
 }
 
 bool ShapeTeller::read(const rvm::Chunk& chunk) {
@@ -88,16 +97,18 @@ void ShapeTeller::tellPrimitive(const rvm::Chunk& chunk, int color) {
                              "a primitive of a kind that is not known; left out");
     }
     output_.setLook(color == objectColor_ ? 0 : color, chunk.tag != rvm::Tag::Primitive);
-    if (primitive_.transparency > 0) {
-        builder_->attribute(obstructionTransparencyKey, std::int64_t{primitive_.transparency});
-    }
     const rvm::Conversion result = rvm::convertPrimitive(primitive_, output_);
-    const bool isTaken = result == rvm::Conversion::Taken || result == rvm::Conversion::Crossing;
-    ++(isTaken ? balance.taken : balance.told);
+    ++(rvm::isTaken(result) ? balance.taken : balance.told);
     if (result != rvm::Conversion::Taken) {
         const rvm::ConversionText told = rvm::textOf(result);
         file_->tellAt(told.code, SourceGrade::Loss, chunk.offset, told.text);
     }
+}
+
+void ShapeTeller::tellFolded(std::uint32_t group) {
+    ++file_->report->balance("groups").told;
+    file_->tellAt("review.group-folded", SourceGrade::Note, file_->survey.groups[group].at,
+                  "a group without attributes within an element; its shape is part of the element's");
 }
 
 void ShapeTeller::tellGroup(std::uint32_t group, const std::function<bool(std::uint32_t)>& isOwn) {
@@ -115,6 +126,7 @@ void ShapeTeller::tellGroup(std::uint32_t group, const std::function<bool(std::u
                 next = survey.groups[son].brother;
                 return survey.groups[son].end;
             }
+            tellFolded(son);
             open.push_back(son);
             next = survey.groups[son].son;
             color = colorOfGroup(son);
@@ -161,6 +173,7 @@ std::vector<LoosePrimitive> ShapeTeller::loosePrimitives(std::uint32_t group) {
 void ShapeTeller::addLoosePrimitives(std::uint32_t group, std::vector<LoosePrimitive>& out) {
     const std::vector<LoosePrimitive> own = loosePrimitives(group);
     out.insert(out.end(), own.begin(), own.end());
+    tellFolded(group);
     for (std::uint32_t son = file_->survey.groups[group].son; son != rvm::noGroup;
          son = file_->survey.groups[son].brother) {
         addLoosePrimitives(son, out);

@@ -24,7 +24,9 @@ class ShapeTeller {
 public:
     ShapeTeller(File& file, ModelBuilder& builder) : file_(&file), builder_(&builder), output_(builder) {}
 
-    // Colour, exact colour and transparency of the object in hand, from its group.
+    // The colour of the object in hand, from its group.
+    void tellColor(std::uint32_t group);
+    // Exact colour and transparencies, as attributes.
     void tellLook(std::uint32_t group);
     // All primitives of a group and of the groups in it but for those that `isOwn` says are objects of their own.
     void tellGroup(std::uint32_t group, const std::function<bool(std::uint32_t group)>& isOwn);
@@ -34,14 +36,14 @@ public:
     // The same with those of all groups in it.
     void addLoosePrimitives(std::uint32_t group, std::vector<LoosePrimitive>& out);
 
-    std::uint64_t taken() const { return taken_; }
-
 private:
     int colorOf(std::uint32_t material) const;
     int colorOfGroup(std::uint32_t group);
     void tellPrimitive(const rvm::Chunk& chunk, int color);
     bool read(const rvm::Chunk& chunk);
-    void tellTransparency(std::uint8_t transparency);
+    void tellFolded(std::uint32_t group);
+    std::uint8_t transparencyOf(std::uint32_t group) const;
+    void tellTransparency(std::string_view key, std::uint8_t transparency);
 
     File* file_;
     ModelBuilder* builder_;
@@ -50,7 +52,6 @@ private:
     int objectColor_ = 0;
     std::uint32_t lastGroup_ = rvm::noGroup;
     int lastColor_ = 0;
-    std::uint64_t taken_ = 0;
 };
 
 }  // namespace plant::review

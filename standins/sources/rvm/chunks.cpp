@@ -69,12 +69,14 @@ Chunk chunkAt(std::string_view file, std::uint64_t offset) {
     const char* at = file.data() + offset;
     std::uint32_t tag = 0;
     std::uint32_t others = 0;
+    bool isText = true;
     for (std::size_t i = 0; i < 4; ++i) {
         const std::uint32_t word = wordAt(at + wordSize * i);
         tag = tag << 8U | (word & 0xFFU);
         others |= word >> 8U;
+        isText = isText && (word & 0xFFU) > ' ' && (word & 0xFFU) < 0x7F;
     }
-    if (others != 0 || tag == 0) {
+    if (others != 0 || !isText) {
         refuseAt(offset, "a chunk is expected, and no tag stands there");
     }
     const Chunk chunk{Tag{tag}, offset, offset + headSize, wordAt(at + tagSize)};

@@ -12,6 +12,9 @@ namespace plant::rvm {
 namespace {
 
 constexpr int none = -1;
+// A primitive of some hundred bytes may make a mesh of half a million points: all meshes of a file together have so
+// many before they get coarser. Facets do not count, since the file holds their points.
+constexpr std::size_t mostSurfacePoints = 20'000'000;
 
 // How a kind is taken. `sizes` parameters from the first on must not be negative, but for the one at `height`, which
 // may turn the primitive over.
@@ -36,7 +39,7 @@ constexpr std::array<KindRow, lastKind + 1> kindRows = {{
     {nullptr, 0, none, none},
 }};
 
-constexpr std::array<ConversionText, 8> texts = {{
+constexpr std::array<ConversionText, 9> texts = {{
     {"", ""},
     {"rvm.not-finite", "a primitive with a number that is not finite; left out"},
     {"rvm.singular-matrix", "a primitive whose axes have no length or lie in one plane; left out"},
@@ -44,7 +47,8 @@ constexpr std::array<ConversionText, 8> texts = {{
     {"rvm.negative-size", "a primitive with a negative size; left out"},
     {"rvm.bad-angle", "a primitive with an angle that makes no shape; left out"},
     {"rvm.empty-facets", "facets without an area; left out"},
-    {"rvm.crossing-facet", "a facet whose outlines cross too often; its facet group is left out"},
+    {"rvm.crossing-facet", "a facet whose outlines cross too often; taken as a fan about its first corner"},
+    {"rvm.coarse-mesh", "a surface beyond the points that meshes of one file may have; taken coarser than usual"},
 }};
 
 // Turned over so that the height is positive.
@@ -79,12 +83,14 @@ Conversion check(const Primitive& primitive, const KindRow& row) {
 
 Conversion putSurface(const Primitive& primitive, ShapeOutput& output) {
     SurfaceMesh& mesh = output.scratchMesh();
-    surfaceOf(primitive, mesh);
+    const bool isCoarse = output.surfacePoints() > mostSurfacePoints;
+    surfaceOf(primitive, isCoarse ? Fineness::Coarse : Fineness::Usual, mesh);
     if (mesh.triangles.empty()) {
         return Conversion::ZeroSize;
     }
+    output.surfacePoints() += mesh.points.size();
     output.put(mesh);
-    return Conversion::Taken;
+    return isCoarse ? Conversion::Coarse : Conversion::Taken;
 }
 
 Conversion convertSolid(Primitive primitive, const KindRow& row, ShapeOutput& output) {

@@ -6,9 +6,22 @@
 
 namespace plant::rvm {
 
-enum class Conversion : std::uint8_t { Taken, NotFinite, Singular, ZeroSize, NegativeSize, BadAngle, Empty, Crossing };
+enum class Conversion : std::uint8_t {
+    Taken,
+    NotFinite,
+    Singular,
+    ZeroSize,
+    NegativeSize,
+    BadAngle,
+    Empty,
+    Crossing,  // taken all the same
+    Coarse     // taken all the same
+};
+inline bool isTaken(Conversion conversion) {
+    return conversion == Conversion::Taken || conversion >= Conversion::Crossing;
+}
 
-// Nothing is put out where the result is other than Taken. Refuses facets that are not as long as their chunk says.
+// Nothing is put out where the result is not taken. Refuses facets that are not as long as their chunk says.
 Conversion convertPrimitive(const Primitive& primitive, ShapeOutput& output);
 
 struct ConversionText {

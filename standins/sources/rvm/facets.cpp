@@ -150,6 +150,13 @@ void FacetReader::addPolygon() {
     }
     if (project() && !addRegion()) {
         isCrossing_ = true;
+        addFan();
+    }
+}
+
+void FacetReader::addFan() {
+    for (std::uint32_t i = 1; i + 1 < loopEnds_.front(); ++i) {
+        mesh_->triangle(corners_[0], corners_[i], corners_[i + 1]);
     }
 }
 
@@ -174,9 +181,7 @@ bool FacetReader::addConvex() {
     if (turned > 3 * tlGePi) {
         return false;
     }
-    for (std::uint32_t i = 1; i + 1 < count; ++i) {
-        mesh_->triangle(corners_[0], corners_[i], corners_[i + 1]);
-    }
+    addFan();
     return true;
 }
 
@@ -243,13 +248,9 @@ void FacetReader::addTriangles(bool isUnited) {
 
 Conversion convertFacets(const Primitive& primitive, ShapeOutput& output) {
     SurfaceMesh& mesh = output.scratchMesh();
-    switch (output.facetReader().read(primitive, mesh)) {
-    case FacetReader::Result::NotFinite:
+    const FacetReader::Result result = output.facetReader().read(primitive, mesh);
+    if (result == FacetReader::Result::NotFinite) {
         return Conversion::NotFinite;
-    case FacetReader::Result::Crossing:
-        return Conversion::Crossing;
-    case FacetReader::Result::Ok:
-        break;
     }
     if (mesh.triangles.empty()) {
         return Conversion::Empty;
@@ -260,7 +261,7 @@ Conversion convertFacets(const Primitive& primitive, ShapeOutput& output) {
         }
     }
     output.put(mesh);
-    return Conversion::Taken;
+    return result == FacetReader::Result::Crossing ? Conversion::Crossing : Conversion::Taken;
 }
 
 }  // namespace plant::rvm

@@ -28,6 +28,7 @@ private:
     std::uint32_t count(std::size_t leastSize, const char* what);
     void close();
     void addPolygon();
+    void addFan();
     bool addConvex();
     bool project();
     bool addRegion();

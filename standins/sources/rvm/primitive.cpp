@@ -34,8 +34,7 @@ bool readPrimitive(std::string_view bytes, const Chunk& chunk, Primitive& primit
     readNumbers(body, matrix, std::size(matrix));
     primitive.placement = placementOf(matrix);
     readNumbers(body, primitive.box.data(), primitive.box.size());
-    primitive.transparency =
-        chunk.tag == Tag::Primitive ? std::uint8_t{0} : static_cast<std::uint8_t>(*body.take(floatSize));
+    body.take(chunk.tag == Tag::Primitive ? 0 : floatSize);  // a transparency
     if (primitive.kind == Kind::Facets) {
         const std::size_t size = body.left();
         primitive.facets = {body.take(size), size};

@@ -25,6 +25,8 @@ public:
     // For primitives whose mesh does not outlive their conversion.
     SurfaceMesh& scratchMesh() { return scratch_; }
     FacetReader& facetReader() { return facets_; }
+    // Points of all meshes made of curved surfaces so far.
+    std::size_t& surfacePoints() { return surfacePoints_; }
 
 private:
     ModelBuilder* builder_;
@@ -32,6 +34,7 @@ private:
     const char* material_ = nullptr;
     SurfaceMesh scratch_;
     FacetReader facets_;
+    std::size_t surfacePoints_ = 0;
 };
 
 }  // namespace plant::rvm

@@ -8,7 +8,6 @@ namespace plant::rvm {
 namespace {
 
 constexpr double fewestChords = 12;
-constexpr double mostChords = 4096;
 
 bool samePlace(const Point& a, const Point& b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
@@ -48,12 +47,12 @@ void cap(SurfaceMesh& mesh, const Rim& rim, bool up) {
     }
 }
 
-std::uint32_t chordsOf(double radius, double sag) {
+std::uint32_t chordsOf(double radius, double sag, double most) {
     if (!(radius > sag)) {
         return static_cast<std::uint32_t>(fewestChords);
     }
     const double chords = std::ceil(tlGePi / std::acos(1 - sag / radius));
-    return static_cast<std::uint32_t>(std::clamp(chords, fewestChords, mostChords));
+    return static_cast<std::uint32_t>(std::clamp(chords, fewestChords, most));
 }
 
 }  // namespace plant::rvm

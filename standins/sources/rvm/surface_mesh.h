@@ -36,7 +36,7 @@ void stitch(SurfaceMesh& mesh, const Rim& lower, const Rim& upper);
 // The plane inside of a closed rim; `up` when it runs counter-clockwise seen from outside.
 void cap(SurfaceMesh& mesh, const Rim& rim, bool up);
 
-// Chords of a whole circle that stand off it by at most `sag`; 12 at least.
-std::uint32_t chordsOf(double radius, double sag);
+// Chords of a whole circle that stand off it by at most `sag`; 12 at least, and no more than `most`.
+std::uint32_t chordsOf(double radius, double sag, double most);
 
 }  // namespace plant::rvm

@@ -14,7 +14,14 @@ constexpr double wholeTurn = 2 * tlGePi;
 struct Job {
     const std::array<double, 9>& p;
     double sag;
+    Fineness fineness;
     SurfaceMesh& mesh;
+
+    std::uint32_t chords(double radius) const { return chordsOf(radius, sag, fineness == Fineness::Usual ? 4096 : 24); }
+    // Of a surface that is curved both ways.
+    std::uint32_t fewChords(double radius) const {
+        return chordsOf(radius, sag, fineness == Fineness::Usual ? 720 : 24);
+    }
 };
 
 struct Disc {
@@ -38,7 +45,7 @@ Rim addCircle(SurfaceMesh& mesh, const Disc& disc, std::uint32_t chords) {
 }
 
 void frustum(const Job& job, const Disc& lower, const Disc& upper) {
-    const std::uint32_t chords = chordsOf(std::max(lower.radius, upper.radius), job.sag);
+    const std::uint32_t chords = job.chords(std::max(lower.radius, upper.radius));
     const Rim below = addCircle(job.mesh, lower, chords);
     cap(job.mesh, below, false);
     const Rim above = addCircle(job.mesh, upper, chords);
@@ -97,7 +104,7 @@ struct Dome {
 };
 
 void addDome(const Job& job, const Dome& dome) {
-    const std::uint32_t chords = chordsOf(std::max(dome.radius, dome.height), job.sag);
+    const std::uint32_t chords = job.fewChords(std::max(dome.radius, dome.height));
     const double sweep = tlGePi / 2 - dome.from;
     const auto steps = std::max(2U, static_cast<std::uint32_t>(std::ceil(chords * sweep / wholeTurn)));
     Rim before;
@@ -139,13 +146,15 @@ void makeSphere(const Job& job) {
 
 // A closed profile in the plane of X and Z, counter-clockwise seen against Y, turned about Z.
 void sweep(const Job& job, const std::vector<Point>& profile, double angle) {
+    constexpr std::size_t mostCorners = 4;
     double reach = 0;
     for (const Point& point : profile) {
         reach = std::max(reach, std::fabs(point.x));
     }
+    const std::uint32_t chords = profile.size() > mostCorners ? job.fewChords(reach) : job.chords(reach);
     const bool isWhole = angle >= wholeTurn;
     const auto steps =
-        std::max(2U, static_cast<std::uint32_t>(std::ceil(chordsOf(reach, job.sag) * std::min(angle / wholeTurn, 1.0))));
+        std::max(2U, static_cast<std::uint32_t>(std::ceil(chords * std::min(angle / wholeTurn, 1.0))));
     const auto rimAt = [&](std::uint32_t i) {
         const double turn = (isWhole ? wholeTurn : angle) * i / steps;
         const Rim rim{static_cast<std::uint32_t>(job.mesh.points.size()), static_cast<std::uint32_t>(profile.size())};
@@ -175,7 +184,7 @@ void makeRectangularTorus(const Job& job) {
 }
 
 void makeCircularTorus(const Job& job) {
-    const std::uint32_t chords = chordsOf(job.p[1], job.sag);
+    const std::uint32_t chords = job.fewChords(job.p[1]);
     std::vector<Point> profile;
     for (std::uint32_t i = 0; i < chords; ++i) {
         const double turn = wholeTurn * i / chords;
@@ -214,10 +223,10 @@ void place(const Placement& placement, SurfaceMesh& mesh) {
 
 }  // namespace
 
-void surfaceOf(const Primitive& primitive, SurfaceMesh& mesh) {
+void surfaceOf(const Primitive& primitive, Fineness fineness, SurfaceMesh& mesh) {
     mesh.clear();
     const Placement& placement = primitive.placement;
-    const Job job{primitive.p, mostSag / std::max({placement.sx, placement.sy, placement.sz}), mesh};
+    const Job job{primitive.p, mostSag / std::max({placement.sx, placement.sy, placement.sz}), fineness, mesh};
     const auto* maker = std::find_if(std::begin(makers), std::end(makers),
                                      [&](const Maker& row) { return row.kind == primitive.kind; });
     if (maker != std::end(makers)) {

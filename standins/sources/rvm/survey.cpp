@@ -135,12 +135,22 @@ private:
     void countPrimitive(const Chunk& chunk) {
         ++primitives_.read;
         if (!open_.empty()) {
-            ++survey_.groups[open_.back().group].primitives;
+            Group& group = survey_.groups[open_.back().group];
+            ++group.primitives;
+            if (chunk.tag != Tag::Primitive && group.obstructionTransparency == 0) {
+                group.obstructionTransparency = transparencyOf(chunk);
+            }
             return;
         }
         ++primitives_.told;
         tell("rvm.primitive-outside", SourceGrade::Loss, chunk.offset,
              "a primitive that stands in no group; left out");
+    }
+    // Behind version, kind, matrix and bounding box. A chunk too short for it is refused where it is read.
+    std::uint8_t transparencyOf(const Chunk& chunk) const {
+        constexpr std::size_t place = (2 + 12 + 6) * 4;
+        const bool isThere = chunk.next - chunk.body > place;
+        return isThere ? static_cast<std::uint8_t>(bytes_[chunk.body + place]) : std::uint8_t{0};
     }
     void readColor(const Chunk& chunk) {
         Body body(bytes_, chunk);
