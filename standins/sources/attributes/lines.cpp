@@ -53,8 +53,8 @@ std::optional<KeyValue> takeAttribute(std::string_view& line, const Syntax& synt
 }
 
 std::string_view unquoted(std::string_view value) {
-    const bool isQuoted = value.size() >= 2 && (value.front() == '\'' || value.front() == '"') &&
-                          value.back() == value.front();
+    const bool isQuoted =
+        value.size() >= 2 && (value.front() == '\'' || value.front() == '"') && value.back() == value.front();
     return isQuoted ? value.substr(1, value.size() - 2) : value;
 }
 

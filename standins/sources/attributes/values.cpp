@@ -51,9 +51,9 @@ struct Nominal {
     double bore;
 };
 constexpr Nominal nominals[] = {
-    {0.125, 6},  {0.25, 8},  {0.375, 10}, {0.5, 15},  {0.75, 20}, {1, 25},   {1.25, 32}, {1.5, 40},
-    {2, 50},     {2.5, 65},  {3, 80},     {3.5, 90},  {4, 100},   {5, 125},  {6, 150},   {8, 200},
-    {10, 250},   {12, 300},  {14, 350},   {16, 400},  {18, 450},  {20, 500}, {22, 550},  {24, 600},
+    {0.125, 6}, {0.25, 8}, {0.375, 10}, {0.5, 15}, {0.75, 20}, {1, 25},   {1.25, 32}, {1.5, 40},
+    {2, 50},    {2.5, 65}, {3, 80},     {3.5, 90}, {4, 100},   {5, 125},  {6, 150},   {8, 200},
+    {10, 250},  {12, 300}, {14, 350},   {16, 400}, {18, 450},  {20, 500}, {22, 550},  {24, 600},
 };
 
 bool isLetter(char c) {
@@ -169,8 +169,7 @@ std::optional<Measure> readMeasure(std::string_view text) {
 
 std::optional<double> readLength(std::string_view text) {
     const std::optional<Measure> measure = readMeasure(text);
-    const bool isLength =
-        measure && (measure->quantity == Quantity::Length || measure->quantity == Quantity::Plain);
+    const bool isLength = measure && (measure->quantity == Quantity::Length || measure->quantity == Quantity::Plain);
     return isLength ? std::optional<double>(measure->value) : std::nullopt;
 }
 

@@ -64,7 +64,8 @@ void BranchTeller::assign(const Branch& branch) {
     rest_.clear();
     std::vector<std::pair<double, std::size_t>> tubes;
     for (std::size_t i = 0; i < items.size(); ++i) {
-        const bool isTube = items[i].isPlaced && (items[i].isTube() || tools_.tree.nodes()[items[i].node].part->smrtln == "Pipe");
+        const bool isTube =
+            items[i].isPlaced && (items[i].isTube() || tools_.tree.nodes()[items[i].node].part->smrtln == "Pipe");
         if (isTube) {
             tubes.emplace_back(middleX(items[i].from, items[i].to), i);
         }
@@ -131,7 +132,7 @@ void BranchTeller::tellPart(const Part& part, const Line& line) {
     if (node != nullptr) {
         builder.name(withoutStroke(tools_.file.nameOf(tools_.tree, *node)));
     }
-    const std::uint32_t group = node != nullptr           ? node->group
+    const std::uint32_t group = node != nullptr             ? node->group
                                 : shapeOfItem_[at_].empty() ? rvm::noGroup
                                                             : shapeOfItem_[at_].front().group;
     tools_.shapes.tellColor(group);

@@ -32,8 +32,7 @@ bool isOfRole(const Node& node, Role role) {
 
 ElementTeller::ElementTeller(File& file, Tree& tree, const Piping& piping, ModelBuilder& builder)
     : file_(file), tree_(tree), piping_(piping), builder_(builder), shapes_(file, builder), attributes_(file, builder),
-      specifications_(builder),
-      branches_({file, tree, piping, builder, shapes_, attributes_, specifications_}),
+      specifications_(builder), branches_({file, tree, piping, builder, shapes_, attributes_, specifications_}),
       nozzles_(builder, piping, shapes_, specifications_), isOwnGroup_(file.survey.groups.size()) {}
 
 void ElementTeller::tell(ObjectId world, const std::string& siteName) {
@@ -251,8 +250,9 @@ void ElementTeller::tellFolded(std::uint32_t number) {
             const attributes::Block& block = file_.index->blocks()[node.block];
             ++file_.report->balance("blocks").told;
             file_.report->balance("attributes").told += block.attributes;
-            file_.tellLine("review.element-in-part", SourceGrade::Loss, block.line,
-                           "an element within a part of a pipe; its shape is part of that, its attributes are left out");
+            file_.tellLine(
+                "review.element-in-part", SourceGrade::Loss, block.line,
+                "an element within a part of a pipe; its shape is part of that, its attributes are left out");
         }
         tellFolded(son);
     }

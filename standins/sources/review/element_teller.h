@@ -76,7 +76,7 @@ private:
     std::string siteName_;
     TextDecoder texts_;
     std::vector<bool> isOwnGroup_;
-    std::vector<std::uint32_t> objects_;   // of the manager in hand, in order
+    std::vector<std::uint32_t> objects_;  // of the manager in hand, in order
     std::vector<std::uint32_t> branchNodes_;
     std::vector<std::string> runNames_;
 };

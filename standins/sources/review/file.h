@@ -14,12 +14,12 @@
 namespace plant::review {
 
 struct File {
-    std::string_view bytes;   // of the RVM file
-    std::string name;         // for places
-    std::string textName;     // of its attribute text; empty without one
+    std::string_view bytes;  // of the RVM file
+    std::string name;        // for places
+    std::string textName;    // of its attribute text; empty without one
     rvm::Survey survey;
     const attributes::Index* index = nullptr;
-    TextDecoder decoder;      // of names in the RVM file and of the attribute text
+    TextDecoder decoder;  // of names in the RVM file and of the attribute text
     SourceReport* report = nullptr;
 
     // Valid until the next call, as TextDecoder has it.

@@ -68,14 +68,22 @@ void NozzleTeller::tellMembers() {
 
 void NozzleTeller::tellAttributes() {
     const std::pair<std::string_view, std::string> rows[] = {
-        {"item", "NOZZLE"}, {"itype", "RF"},
-        {"smrtln", "Normal"}, {"specname", specificationName_},
-        {"specid", std::to_string(specification_)}, {"skey", "NZFS"},
-        {"eqno", equipment_}, {"nozno", name_},
-        {"end", "FLRF"}, {"end1", "NONE"},
-        {"end2", "FLRF"}, {"size", size_},
-        {"size1", size_}, {"size2", size_},
-        {"P1", isPlaced_ ? shortNumber(inner_.distanceTo(face_)) : ""}, {"insul", "0"},
+        {"item", "NOZZLE"},
+        {"itype", "RF"},
+        {"smrtln", "Normal"},
+        {"specname", specificationName_},
+        {"specid", std::to_string(specification_)},
+        {"skey", "NZFS"},
+        {"eqno", equipment_},
+        {"nozno", name_},
+        {"end", "FLRF"},
+        {"end1", "NONE"},
+        {"end2", "FLRF"},
+        {"size", size_},
+        {"size1", size_},
+        {"size2", size_},
+        {"P1", isPlaced_ ? shortNumber(inner_.distanceTo(face_)) : ""},
+        {"insul", "0"},
         {"minsul", "0"},
     };
     for (const auto& [key, value] : rows) {

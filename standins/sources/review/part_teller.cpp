@@ -45,8 +45,8 @@ void PartTeller::prepare(const Part& part, const Line& line) {
     composeReducer();
     composePoints();
     composeEnds();
-    const std::string_view own = specificationName(part.item->isTube() ? part.item->specification
-                                                                       : part.facts[Key::SpecificationPart]);
+    const std::string_view own =
+        specificationName(part.item->isTube() ? part.item->specification : part.facts[Key::SpecificationPart]);
     const std::string_view name = own.empty() ? std::string_view(line.specification) : own;
     specification_ = part.row->className == "HxDbTubeWeld" ? 0 : specifications_->idOf(decoder_.decode(name), ends_);
 }
@@ -62,8 +62,8 @@ void PartTeller::composeItem() {
         itype_ = "45LR";
     }
     if (part_->row->kind == PartKind::Valve && smrtln_ == "Normal") {
-        for (const std::string_view text : {facts[Key::DetailText], facts[Key::Description],
-                                            facts[Key::SpecificationPart]}) {
+        for (const std::string_view text :
+             {facts[Key::DetailText], facts[Key::Description], facts[Key::SpecificationPart]}) {
             if (const std::string_view type = valveTypeOf(text); !type.empty()) {
                 itype_ = type;
                 break;
@@ -80,8 +80,7 @@ void PartTeller::composeReducer() {
     const Vector through = part_->item->to - part_->item->from;
     const Vector along = part_->in.isZeroLength() ? part_->out : part_->in;
     isEccentric_ = !along.isZeroLength() && !through.isZeroLength() &&
-                   along.crossProduct(through.normal()).length() > clearAngle &&
-                   through.dotProduct(along) > samePlace;
+                   along.crossProduct(through.normal()).length() > clearAngle && through.dotProduct(along) > samePlace;
     if (isEccentric_) {
         item_ = "ERED";
         smrtln_ = "Ecc";

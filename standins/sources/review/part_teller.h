@@ -25,7 +25,7 @@ struct Part {
     Facts facts;
     ObjectId before = 0;
     ObjectId behind = 0;
-    Vector in;   // the way the branch comes and goes on
+    Vector in;  // the way the branch comes and goes on
     Vector out;
     bool isFlangedBefore = false;
     bool isFlangedBehind = false;

@@ -73,8 +73,7 @@ std::optional<Item> tubeTo(const Front& front, const Point& to, double bore) {
 
 }  // namespace
 
-Piping::Piping(const Tree& tree, const attributes::Index* index, ModelBuilder& builder)
-    : tree_(&tree), index_(index) {
+Piping::Piping(const Tree& tree, const attributes::Index* index, ModelBuilder& builder) : tree_(&tree), index_(index) {
     for (std::uint32_t i = 0; i < tree.nodes().size(); ++i) {
         const Node& node = tree.nodes()[i];
         if (node.type != nullptr && node.type->role == Role::Branch) {
@@ -114,9 +113,9 @@ void Piping::planBranch(std::uint32_t number, ModelBuilder& builder) {
         if (const auto tube = part.isPlaced ? tubeTo(front, part.from, part.boreIn) : std::nullopt) {
             addTube(*tube, builder);
         }
-        const bool isTubeShape =
-            branch.isPlaced && !part.isPlaced && tree_->nodes()[part.node].block == attributes::noBlock &&
-            tree_->nodes()[part.node].part->className == tubeRow().className;
+        const bool isTubeShape = branch.isPlaced && !part.isPlaced &&
+                                 tree_->nodes()[part.node].block == attributes::noBlock &&
+                                 tree_->nodes()[part.node].part->className == tubeRow().className;
         if (isTubeShape) {
             continue;
         }
@@ -214,7 +213,8 @@ void Piping::linkItems(const Item& end, bool atHead, std::uint32_t target) {
         return;
     }
     const Node& node = tree_->nodes()[target];
-    const bool isConnectable = node.part != nullptr || (node.type != nullptr && node.type->className == "HxDbNozzleModel");
+    const bool isConnectable =
+        node.part != nullptr || (node.type != nullptr && node.type->className == "HxDbNozzleModel");
     if (!isConnectable) {
         return;
     }
@@ -250,9 +250,9 @@ void Piping::link() {
     }
     const auto key = [](const Link& link) { return std::pair(link.at, link.to); };
     std::stable_sort(links_.begin(), links_.end(), [&](const Link& a, const Link& b) { return key(a) < key(b); });
-    links_.erase(std::unique(links_.begin(), links_.end(),
-                             [&](const Link& a, const Link& b) { return key(a) == key(b); }),
-                 links_.end());
+    links_.erase(
+        std::unique(links_.begin(), links_.end(), [&](const Link& a, const Link& b) { return key(a) == key(b); }),
+        links_.end());
 }
 
 }  // namespace plant::review

@@ -45,7 +45,7 @@ struct Link {
     ObjectId at;
     End end;
     ObjectId to;
-    Point place;       // where the connection stands
+    Point place;  // where the connection stands
     bool hasPlace = false;
 };
 

@@ -43,7 +43,8 @@ void tellWorld(File& file, ModelBuilder& builder, ObjectId& world) {
     const std::string model(decoder.decode(trimmed(file.survey.model)));
     builder.project({.name = std::string_view(name)});
     world = builder.newId();
-    builder.database({.name = model.empty() ? std::string_view(name) : std::string_view(model), .main = true, .root = world});
+    builder.database(
+        {.name = model.empty() ? std::string_view(name) : std::string_view(model), .main = true, .root = world});
     builder.beginObject(world, "HextWorld");
     builder.name(name);
     builder.endObject();
@@ -74,8 +75,7 @@ void tellLeftBlocks(File& file, const Tree& tree) {
 
 void tellFallback(const File& file) {
     if (file.decoder.fellBack()) {
-        file.report->tell("text.not-utf8", SourceGrade::Note,
-                          {file.name, "texts that are not UTF-8; read as Latin-1"});
+        file.report->tell("text.not-utf8", SourceGrade::Note, {file.name, "texts that are not UTF-8; read as Latin-1"});
     }
 }
 

@@ -98,7 +98,15 @@ constexpr TypeRow typeRows[] = {
 constexpr TypeRow plainRow = {"", "", Role::Manager, "HextStruct", "HxDbStruct", "", ""};
 
 constexpr PartRow partRows[] = {
-    {"ELBO", "ELBOW", "90LR", "Arc", PartKind::Default, {"BW", "BW", "BW"}, "fitting", "HxDbTubeModelSpec", Ports::Bent},
+    {"ELBO",
+     "ELBOW",
+     "90LR",
+     "Arc",
+     PartKind::Default,
+     {"BW", "BW", "BW"},
+     "fitting",
+     "HxDbTubeModelSpec",
+     Ports::Bent},
     {"BEND", "PIPE", "BEND", "Arc", PartKind::Bend, {"BW", "BW", "BW"}, "pipe", "HxDbTubeModelSpec", Ports::Bent},
     {"TEE", "TEE", "EQ", "Tee", PartKind::Default, {"BW", "BW", "BW"}},
     {"OLET", "OLET", "WELDOLET", "Normal", PartKind::Olet, {"BW", "BW", "BW"}},
@@ -138,8 +146,8 @@ struct PartWord {
     std::string_view type;
 };
 constexpr PartWord partWords[] = {
-    {"ELBOW", "ELBO"},   {"FLANGE", "FLAN"},     {"GASKET", "GASK"}, {"VALVE", "VALV"},    {"REDUCER", "REDU"},
-    {"CROSS", "CROS"},   {"INSTRUMENT", "INST"}, {"FILTER", "FILT"}, {"COUPLING", "COUP"}, {"UNION", "UNIO"},
+    {"ELBOW", "ELBO"},   {"FLANGE", "FLAN"},     {"GASKET", "GASK"},     {"VALVE", "VALV"},    {"REDUCER", "REDU"},
+    {"CROSS", "CROS"},   {"INSTRUMENT", "INST"}, {"FILTER", "FILT"},     {"COUPLING", "COUP"}, {"UNION", "UNIO"},
     {"CLOSURE", "CLOS"}, {"ATTACHMENT", "ATTA"}, {"PCOMPONENT", "PCOM"},
 };
 
@@ -155,7 +163,7 @@ constexpr ItemKind itemKinds[] = {
     {"PIPE", "BEND", PartKind::Bend},
 };
 
-constexpr std::string_view valveTypes[] = {"GATE",   "GLOBE", "BALL",   "CHECK", "BUTTERFLY",
+constexpr std::string_view valveTypes[] = {"GATE",   "GLOBE",  "BALL",   "CHECK", "BUTTERFLY",
                                            "SAFETY", "RELIEF", "NEEDLE", "PLUG"};
 
 template <typename Row, std::size_t N>

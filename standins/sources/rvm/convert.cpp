@@ -77,7 +77,8 @@ Conversion check(const Primitive& primitive, const KindRow& row) {
     }
     constexpr double steepest = 1.57;
     const auto isSteep = [](double shear) { return std::fabs(shear) > steepest; };
-    const bool isCut = primitive.kind == Kind::Snout && std::any_of(primitive.p.begin() + 5, primitive.p.end(), isSteep);
+    const bool isCut =
+        primitive.kind == Kind::Snout && std::any_of(primitive.p.begin() + 5, primitive.p.end(), isSteep);
     return isCut ? Conversion::BadAngle : Conversion::Taken;
 }
 

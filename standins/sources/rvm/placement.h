@@ -10,7 +10,7 @@ using Point = HxGePoint3D;
 using Vector = HxGeVector3D;
 
 struct Placement {
-    Vector x, y, z;               // unit vectors
+    Vector x, y, z;                 // unit vectors
     double sx = 1, sy = 1, sz = 1;  // how much longer than in the file's usual form an axis is
     Point origin;
     bool isFinite = false;

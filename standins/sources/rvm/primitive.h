@@ -31,8 +31,8 @@ struct Primitive {
     std::uint64_t offset = 0;
     Placement placement;
     std::array<double, 6> box{};  // low and high corner in its own frame; all zero where the file tells none
-    std::array<double, 9> p{};  // parameters in the order of the format
-    std::string_view facets;    // body of a facet group
+    std::array<double, 9> p{};    // parameters in the order of the format
+    std::string_view facets;      // body of a facet group
     bool hasFiniteNumbers = true;
 };
 

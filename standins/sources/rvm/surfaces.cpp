@@ -153,8 +153,7 @@ void sweep(const Job& job, const std::vector<Point>& profile, double angle) {
     }
     const std::uint32_t chords = profile.size() > mostCorners ? job.fewChords(reach) : job.chords(reach);
     const bool isWhole = angle >= wholeTurn;
-    const auto steps =
-        std::max(2U, static_cast<std::uint32_t>(std::ceil(chords * std::min(angle / wholeTurn, 1.0))));
+    const auto steps = std::max(2U, static_cast<std::uint32_t>(std::ceil(chords * std::min(angle / wholeTurn, 1.0))));
     const auto rimAt = [&](std::uint32_t i) {
         const double turn = (isWhole ? wholeTurn : angle) * i / steps;
         const Rim rim{static_cast<std::uint32_t>(job.mesh.points.size()), static_cast<std::uint32_t>(profile.size())};

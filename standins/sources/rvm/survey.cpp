@@ -143,8 +143,7 @@ private:
             return;
         }
         ++primitives_.told;
-        tell("rvm.primitive-outside", SourceGrade::Loss, chunk.offset,
-             "a primitive that stands in no group; left out");
+        tell("rvm.primitive-outside", SourceGrade::Loss, chunk.offset, "a primitive that stands in no group; left out");
     }
     // Behind version, kind, matrix and bounding box. A chunk too short for it is refused where it is read.
     std::uint8_t transparencyOf(const Chunk& chunk) const {
@@ -230,8 +229,7 @@ GroupFacts groupFacts(std::string_view bytes, const Group& group) {
     facts.material = body.word();
     const std::size_t rest = bytesBehindMaterial(version);
     const char* more = body.take(rest);
-    facts.transparency =
-        rest > 0 ? std::min(static_cast<std::uint8_t>(more[0]), mostTransparency) : std::uint8_t{0};
+    facts.transparency = rest > 0 ? std::min(static_cast<std::uint8_t>(more[0]), mostTransparency) : std::uint8_t{0};
     body.finish();
     facts.contents = chunk.next;
     return facts;

@@ -25,7 +25,7 @@ struct Group {
     std::uint32_t parent = noGroup;
     std::uint32_t son = noGroup;
     std::uint32_t brother = noGroup;
-    std::uint32_t primitives = 0;  // its own
+    std::uint32_t primitives = 0;              // its own
     std::uint8_t obstructionTransparency = 0;  // of the first of its obstructions and insulations that has one
 };
 

@@ -58,7 +58,8 @@ TEST(AttributeText, BlocksAndTheirAttributesInAnyForm) {
     EXPECT_EQ(blocks(h + "NEW /A\n A:= 1\nNEW /B\nB:=2\nEND\nC:=3\nEND\n"), "/A(A=1@3,C=3@7,)[/B(B=2@5,)]");
     EXPECT_EQ(blocks("\xEF\xBB\xBF" + h + "NEW /A\r\n\tA:= 1\r\nEND\r\n"), "/A(A=1@3,)");
     EXPECT_EQ(blocks(h + "NEW /A\nA:=1 &end& B:= 'x y' &end& C:=\nEND"), "/A(A=1@3,B=x y@3,C=@3,)");
-    EXPECT_EQ(blocks(h + "NEW /A\nENDREF:= =1/2\nEND X:=4\nNEW Y:= 5\nEND\n"), "/A(ENDREF==1/2@3,END X=4@4,NEW Y=5@5,)");
+    EXPECT_EQ(blocks(h + "NEW /A\nENDREF:= =1/2\nEND X:=4\nNEW Y:= 5\nEND\n"),
+              "/A(ENDREF==1/2@3,END X=4@4,NEW Y=5@5,)");
     EXPECT_EQ(blocks(h + "NEW /A\n:EDF.SAVING \"q\":= a:=b\nEND\n"), "/A(:EDF.SAVING \"q\"=a:=b@3,)");
     EXPECT_EQ(blocks(h + "NEW FLANGE 2 of BRANCH /X/B1\nEND\n"), "FLANGE 2 of BRANCH /X/B1()");
     EXPECT_EQ(blocks("CADC_Attributes_File v1.0 , start: BEGIN , end: STOP , name_end: == , sep: ||\n"

@@ -23,10 +23,16 @@ std::string refusalOf(std::string_view bytes) {
 std::string everything() {
     RvmWriter writer;
     writer.group("/S", 3, 3, 20).group("/Z", 4, 4, 0).group("/E", 5);
-    const std::vector<std::pair<std::uint32_t, std::vector<double>>> kinds = {
-        {1, {4, 4, 0, 2, 1, 0, 3}}, {2, {1, 2, 3}},  {3, {5, 7, 1, 1.5}}, {4, {5, 1, 1.5}},
-        {5, {4, 1}},                {6, {3, 9}},     {7, {2, 2, 6, 0, 0, 0.3, 0, 0, 0}},
-        {8, {1, 0}},                {9, {2}},        {10, {5, 100}}};
+    const std::vector<std::pair<std::uint32_t, std::vector<double>>> kinds = {{1, {4, 4, 0, 2, 1, 0, 3}},
+                                                                              {2, {1, 2, 3}},
+                                                                              {3, {5, 7, 1, 1.5}},
+                                                                              {4, {5, 1, 1.5}},
+                                                                              {5, {4, 1}},
+                                                                              {6, {3, 9}},
+                                                                              {7, {2, 2, 6, 0, 0, 0.3, 0, 0, 0}},
+                                                                              {8, {1, 0}},
+                                                                              {9, {2}},
+                                                                              {10, {5, 100}}};
     for (const auto& [kind, parameters] : kinds) {
         writer.primitive(kind, parameters);
     }
@@ -174,13 +180,26 @@ TEST(RvmFile, ColoursGoToThePaletteAndStayAsAttribute) {
 }
 
 TEST(RvmFile, GroupsOfAnotherColourKeepItInTheirPrimitives) {
-    const ToldReview told(
-        RvmWriter().group("/Z").group("/E", 5).group("/P", 6).primitive(2, {1, 1, 1}).endGroup().primitive(
-            2, {1, 1, 1}).endGroup().endGroup().finish(),
-        "NEW /Z\nTYPE:=ZONE\nNEW /E\nTYPE:=EQUI\nNEW /P\nTYPE:=SUBE\nEND\nEND\nEND\n");
+    const ToldReview told(RvmWriter()
+                              .group("/Z")
+                              .group("/E", 5)
+                              .group("/P", 6)
+                              .primitive(2, {1, 1, 1})
+                              .endGroup()
+                              .primitive(2, {1, 1, 1})
+                              .endGroup()
+                              .endGroup()
+                              .finish(),
+                          "NEW /Z\nTYPE:=ZONE\nNEW /E\nTYPE:=EQUI\nNEW /P\nTYPE:=SUBE\nEND\nEND\nEND\n");
     EXPECT_EQ(told.builder.named("P").color, 6);
-    const ToldReview folded(RvmWriter().group("/E", 5).group("BOX 1 of EQUIPMENT /E", 6).primitive(2, {1, 1, 1})
-                                .endGroup().primitive(2, {1, 1, 1}).endGroup().finish());
+    const ToldReview folded(RvmWriter()
+                                .group("/E", 5)
+                                .group("BOX 1 of EQUIPMENT /E", 6)
+                                .primitive(2, {1, 1, 1})
+                                .endGroup()
+                                .primitive(2, {1, 1, 1})
+                                .endGroup()
+                                .finish());
     ASSERT_EQ(folded.builder.primitiveCount(), 2U);
     const ToldObject& body = folded.builder.objects.back();
     EXPECT_EQ(body.color, 5);

@@ -11,8 +11,8 @@ struct Element {
 
 // A pipe /P in a zone with one branch /P/B1 of these parts; no part has a group.
 std::string pipeText(const std::string& branch, const std::vector<Element>& parts, const std::string& more = {}) {
-    std::string text = "NEW /Z\nTYPE:=ZONE\nNEW /P\nTYPE:=PIPE\nPSPE:= /A1B\nTEMP:= 120degC\nNEW /P/B1\nTYPE:=BRAN\n" +
-                       branch;
+    std::string text =
+        "NEW /Z\nTYPE:=ZONE\nNEW /P\nTYPE:=PIPE\nPSPE:= /A1B\nTEMP:= 120degC\nNEW /P/B1\nTYPE:=BRAN\n" + branch;
     for (const Element& part : parts) {
         text += "NEW " + part.name + "\n" + part.attributes + "END\n";
     }
@@ -47,8 +47,8 @@ std::string chain(const ToldReview& told) {
         for (const ToldPoint& point : item.points) {
             if (point.flow == 1 || point.flow == 2) {
                 text += (point.flow == 1 ? " " : ">") + std::to_string(point.no);
-                text += "(" + std::to_string(std::lround(point.at.x)) + "," + std::to_string(std::lround(point.at.y)) +
-                        ")";
+                text +=
+                    "(" + std::to_string(std::lround(point.at.x)) + "," + std::to_string(std::lround(point.at.y)) + ")";
             }
         }
         text += "\n";
@@ -153,8 +153,9 @@ TEST(ReviewPiping, CylindersOfTheBranchGoToTheirTubes) {
 }
 
 TEST(ReviewPiping, BranchesHangAtTeesAndNozzles) {
-    const Element tee = {"/T-1", "TYPE:=TEE\nREF:= =1/7\nPOS:= E 1000\nAPOS:= E 950\nLPOS:= E 1050\nARRI:= 1\nLEAV:= 2\n"
-                                 "ABORE:= 50\nLBORE:= 50\nCREF:= =1/9\n"};
+    const Element tee = {"/T-1",
+                         "TYPE:=TEE\nREF:= =1/7\nPOS:= E 1000\nAPOS:= E 950\nLPOS:= E 1050\nARRI:= 1\nLEAV:= 2\n"
+                         "ABORE:= 50\nLBORE:= 50\nCREF:= =1/9\n"};
     const std::string other = "NEW /Q\nTYPE:=PIPE\nNEW /Q/B1\nTYPE:=BRAN\nREF:= =1/9\nHPOS:= E 1000 N 60\n"
                               "TPOS:= E 1000 N 600\nHBOR:= 50\nHREF:= =1/7\nTREF:= /E/N1\nEND\nEND\n"
                               "NEW /E\nTYPE:=EQUI\nNEW /E/N1\nTYPE:=NOZZ\nPOS:= E 1000 N 600\nBORE:= 50\nEND\nEND\n";
@@ -177,8 +178,10 @@ TEST(ReviewPiping, BranchesHangAtTeesAndNozzles) {
 
 TEST(ReviewPiping, FlowAgainstTheNumbersAndPartsWithoutLength) {
     const Element reversed = {"/V-2", "TYPE:=VALV\nAPOS:= E 500\nLPOS:= E 700\nARRI:= 2\nLEAV:= 1\nABORE:= 50\n"};
-    const Element weld = {"WELD 1 of BRANCH /P/B1", "TYPE:=WELD\nPOS:= E 900\nAPOS:= E 900\nLPOS:= E 900\nABORE:= 50\n"};
-    const Element olet = {"OLET 1 of BRANCH /P/B1", "TYPE:=OLET\nPOS:= E 1200\nAPOS:= E 1200\nLPOS:= E 1200\nABORE:= 50\n"};
+    const Element weld = {"WELD 1 of BRANCH /P/B1",
+                          "TYPE:=WELD\nPOS:= E 900\nAPOS:= E 900\nLPOS:= E 900\nABORE:= 50\n"};
+    const Element olet = {"OLET 1 of BRANCH /P/B1",
+                          "TYPE:=OLET\nPOS:= E 1200\nAPOS:= E 1200\nLPOS:= E 1200\nABORE:= 50\n"};
     const ToldReview told(emptyPipe(), pipeText("HPOS:= E 0\nTPOS:= E 1500\nHBOR:=50\n", {reversed, weld, olet}));
     EXPECT_EQ(chain(told), "PIPE 1(0,0)>2(500,0)\n"
                            "VALVE 2(500,0)>1(700,0)\n"

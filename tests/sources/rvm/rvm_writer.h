@@ -31,8 +31,8 @@ public:
     explicit RvmWriter(std::uint32_t version = 2, std::string_view information = "Review", bool begun = true) {
         if (begun) {
             begin("HEAD", version);
-            for (const std::string_view entry : {information, std::string_view("note"), std::string_view("today"),
-                                                 std::string_view("user")}) {
+            for (const std::string_view entry :
+                 {information, std::string_view("note"), std::string_view("today"), std::string_view("user")}) {
                 text(entry);
             }
             if (version > 1) {

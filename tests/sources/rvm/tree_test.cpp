@@ -46,11 +46,12 @@ std::string treeOf(const std::string& rvm, std::string_view text = {}) {
 }  // namespace
 
 TEST(ReviewTree, TypesPlaceElements) {
-    const std::string text = "NEW /S\nTYPE:=SITE\nNEW /Z\nType:='Zone'\n"
-                             "NEW /E\nTYPE:=EQUI\nDESC:=Pump\nNEW /E/N1\nTYPE:=NOZZ\nEND\nNEW /E/S\nTYPE:=SUBE\n"
-                             "NEW BOX 1 of SUBEQUIPMENT /E/S\nTYPE:=BOX\nEND\nEND\nEND\n"
-                             "NEW /T\nTYPE:=STRU\nNEW /F\nTYPE:=FRMW\nNEW SCTN 1 of FRAMEWORK /F\nTYPE:=SCTN\nEND\nEND\n"
-                             "END\nNEW /H\nTYPE:=REST\nNEW /H/1\nTYPE:=HANG\nEND\nEND\nEND\nEND\n";
+    const std::string text =
+        "NEW /S\nTYPE:=SITE\nNEW /Z\nType:='Zone'\n"
+        "NEW /E\nTYPE:=EQUI\nDESC:=Pump\nNEW /E/N1\nTYPE:=NOZZ\nEND\nNEW /E/S\nTYPE:=SUBE\n"
+        "NEW BOX 1 of SUBEQUIPMENT /E/S\nTYPE:=BOX\nEND\nEND\nEND\n"
+        "NEW /T\nTYPE:=STRU\nNEW /F\nTYPE:=FRMW\nNEW SCTN 1 of FRAMEWORK /F\nTYPE:=SCTN\nEND\nEND\n"
+        "END\nNEW /H\nTYPE:=REST\nNEW /H/1\nTYPE:=HANG\nEND\nEND\nEND\nEND\n";
     const std::string rvm = groups("/S(/Z(/E(/E/N1*,/E/S(BOX 1 of SUBEQUIPMENT /E/S*)))"
                                    "/T(/F(SCTN 1 of FRAMEWORK /F*)))/H(/H/1*))))");
     const ToldReview told(rvm, text);
@@ -75,13 +76,14 @@ TEST(ReviewTree, TypesPlaceElements) {
 }
 
 TEST(ReviewTree, NamesPlaceElementsWithoutAttributes) {
-    EXPECT_EQ(treeOf(groups("/A(/B(/C(BOX 1 of EQUIPMENT /C*,NOZZLE 1 of EQUIPMENT /C*)))")), "HextWorld Project\n"
-                                                                                             "  HextSite A\n"
-                                                                                             "    HextZone B\n"
-                                                                                             "      HextEquipe C\n"
-                                                                                             "        HxDbEquipment C\n"
-                                                                                             "        HxDbNozzleModel "
-                                                                                             "NOZZLE 1 of EQUIPMENT /C\n");
+    EXPECT_EQ(treeOf(groups("/A(/B(/C(BOX 1 of EQUIPMENT /C*,NOZZLE 1 of EQUIPMENT /C*)))")),
+              "HextWorld Project\n"
+              "  HextSite A\n"
+              "    HextZone B\n"
+              "      HextEquipe C\n"
+              "        HxDbEquipment C\n"
+              "        HxDbNozzleModel "
+              "NOZZLE 1 of EQUIPMENT /C\n");
     EXPECT_EQ(treeOf(groups("/P(/P/B1(ELBOW 1 of BRANCH /P/B1*,TUBE 1 of BRANCH /P/B1*)))")),
               "HextWorld Project\n"
               "  HextSite review\n"
@@ -169,11 +171,24 @@ TEST(ReviewTree, AllAttributesStayUnderTheirKeysAndNumbersAreNumbersToo) {
         if (object.className != "HextEquipe") {
             continue;
         }
-        const std::vector<std::pair<std::string, std::string>> expected = {
-            {"eqno", "E"},       {"TYPE", "EQUI"},   {"HEIG", "2m"},      {"HEIG.mm", "2000"},  {"ANGL", "30deg"},
-            {"ANGL.deg", "30"},  {"POS", "E 1mm N 2mm U 3mm"}, {"POS.mm", "1,2,3"}, {"TEMP", "120degC"},
-            {"TEMP.degC", "120"}, {"PRES", "16bar"}, {"PRES.MPa", "1.6"}, {"CODE", "12"},       {"TEXT", "12 boxes"},
-            {"ENDREF", "=1/2"},  {"EMPTY", ""},      {"A B:C", "d:=e"},   {"CODE", "13"}};
+        const std::vector<std::pair<std::string, std::string>> expected = {{"eqno", "E"},
+                                                                           {"TYPE", "EQUI"},
+                                                                           {"HEIG", "2m"},
+                                                                           {"HEIG.mm", "2000"},
+                                                                           {"ANGL", "30deg"},
+                                                                           {"ANGL.deg", "30"},
+                                                                           {"POS", "E 1mm N 2mm U 3mm"},
+                                                                           {"POS.mm", "1,2,3"},
+                                                                           {"TEMP", "120degC"},
+                                                                           {"TEMP.degC", "120"},
+                                                                           {"PRES", "16bar"},
+                                                                           {"PRES.MPa", "1.6"},
+                                                                           {"CODE", "12"},
+                                                                           {"TEXT", "12 boxes"},
+                                                                           {"ENDREF", "=1/2"},
+                                                                           {"EMPTY", ""},
+                                                                           {"A B:C", "d:=e"},
+                                                                           {"CODE", "13"}};
         EXPECT_EQ(object.attributes, expected);
     }
     EXPECT_EQ(told.taken("attributes"), 12U);
@@ -185,9 +200,9 @@ TEST(ReviewTree, OurOwnFilesComeBackByTheirClasses) {
                              "item:=  FLANGE\nlineno:=  2000\nEND\nEND\n"
                              "NEW E\nClass:=  HextEquipe\nNEW E\nClass:=  HxDbEquipment\nEND\nEND\n"
                              "\tEND\nEND\n";
-    const ToldReview told(groups("WORLD(S(Z(P(FLANGE(HextCylinder3D1*)))E(E(HextBox3D1*,HextBox3D2*))))))",
-                                 RvmWriter(2, "ORNA ORNA")),
-                          text);
+    const ToldReview told(
+        groups("WORLD(S(Z(P(FLANGE(HextCylinder3D1*)))E(E(HextBox3D1*,HextBox3D2*))))))", RvmWriter(2, "ORNA ORNA")),
+        text);
     EXPECT_EQ(told.builder.tree(), "HextWorld Project\n"
                                    "  HextSite S\n"
                                    "    HextZone Z\n"
