@@ -25,6 +25,8 @@ bool isFlangedPart(const PartRow* row) {
 }  // namespace
 
 void BranchTeller::tell(const Branch& branch, const Line& line) {
+    branch_ = branch.node;
+    tubes_ = 0;
     collectShapes(branch);
     assign(branch);
     const std::span<const Item> items = tools_.piping.itemsOf(branch);
@@ -51,7 +53,7 @@ void BranchTeller::collectShapes(const Branch& branch) {
         }
         if (next < items.size() && items[next].node == son) {
             ++next;
-        } else if (nodes[son].group != rvm::noGroup && nodes[son].block == attributes::noBlock) {
+        } else if (nodes[son].group != rvm::noGroup && tools_.tree.isLoose(nodes[son])) {
             tools_.shapes.addLoosePrimitives(nodes[son].group, loose_);
         }
     }
@@ -123,15 +125,20 @@ void BranchTeller::tellItem(std::span<const Item> items, std::size_t at, const L
     tellPart(partOf(items, at), line);
 }
 
+// As such tubes are called in names.
+std::string BranchTeller::tubeName() {
+    const Node& branch = tools_.tree.nodes()[branch_];
+    const std::string number = std::to_string(++tubes_);
+    return "TUBE " + number + " of BRANCH " + std::string(tools_.file.nameOf(tools_.tree, branch));
+}
+
 void BranchTeller::tellPart(const Part& part, const Line& line) {
     parts_.prepare(part, line);
     ModelBuilder& builder = tools_.builder;
     const Node* node = part.item->isTube() ? nullptr : &tools_.tree.nodes()[part.item->node];
     builder.beginObject(part.item->id, parts_.className());
     builder.parent(line.id);
-    if (node != nullptr) {
-        builder.name(withoutStroke(tools_.file.nameOf(tools_.tree, *node)));
-    }
+    builder.name(node != nullptr ? std::string(withoutStroke(tools_.file.nameOf(tools_.tree, *node))) : tubeName());
     const std::uint32_t group = node != nullptr             ? node->group
                                 : shapeOfItem_[at_].empty() ? rvm::noGroup
                                                             : shapeOfItem_[at_].front().group;

@@ -34,6 +34,7 @@ private:
     void collectShapes(const Branch& branch);
     void assign(const Branch& branch);
     void tellItem(std::span<const Item> items, std::size_t at, const Line& line);
+    std::string tubeName();
     Part partOf(std::span<const Item> items, std::size_t at);
     void tellPart(const Part& part, const Line& line);
     void tellPartShape(const Part& part, std::size_t at);
@@ -46,6 +47,8 @@ private:
     std::vector<std::vector<LoosePrimitive>> shapeOfItem_;
     std::vector<LoosePrimitive> rest_;
     std::size_t at_ = 0;
+    std::uint32_t branch_ = noNode;
+    std::size_t tubes_ = 0;
 };
 
 }  // namespace plant::review

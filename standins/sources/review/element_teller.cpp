@@ -233,11 +233,10 @@ void ElementTeller::collectOwn(std::uint32_t number, bool isDirect, bool isPipel
     for (std::uint32_t son = node.son; son != noNode; son = tree_.nodes()[son].brother) {
         const Node& one = tree_.nodes()[son];
         const bool isPart = isBranch && one.part != nullptr;
-        const bool isLoose = isBranch && one.block == attributes::noBlock;
-        if (isPart || isLoose) {
+        if (isPart || (isBranch && tree_.isLoose(one))) {
             tellFolded(son);
         } else {
-            collectOwn(son, false, isPipeline);
+            collectOwn(son, isBranch, isPipeline);
         }
     }
 }
@@ -259,8 +258,8 @@ void ElementTeller::tellFolded(std::uint32_t number) {
 }
 
 bool ElementTeller::isOwn(const Node& node, bool isDirect) const {
-    const bool isNamedByClass = isOfRole(node, Role::Object) && !node.type->className.empty();
-    return node.block != attributes::noBlock || isNamedByClass || (isDirect && node.type == nullptr);
+    const bool isElement = node.type != nullptr && !node.type->isShape;
+    return node.block != attributes::noBlock || isElement || (isDirect && node.type == nullptr);
 }
 
 void ElementTeller::tellManagerObject(std::uint32_t number, const TypeRow& row, ObjectId zone) {
@@ -440,8 +439,8 @@ void ElementTeller::tellObject(std::uint32_t number, const TypeRow& row, std::ui
     const bool isOwnClass = hasBlock && file_.index->blocks()[node.block].classType != 0;
     const bool isTyped = isOfRole(node, Role::Object) && !node.type->className.empty();
     const std::string_view className = isTyped ? node.type->className : row.bodyClass;
-    const Facts facts = factsOf(node);
     const bool isNozzle = !isOwnClass && className == "HxDbNozzleModel";
+    const Facts facts = isNozzle || isOwnClass ? factsOf(node) : Facts();
     const std::string name = nameOf(node);
     if (isNozzle) {
         nozzles_.prepare(node, facts, name, nameOf(tree_.nodes()[manager]));

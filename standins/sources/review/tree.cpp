@@ -28,6 +28,10 @@ std::string_view Tree::rawName(const Node& node) const {
     return node.block != attributes::noBlock ? index_->nameOf(index_->blocks()[node.block]) : groupName(node.group);
 }
 
+bool Tree::isLoose(const Node& node) const {
+    return node.block == attributes::noBlock && !readUngivenName(rawName(node)).word.empty();
+}
+
 std::vector<std::uint32_t> Tree::brothersOf(std::uint32_t group) const {
     std::vector<std::uint32_t> brothers;
     for (; group != rvm::noGroup; group = survey_->groups[group].brother) {

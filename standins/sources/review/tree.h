@@ -39,6 +39,8 @@ public:
     std::uint32_t ownPrimitives(const Node& node) const {
         return node.group != rvm::noGroup ? survey_->groups[node.group].primitives : 0;
     }
+    // A group of a branch, without block and without a name of its own, whose shape is that of a tube or of the branch.
+    bool isLoose(const Node& node) const;
     // Blocks of the text that found their group.
     std::size_t matched() const { return matched_; }
 

@@ -19,6 +19,7 @@ struct TypeRow {
     std::string_view bodyClass;  // of the objects of a manager
     std::string_view module;     // of the objects of a manager that is a pipeline
     std::string_view above;      // type of what holds it; empty when that may be several
+    bool isShape = false;        // a primitive of what holds it
 };
 
 // Null for a type that is not known.

@@ -93,6 +93,24 @@ TEST(ReviewTree, NamesPlaceElementsWithoutAttributes) {
               "        HxDbPipeSpec TUBE 1 of BRANCH /P/B1\n");
 }
 
+TEST(ReviewTree, GivenNamesInABranchAreObjectsAndSectionsAreElements) {
+    EXPECT_EQ(treeOf(groups("/P(/P/B1(ELBOW 1 of BRANCH /P/B1*,/V-1*))")), "HextWorld Project\n"
+                                                                           "  HextSite review\n"
+                                                                           "    HextZone review\n"
+                                                                           "      HextPipeline P\n"
+                                                                           "        HxDbTubeModelSpec ELBOW 1 of "
+                                                                           "BRANCH /P/B1\n"
+                                                                           "        HxDbTubeModelSpec V-1\n");
+    EXPECT_EQ(treeOf(groups("/T(/F(SCTN 1 of FRAMEWORK /F*,SCTN 2 of FRAMEWORK /F*)))")),
+              "HextWorld Project\n"
+              "  HextSite review\n"
+              "    HextZone review\n"
+              "      HextStruct T\n"
+              "        HxDbStruct F\n"
+              "        HxDbStruct SCTN 1 of FRAMEWORK /F\n"
+              "        HxDbStruct SCTN 2 of FRAMEWORK /F\n");
+}
+
 TEST(ReviewTree, DepthPlacesTheRest) {
     EXPECT_EQ(treeOf(groups("A(B(C(D(E*)*,F*))))")), "HextWorld Project\n"
                                                      "  HextSite A\n"
