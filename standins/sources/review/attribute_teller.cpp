@@ -64,16 +64,16 @@ void AttributeTeller::tell(std::string_view key, std::string_view value, bool to
     tellMeasure(key, value, toRun);
 }
 
-void AttributeTeller::tellBlock(std::uint32_t block, Held held) {
+void AttributeTeller::tellBlock(std::uint32_t block, const OwnTerms& terms) {
     SourceCount& balance = file_->report->balance("attributes");
     attributes::eachAttribute(*file_->index, file_->index->blocks()[block],
                               [&](std::string_view key, std::string_view value, std::uint32_t) {
                                   ++balance.taken;
-                                  const bool isHeld = (held != Held::None && key == "Class") ||
-                                                      (held == Held::ClassAndLine && key == "lineno");
-                                  if (!isHeld) {
-                                      tell(key, value, false);
+                                  if (terms.hasClass && key == "Class") {
+                                      return;
                                   }
+                                  const bool isLine = !terms.line.empty() && key == "lineno";
+                                  tell(key, isLine ? std::string_view(terms.line) : value, false);
                               });
     ++file_->report->balance("blocks").taken;
 }

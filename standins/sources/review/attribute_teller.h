@@ -10,14 +10,17 @@
 
 namespace plant::review {
 
-// Keys whose value is taken over as something else than an attribute.
-enum class Held : std::uint8_t { None, Class, ClassAndLine };
+// What RVMOUT's files say in terms of their own model.
+struct OwnTerms {
+    bool hasClass = false;  // "Class" is the object's class and no attribute
+    std::string line;       // in the place of the value of "lineno", an id
+};
 
 class AttributeTeller {
 public:
     AttributeTeller(File& file, ModelBuilder& builder) : file_(&file), builder_(&builder) {}
 
-    void tellBlock(std::uint32_t block, Held held);
+    void tellBlock(std::uint32_t block, const OwnTerms& terms = {});
     // To a run of a pipeline.
     void tellRunBlock(std::uint32_t block);
 

@@ -146,7 +146,7 @@ void BranchTeller::tellPart(const Part& part, const Line& line) {
     parts_.tellMembers();
     parts_.tellAttributes();
     if (node != nullptr && node->block != attributes::noBlock) {
-        tools_.attributes.tellBlock(node->block, Held::None);
+        tools_.attributes.tellBlock(node->block);
     }
     tools_.shapes.tellLook(group);
     parts_.tellPoints();

@@ -51,6 +51,13 @@ std::string ElementTeller::nameOf(const Node& node) {
     return std::string(withoutStroke(file_.nameOf(tree_, node)));
 }
 
+// The class that RVMOUT's script wrote, where it is one that the plant knows.
+bool ElementTeller::hasClass(const Node& node) const {
+    const std::uint16_t word =
+        node.block != attributes::noBlock ? file_.index->blocks()[node.block].classType : std::uint16_t{0};
+    return word != 0 && typeRow(file_.index->wordOf(word)) != nullptr;
+}
+
 void ElementTeller::take(const Node& node) {
     file_.report->balance("groups").taken += node.group != rvm::noGroup ? 1 : 0;
 }
@@ -155,7 +162,7 @@ void ElementTeller::tellContainer(std::uint32_t number, Role role, Place& place)
     builder_.parent(parent);
     builder_.name(name);
     if (node.block != attributes::noBlock) {
-        attributes_.tellBlock(node.block, file_.survey.isOwn ? Held::Class : Held::None);
+        attributes_.tellBlock(node.block, {.hasClass = hasClass(node), .line = {}});
     }
     builder_.endObject();
     Place inside{isSite ? Level::Site : Level::Zone, node.id, name};
@@ -270,7 +277,7 @@ void ElementTeller::tellManagerObject(std::uint32_t number, const TypeRow& row, 
     builder_.name(nameOf(node));
     shapes_.tellColor(node.group);
     const Facts facts = factsOf(node);
-    const bool isOwnClass = node.block != attributes::noBlock && file_.index->blocks()[node.block].classType != 0;
+    const bool isOwnClass = hasClass(node);
     if (!isOwnClass && row.className == "HextEquipe") {
         tellEquipmentFacts(node);
     }
@@ -279,7 +286,7 @@ void ElementTeller::tellManagerObject(std::uint32_t number, const TypeRow& row, 
     }
     const bool isRun = isOfRole(node, Role::Branch);
     if (node.block != attributes::noBlock && !isRun) {
-        attributes_.tellBlock(node.block, isOwnClass ? Held::Class : Held::None);
+        attributes_.tellBlock(node.block, {.hasClass = isOwnClass, .line = {}});
     }
     shapes_.tellLook(node.group);
     if (isPipeline(row)) {
@@ -436,7 +443,7 @@ void ElementTeller::tellObjectFacts(std::uint32_t number, const TypeRow& row, st
 void ElementTeller::tellObject(std::uint32_t number, const TypeRow& row, std::uint32_t manager) {
     const Node& node = tree_.nodes()[number];
     const bool hasBlock = node.block != attributes::noBlock;
-    const bool isOwnClass = hasBlock && file_.index->blocks()[node.block].classType != 0;
+    const bool isOwnClass = hasClass(node);
     const bool isTyped = isOfRole(node, Role::Object) && !node.type->className.empty();
     const std::string_view className = isTyped ? node.type->className : row.bodyClass;
     const bool isNozzle = !isOwnClass && className == "HxDbNozzleModel";
@@ -459,12 +466,12 @@ void ElementTeller::tellObject(std::uint32_t number, const TypeRow& row, std::ui
         nozzles_.tellAttributes();
     } else if (!isOwnClass) {
         tellObjectFacts(number, row, className);
-    } else if (isPipeline(row) && facts.has(Key::LineNumber)) {
-        builder_.attribute("lineno", std::string_view(std::to_string(tree_.nodes()[manager].id)));
     }
     if (hasBlock) {
-        const bool hasLine = isPipeline(row);
-        attributes_.tellBlock(node.block, !isOwnClass ? Held::None : hasLine ? Held::ClassAndLine : Held::Class);
+        const bool isInLine = isOwnClass && isPipeline(row);
+        attributes_.tellBlock(
+            node.block,
+            {.hasClass = isOwnClass, .line = isInLine ? std::to_string(tree_.nodes()[manager].id) : std::string()});
     }
     shapes_.tellLook(node.group);
     if (isNozzle) {

@@ -61,6 +61,7 @@ private:
 
     Facts factsOf(const Node& node) const;
     std::string nameOf(const Node& node);
+    bool hasClass(const Node& node) const;
     void take(const Node& node);
 
     File& file_;

@@ -74,7 +74,6 @@ constexpr KeyRow keyRows[] = {
     {"HEIGHT", Key::Height},
     {"ITEM", Key::Item},
     {"ITYPE", Key::ItemType},
-    {"LINENO", Key::LineNumber},
 };
 constexpr std::size_t longestKey = 11;
 

@@ -46,9 +46,8 @@ enum class Key : std::uint8_t {
     Height,
     Item,
     ItemType,
-    LineNumber,
 };
-inline constexpr std::size_t keyCount = static_cast<std::size_t>(Key::LineNumber) + 1;
+inline constexpr std::size_t keyCount = static_cast<std::size_t>(Key::ItemType) + 1;
 
 class Facts {
 public:

@@ -62,13 +62,12 @@ Conversion convertLine(const Primitive& primitive, ShapeOutput& output) {
     if (!std::isfinite(half)) {
         return Conversion::NotFinite;
     }
-    HextPrimaryLine line;
-    line.startPoint = primitive.placement.at(0, 0, -half);
-    line.endPoint = primitive.placement.at(0, 0, half);
-    if (line.startPoint.distanceTo(line.endPoint) <= leastLength) {
+    const Point start = primitive.placement.at(0, 0, -half);
+    const Point end = primitive.placement.at(0, 0, half);
+    if (start.distanceTo(end) <= leastLength) {
         return Conversion::ZeroSize;
     }
-    output.put(line);
+    output.putLine(start, end);
     return Conversion::Taken;
 }
 

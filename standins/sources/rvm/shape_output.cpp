@@ -46,15 +46,22 @@ void appendFixed(std::string& out, double number) {
     out.append(fraction, length);
 }
 
+void appendPoint(std::string& out, const Point& point) {
+    out += '[';
+    appendFixed(out, point.x);
+    out += ',';
+    appendFixed(out, point.y);
+    out += ',';
+    appendFixed(out, point.z);
+    out += ']';
+}
+
 void appendPoints(std::string& out, const std::vector<Point>& points) {
     for (std::size_t i = 0; i < points.size(); ++i) {
-        out += i == 0 ? "[" : ",[";
-        appendFixed(out, points[i].x);
-        out += ',';
-        appendFixed(out, points[i].y);
-        out += ',';
-        appendFixed(out, points[i].z);
-        out += ']';
+        if (i > 0) {
+            out += ',';
+        }
+        appendPoint(out, points[i]);
     }
 }
 
@@ -78,20 +85,30 @@ void ShapeOutput::put(HextPrimary3D& solid) {
     builder_->primitive(solid);
 }
 
-void ShapeOutput::put(HextPrimaryLine& line) {
-    line.color = color_;
-    builder_->primitive(line);
+void ShapeOutput::putLine(const Point& start, const Point& end) {
+    HextPrimaryAcadEntity content;
+    beginEntity(content.serial, "line");
+    content.serial += R"(,"startPoint":)";
+    appendPoint(content.serial, start);
+    content.serial += R"(,"endPoint":)";
+    appendPoint(content.serial, end);
+    content.serial += '}';
+    put(static_cast<HextPrimary3D&>(content));
+}
+
+void ShapeOutput::beginEntity(std::string& text, std::string_view type) const {
+    text.append(R"({"type":")").append(type).append("\"");
+    if (color_ > 0) {
+        text += R"(,"color":)";
+        appendWhole(text, static_cast<std::uint32_t>(color_));
+    }
 }
 
 void ShapeOutput::put(const SurfaceMesh& mesh) {
     HextPrimaryAcad content;
     std::string& text = content.serial;
     text.reserve(roomOfNumber * (mesh.points.size() + mesh.triangles.size()) + 64);
-    text = R"({"type":"mesh")";
-    if (color_ > 0) {
-        text += R"(,"color":)";
-        appendWhole(text, static_cast<std::uint32_t>(color_));
-    }
+    beginEntity(text, "mesh");
     text += R"(,"points":[)";
     appendPoints(text, mesh.points);
     text += R"(],"faces":[)";

@@ -19,8 +19,9 @@ public:
         material_ = isObstruction ? obstructionMaterial : nullptr;
     }
     void put(HextPrimary3D& solid);
-    void put(HextPrimaryLine& line);
-    // As an entity of the host that holds a mesh. The coordinates keep a ten-thousandth of a millimetre.
+    // As an entity of the host, which more exports take than a line of the platform's.
+    void putLine(const Point& start, const Point& end);
+    // As an entity of the host that holds a mesh. Coordinates of entities keep a ten-thousandth of a millimetre.
     void put(const SurfaceMesh& mesh);
     // For primitives whose mesh does not outlive their conversion.
     SurfaceMesh& scratchMesh() { return scratch_; }
@@ -29,6 +30,8 @@ public:
     std::size_t& surfacePoints() { return surfacePoints_; }
 
 private:
+    void beginEntity(std::string& text, std::string_view type) const;
+
     ModelBuilder* builder_;
     int color_ = 0;
     const char* material_ = nullptr;

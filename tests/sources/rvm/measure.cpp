@@ -1,10 +1,11 @@
 #include "sources/rvm/measure.h"
 
 #include "plant/shapes/builder.h"
+#include "platform/entities.h"
 #include "tolmar/mesh.h"
 
 #include <algorithm>
-#include <limits>
+#include <memory>
 #include <simdjson.h>
 
 namespace {
@@ -71,4 +72,15 @@ Measured measure(const HextPrimary& primitive) {
         result.area += (b - a).crossProduct(c - a).length() / 2;
     }
     return result;
+}
+
+std::vector<HxGePoint3D> lineEnds(const HextPrimary& primitive) {
+    const HextPrimaryAcadEntity* content = HextPrimaryAcadEntity::cast(&primitive);
+    if (content == nullptr) {
+        return {};
+    }
+    const std::unique_ptr<TlDbEntity> entity(hxcad::setEntitySerialString(content->serial));
+    const TlDbLine* line = TlDbLine::cast(entity.get());
+    return line != nullptr ? std::vector<HxGePoint3D>{line->startPoint(), line->endPoint()}
+                           : std::vector<HxGePoint3D>{};
 }

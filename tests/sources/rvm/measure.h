@@ -16,3 +16,6 @@ struct Measured {
 };
 
 Measured measure(const HextPrimary& primitive);
+
+// The ends of a line of the host; empty for anything else.
+std::vector<HxGePoint3D> lineEnds(const HextPrimary& primitive);

@@ -271,10 +271,10 @@ TEST(RvmShapes, LinesRunAlongZAndMayHaveTheirLengthInTheBoxAlone) {
     for (const double length : {100.0, 0.0}) {
         const One told = one(10, {5, length}, at(1, 0, 0), "PRIM", {-5, -5, -50, 5, 5, 50});
         ASSERT_EQ(told.primitives.size(), 1U);
-        const auto* line = HextPrimaryLine::cast(told.primitives.front());
-        ASSERT_NE(line, nullptr);
-        expectNear(line->startPoint, {1000, 0, -50}, 1e-9, "start");
-        expectNear(line->endPoint, {1000, 0, 50}, 1e-9, "end");
+        const std::vector<HxGePoint3D> ends = lineEnds(*told.primitives.front());
+        ASSERT_EQ(ends.size(), 2U);
+        expectNear(ends[0], {1000, 0, -50}, 1e-9, "start");
+        expectNear(ends[1], {1000, 0, 50}, 1e-9, "end");
     }
 }
 
@@ -299,7 +299,8 @@ TEST(RvmShapes, FilesOfOurOwnHaveRadiiOfSpheresAndLinesAlongX) {
     EXPECT_NEAR(file(9, {20}, {-10, -10, -10, 10, 10, 10}).measured().high.x, 10, 1e-3) << "with a box, a diameter";
     const One line = file(10, {5, 100}, none);
     ASSERT_EQ(line.primitives.size(), 1U);
-    EXPECT_EQ(HextPrimaryLine::cast(line.primitives.front())->endPoint.x, 50);
+    ASSERT_EQ(lineEnds(*line.primitives.front()).size(), 2U);
+    EXPECT_EQ(lineEnds(*line.primitives.front())[1].x, 50);
 }
 
 TEST(RvmShapes, ObstructionsAndInsulationAreObstructionVolumes) {
