@@ -35,7 +35,7 @@ ALLOWED = {
     "standins/nwcreate": ["standins/tolmar/include", "standins/gltf"],
     "standins/obmsdk": ["standins/tolmar/include", "standins/gltf"],
     "standins/plant": ["standins/tolmar", "standins/forms/include", "src/platform"],
-    "standins/sources": ["standins/tolmar/include", "standins/plant", "src/platform"],
+    "standins/sources": ["standins/tolmar/include", "standins/tolmar/mesh", "standins/plant", "src/platform"],
     "standins/generator": ["standins/tolmar/include", "standins/plant", "standins/sources", "src/platform"],
 }
 

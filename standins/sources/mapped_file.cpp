@@ -1,6 +1,6 @@
 #include "sources/mapped_file.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <cerrno>
 #include <fcntl.h>

@@ -1,6 +1,6 @@
 #include "sources/attributes/index.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "sources/attributes/lines.h"
 #include "sources/text_decoder.h"
 

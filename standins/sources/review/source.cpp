@@ -1,6 +1,6 @@
 #include "sources/review/source.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "sources/attributes/index.h"
 #include "sources/mapped_file.h"
 #include "sources/review/element_teller.h"

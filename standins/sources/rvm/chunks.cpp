@@ -1,6 +1,6 @@
 #include "sources/rvm/chunks.h"
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 
 #include <algorithm>
 #include <cstdio>

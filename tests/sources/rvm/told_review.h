@@ -1,7 +1,7 @@
 // A review model told to a recording builder, with its report.
 #pragma once
 
-#include "plant/model/refusal.h"
+#include "plant/refusal.h"
 #include "sources/review/source.h"
 #include "sources/rvm/recording_builder.h"
 
