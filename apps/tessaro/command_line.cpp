@@ -24,6 +24,7 @@ constexpr const char* runExamples =
     "for itself. Without --select everything is checked.\n\n"
     "Examples:\n"
     "  tessaro run HEXTOUT --model plant.json --root install\n"
+    "  tessaro run NVOUT --model review.rvm --out exported\n"
     "  tessaro run RVMOUT NVOUT --model plant.json --out exported --report report.json\n"
     "  tessaro run RVMOUT --model plant.json --select 'World/*North*/**' --deselect '**/TEMP*' --dry-run\n"
     "  tessaro run NVOUT --model plant.json --set outWeld=1 --set nvExpandBranch=0 --progress plain\n"
@@ -34,6 +35,7 @@ constexpr const char* modelExamples = "Examples:\n"
                                       "  tessaro model check plant.json\n"
                                       "  tessaro model info plant.json --json\n"
                                       "  tessaro model tree plant.json --depth 3\n"
+                                      "  tessaro model convert review.rvm -o plant.json\n"
                                       "  tessaro model generate --objects 100000 --seed 7 -o big.json";
 // The file of so many takes 770 GB.
 constexpr double mostObjects = 1e9;
@@ -129,7 +131,9 @@ void CommandLine::addRun() {
     run->add_option("COMMAND", run_.commands,
                     "Commands in the order in which they run (see: tessaro commands), or XDBOUT")
         ->required();
-    run->add_option("--model", run_.model, "The plant model")->required()->type_name("FILE");
+    run->add_option("--model", run_.model, "The plant: a model file, or review models and folders of them")
+        ->required()
+        ->type_name("FILE ...");
     run->add_option("--root", run_.root, "The installation root (default: TESSARO_ROOT, else ./install)")
         ->type_name("DIR");
     run->add_option("--out", run_.out, "Where files go when a command asks (default: the working folder)")
@@ -179,13 +183,14 @@ void CommandLine::addModel() {
     addModelReader(*model, "info", "What is in the file: counts, bounds, names, what exports will miss",
                    describeModelFile);
     addModelReader(*model, "tree", "The tree of the model: classes, ids and names", printModelTree);
+    addModelConvert(*model);
     addModelGenerate(*model);
 }
 
 void CommandLine::addModelReader(CLI::App& model, const char* name, const char* help,
                                  ExitStatus (*read)(const ModelOptions&)) {
     CLI::App* command = model.add_subcommand(name, help);
-    command->add_option("FILE", model_.file, "The plant model")->required()->type_name("");
+    command->add_option("FILE", model_.files, "The files of the plant, or folders of them")->required()->type_name("");
     if (read == describeModelFile) {
         command->add_flag("--json", model_.json, "As JSON");
     }
@@ -196,6 +201,14 @@ void CommandLine::addModelReader(CLI::App& model, const char* name, const char* 
     }
     command->footer(modelExamples);
     command->callback([this, read] { action_ = [this, read] { return read(model_); }; });
+}
+
+void CommandLine::addModelConvert(CLI::App& model) {
+    CLI::App* convert = model.add_subcommand("convert", "One model file of the files of a plant in other formats");
+    convert->add_option("FILE", model_.files, "The files of the plant, or folders of them")->required()->type_name("");
+    convert->add_option("-o,--output", model_.file, "The model file to write")->required()->type_name("FILE");
+    convert->footer(modelExamples);
+    convert->callback([this] { action_ = [this] { return convertModel(model_); }; });
 }
 
 void CommandLine::addModelGenerate(CLI::App& model) {

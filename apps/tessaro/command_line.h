@@ -22,6 +22,7 @@ private:
     void addCommands();
     void addModel();
     void addModelReader(CLI::App& model, const char* name, const char* about, ExitStatus (*read)(const ModelOptions&));
+    void addModelConvert(CLI::App& model);
     void addModelGenerate(CLI::App& model);
     void addCheck();
     void complain(const CLI::ParseError& error) const;

@@ -22,8 +22,11 @@ namespace plant {
 struct SourceFile {
     std::filesystem::path path;  // in messages, and where companions of the file stand; text in memory has a plain name
     ByteSource& bytes;           // from the start of the file
-    MemoryBuilder& builder;      // what other files told stands in it already
+    ModelBuilder& builder;       // what other files told stands in it already
+    MemoryBuilder* memory;       // the same builder where it makes a model in memory; null where it writes a model file
     std::vector<LoadRemark>& remarks;
+    // The world in which sources of files without one put their sites; 0 until the first of them has told it.
+    ObjectId& world;
     // Says where a record of this file stands, numbered from 0 in the file. A source whose records do not stand as
     // those of a model file do gives its own before it tells the first; it is called until the model is finished.
     PlaceOfRecord placeOf = placeInModelFile;

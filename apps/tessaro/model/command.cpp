@@ -23,10 +23,13 @@ ExitStatus printResult(const std::string& text) {
 // Loads the file and hands the model on; a refused file ends the command.
 template <typename Use>
 ExitStatus withModel(const ModelOptions& options, Use&& use) {
-    const plant::LoadResult loaded = plant::loadModel(options.file);
+    const plant::LoadResult loaded = plant::loadPlant(options.files);
     if (!loaded) {
         complain(loaded.error);
         return ExitStatus::InputRefused;
+    }
+    for (const plant::LoadRemark& remark : loaded.remarks) {
+        std::fprintf(stderr, "%s\n", plant::textOf(remark).c_str());
     }
     return use(*loaded.model);
 }
@@ -35,7 +38,9 @@ ExitStatus withModel(const ModelOptions& options, Use&& use) {
 
 ExitStatus checkModel(const ModelOptions& options) {
     return withModel(options, [&](const plant::Model&) {
-        std::fprintf(stderr, "%s: good\n", options.file.c_str());
+        for (const std::filesystem::path& file : options.files) {
+            std::fprintf(stderr, "%s: good\n", file.c_str());
+        }
         return ExitStatus::Done;
     });
 }
@@ -48,6 +53,18 @@ ExitStatus describeModelFile(const ModelOptions& options) {
 ExitStatus printModelTree(const ModelOptions& options) {
     return withModel(options,
                      [&](const plant::Model& model) { return printResult(plant::printTree(model, options.depth)); });
+}
+
+ExitStatus convertModel(const ModelOptions& options) {
+    const plant::ConvertResult result = plant::convertPlant(options.files, options.file);
+    for (const plant::LoadRemark& remark : result.remarks) {
+        std::fprintf(stderr, "%s\n", plant::textOf(remark).c_str());
+    }
+    if (result.error.empty()) {
+        return ExitStatus::Done;
+    }
+    complain(result.error);
+    return result.isRefused ? ExitStatus::InputRefused : ExitStatus::Failed;
 }
 
 ExitStatus generateModelFile(const ModelOptions& options) {

@@ -211,9 +211,13 @@ private:
     }
 
     ExitStatus loadTheModel() {
-        plant::LoadResult loaded = plant::loadModel(options_.model);
+        plant::LoadResult loaded = plant::loadPlant(options_.model);
         if (!loaded) {
             return refuse(ExitStatus::InputRefused, loaded.error);
+        }
+        for (const plant::LoadRemark& remark : loaded.remarks) {
+            remark.grade == plant::LoadRemark::Grade::Note ? console_.detail(plant::textOf(remark))
+                                                           : console_.note(plant::textOf(remark));
         }
         model_ = std::move(loaded.model);
         plant::setCurrentModel(model_.get());
@@ -273,9 +277,17 @@ private:
     bool hasPatterns_ = false;  // of items to select
 };
 
+std::string namesOf(const std::vector<fs::path>& files) {
+    std::string names;
+    for (const fs::path& file : files) {
+        names.append(names.empty() ? "" : ", ").append(file.string());
+    }
+    return names;
+}
+
 RunFacts factsOf(const RunOptions& options, ExitStatus status) {
     const tolmar::RunReport& report = runReport();
-    RunFacts facts{options.commands, options.model, status, report.outcome(), tolmar::toUtf8(report.reason())};
+    RunFacts facts{options.commands, namesOf(options.model), status, report.outcome(), tolmar::toUtf8(report.reason())};
     if (status == ExitStatus::Done) {
         facts.outcome = RunOutcome::Done;
         facts.reason.clear();
@@ -300,9 +312,11 @@ ExitStatus runCommands(RunOptions options) {
     if (options.root.empty()) {
         options.root = defaultRoot();
     }
-    for (fs::path* path :
-         {&options.model, &options.root, &options.out, &options.selectFile, &options.report, &options.logFile}) {
+    for (fs::path* path : {&options.root, &options.out, &options.selectFile, &options.report, &options.logFile}) {
         makeAbsolute(*path);
+    }
+    for (fs::path& path : options.model) {
+        makeAbsolute(path);
     }
     if (!options.logFile.empty() && !console.openLog(options.logFile)) {
         console.error(options.logFile.string() + ": cannot be written");

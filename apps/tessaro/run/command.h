@@ -10,7 +10,7 @@
 // As the command line gives them; empty means not given.
 struct RunOptions {
     std::vector<std::string> commands;
-    std::filesystem::path model;
+    std::vector<std::filesystem::path> model;  // files of the plant, or folders of them
     std::filesystem::path root;
     std::filesystem::path out;
     std::vector<std::string> select;

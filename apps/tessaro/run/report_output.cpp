@@ -60,7 +60,7 @@ void appendHead(std::string& out, const RunFacts& facts) {
     appendJsonLines(out, facts.commands,
                     [](std::string& text, const std::string& command) { appendJsonString(text, command); });
     out += ",\n  \"model\": ";
-    appendJsonString(out, facts.model.string());
+    appendJsonString(out, facts.model);
     out += ",\n  \"status\": ";
     appendJsonNumber(out, static_cast<int>(facts.status));
     out += ",\n  \"outcome\": ";

@@ -13,7 +13,7 @@ ExitStatus statusOf(const tolmar::RunReport& report);
 
 struct RunFacts {
     std::vector<std::string> commands;
-    std::filesystem::path model;
+    std::string model;  // its files
     ExitStatus status = ExitStatus::Done;
     tolmar::RunOutcome outcome = tolmar::RunOutcome::Done;
     // In UTF-8.

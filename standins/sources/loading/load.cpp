@@ -1,4 +1,8 @@
+#include "sources/folder.h"
 #include "sources/json/model_reader.h"
+#include "sources/json/text_file.h"
+#include "sources/json/writer.h"
+#include "sources/review/format.h"
 #include "sources/source.h"
 
 #include <algorithm>
@@ -16,11 +20,15 @@ bool isModelFile(std::string_view start, const std::filesystem::path&) {
 }
 
 void readModelFile(SourceFile& file) {
-    ModelReader(file.builder).read(file.bytes);
+    if (file.memory == nullptr) {
+        refuse("a model file already; only files of other formats are converted");
+    }
+    ModelReader(*file.memory).read(file.bytes);
 }
 
 constexpr SourceFormat formats[] = {
     {"model file", isModelFile, readModelFile},
+    {"review model", review::isReview, review::readReview},
 };
 
 // A file whose first bytes were looked at; they come again.
@@ -80,12 +88,13 @@ private:
     LoadResult result_{.model = ModelPtr(new Model), .error = {}, .remarks = {}};
     MemoryBuilder builder_{*result_.model};
     std::vector<Told> told_;
+    ObjectId world_ = 0;
     bool isFinishing_ = false;
 };
 
 void Loading::add(const std::filesystem::path& path, ByteSource& bytes) {
     PeekedSource peeked(bytes);
-    SourceFile file{path, peeked, builder_, result_.remarks};
+    SourceFile file{path, peeked, builder_, &builder_, result_.remarks, world_};
     const SourceFormat& format = formatOf(peeked.start(), path);
     try {
         format.read(file);
@@ -137,13 +146,19 @@ LoadResult load(const Tell& tell) {
 
 }  // namespace
 
+std::string textOf(const LoadRemark& remark) {
+    constexpr std::string_view grades[] = {"note", "loss", "fault"};
+    std::string text(grades[static_cast<std::size_t>(remark.grade)]);
+    return text.append(" ").append(remark.code).append(": ").append(remark.place).append(": ").append(remark.text);
+}
+
 std::span<const SourceFormat> sourceFormats() {
     return formats;
 }
 
 LoadResult loadPlant(std::span<const std::filesystem::path> files) {
     return load([&](Loading& loading) {
-        for (const std::filesystem::path& file : files) {
+        for (const std::filesystem::path& file : filesOfPlant(files)) {
             loading.begin(file);
             loading.add(file, *openSource(file));
         }
@@ -159,6 +174,55 @@ LoadResult loadModelText(std::string_view json, std::string_view name) {
         loading.begin(name);
         loading.add(name, *sourceOf(json));
     });
+}
+
+namespace {
+
+// Tells files to a writer of a model file, one behind the other.
+class Converting {
+public:
+    Converting(std::span<const std::filesystem::path> files, ConvertResult& result)
+        : files_(filesOfPlant(files)), result_(result) {}
+
+    // Throws a Refusal; `current` is the file that it is of.
+    void run(JsonModelWriter& writer) {
+        for (const std::filesystem::path& path : files_) {
+            current_ = path.string();
+            const std::unique_ptr<ByteSource> bytes = openSource(path);
+            PeekedSource peeked(*bytes);
+            SourceFile file{path, peeked, writer, nullptr, result_.remarks, world_};
+            formatOf(peeked.start(), path).read(file);
+        }
+        writer.finish();
+    }
+    const std::string& current() const { return current_; }
+
+private:
+    std::vector<std::filesystem::path> files_;
+    ConvertResult& result_;
+    ObjectId world_ = 0;
+    std::string current_;
+};
+
+}  // namespace
+
+ConvertResult convertPlant(std::span<const std::filesystem::path> files, const std::filesystem::path& target) {
+    ConvertResult result;
+    Converting converting(files, result);
+    writeTextFile(
+        target,
+        [&](const TextSink& sink) {
+            try {
+                JsonModelWriter writer(sink);
+                converting.run(writer);
+            } catch (const Refusal& refusal) {
+                result.error = converting.current() + ": " + refusal.text();
+                result.isRefused = true;
+            }
+            return !result.isRefused;
+        },
+        result.error);
+    return result;
 }
 
 }  // namespace plant

@@ -33,6 +33,9 @@ struct LoadRemark {
     std::string text;
 };
 
+// "loss rvm.zero-size: review.rvm: offset 1204 (0x4B4): a primitive without extent; left out"
+std::string textOf(const LoadRemark& remark);
+
 // A model or the reason why there is none: UTF-8, beginning with the file's name and the place, such as
 // "plant.json: objects[17].points[2].flow: 1, 2 or 0 expected, \"x\" found".
 struct LoadResult {
@@ -46,10 +49,19 @@ struct LoadResult {
 LoadResult loadModel(const std::filesystem::path& file);
 // One plant of several files, told one behind the other: a file may refer to what stands in any other of them. Ids and
 // names of databases are unique in all together; of what two files say of the project, the first says holds.
-// At least one file.
+// At least one file. A folder stands for the files in it that a source recognises, by name.
 LoadResult loadPlant(std::span<const std::filesystem::path> files);
 // The same from text; `name` stands for the file in messages.
 LoadResult loadModelText(std::string_view json, std::string_view name = "model");
+
+// The files of a plant as one model file, which is written as they are read. Nothing is left at `target` after an
+// error.
+struct ConvertResult {
+    std::string error;       // empty when the model file is whole
+    bool isRefused = false;  // a file was refused; else the target could not be written
+    std::vector<LoadRemark> remarks;
+};
+ConvertResult convertPlant(std::span<const std::filesystem::path> files, const std::filesystem::path& target);
 
 // The model that all platform operations answer from; not owned, null at the start. The caller keeps it alive while
 // anything uses the platform.
