@@ -15,7 +15,7 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PICTURE = ROOT / "docs/pictures/rooms.svg"
 LAYERS = ["apps", "readers", "src", "standins"]
-MOST_FILES = 27  # "about twenty-five"
+MOST_FILES = 28  # "about twenty-five"
 
 # Where an include may be written from, in the order in which it is looked up.
 BASES = ["standins/tolmar/include", "standins/plant/include", "standins/forms/include", "standins/nwcreate/include",

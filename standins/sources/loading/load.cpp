@@ -1,11 +1,13 @@
-#include "sources/folder.h"
 #include "sources/json/model_reader.h"
 #include "sources/json/text_file.h"
 #include "sources/json/writer.h"
+#include "sources/loading/folder.h"
+#include "sources/pcf/format.h"
 #include "sources/review/format.h"
 #include "sources/source.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <functional>
 #include <new>
@@ -29,6 +31,31 @@ void readModelFile(SourceFile& file) {
 constexpr SourceFormat formats[] = {
     {"model file", isModelFile, readModelFile},
     {"review model", review::isReview, review::readReview},
+    {"piping component file", pcf::isPcf, pcf::readPcf},
+};
+constexpr std::size_t formatCount = std::size(formats);
+
+// A plant on its way: what its files share, and the files that wait for each other.
+class Gathering {
+public:
+    Gathering(ModelBuilder& builder, MemoryBuilder* memory, std::vector<LoadRemark>& remarks)
+        : plant_{builder, remarks}, memory_(memory) {}
+
+    // Reads a file by the format that its first bytes tell; gives what finds places in it, also where it throws.
+    void read(const std::filesystem::path& path, ByteSource& bytes, PlaceOfRecord& placeOf);
+    // Lets those tell that waited.
+    void tellGroups() {
+        for (const std::unique_ptr<FileGroup>& group : groups_) {
+            if (group != nullptr) {
+                group->tell(plant_);
+            }
+        }
+    }
+
+private:
+    SharedPlant plant_;
+    MemoryBuilder* memory_;
+    std::array<std::unique_ptr<FileGroup>, formatCount> groups_;
 };
 
 // A file whose first bytes were looked at; they come again.
@@ -53,11 +80,23 @@ private:
     std::size_t used_ = 0;
 };
 
-const SourceFormat& formatOf(std::string_view start, const std::filesystem::path& path) {
-    const auto all = sourceFormats();
-    const auto format =
-        std::find_if(all.begin(), all.end(), [&](const SourceFormat& one) { return one.recognises(start, path); });
-    return format == all.end() ? all.front() : *format;
+std::size_t formatOf(std::string_view start, const std::filesystem::path& path) {
+    const auto format = std::find_if(std::begin(formats), std::end(formats),
+                                     [&](const SourceFormat& one) { return one.recognises(start, path); });
+    return format == std::end(formats) ? 0 : static_cast<std::size_t>(format - std::begin(formats));
+}
+
+void Gathering::read(const std::filesystem::path& path, ByteSource& bytes, PlaceOfRecord& placeOf) {
+    PeekedSource peeked(bytes);
+    const std::size_t format = formatOf(peeked.start(), path);
+    SourceFile file{path, peeked, plant_, memory_, groups_[format]};
+    try {
+        formats[format].read(file);
+    } catch (...) {
+        placeOf = file.placeOf;
+        throw;
+    }
+    placeOf = file.placeOf;
 }
 
 // The files of one plant, told into one model.
@@ -87,25 +126,20 @@ private:
 
     LoadResult result_{.model = ModelPtr(new Model), .error = {}, .remarks = {}};
     MemoryBuilder builder_{*result_.model};
+    Gathering gathering_{builder_, &builder_, result_.remarks};
     std::vector<Told> told_;
-    ObjectId world_ = 0;
     bool isFinishing_ = false;
 };
 
 void Loading::add(const std::filesystem::path& path, ByteSource& bytes) {
-    PeekedSource peeked(bytes);
-    SourceFile file{path, peeked, builder_, &builder_, result_.remarks, world_};
-    const SourceFormat& format = formatOf(peeked.start(), path);
-    try {
-        format.read(file);
-    } catch (...) {
-        told_.back().placeOf = file.placeOf;
-        throw;
-    }
-    told_.back().placeOf = file.placeOf;
+    gathering_.read(path, bytes, told_.back().placeOf);
 }
 
 LoadResult Loading::finish() {
+    // What is told now belongs to no file alone.
+    begin("the plant");
+    told_.back().placeOf = [](RecordNumber record) { return "record " + std::to_string(record.number); };
+    gathering_.tellGroups();
     isFinishing_ = true;
     builder_.finish();
     return std::move(result_);
@@ -186,13 +220,13 @@ public:
 
     // Throws a Refusal; `current` is the file that it is of.
     void run(JsonModelWriter& writer) {
+        Gathering gathering(writer, nullptr, result_.remarks);
         for (const std::filesystem::path& path : files_) {
             current_ = path.string();
-            const std::unique_ptr<ByteSource> bytes = openSource(path);
-            PeekedSource peeked(*bytes);
-            SourceFile file{path, peeked, writer, nullptr, result_.remarks, world_};
-            formatOf(peeked.start(), path).read(file);
+            PlaceOfRecord placeOf;
+            gathering.read(path, *openSource(path), placeOf);
         }
+        gathering.tellGroups();
         writer.finish();
     }
     const std::string& current() const { return current_; }
@@ -200,7 +234,6 @@ public:
 private:
     std::vector<std::filesystem::path> files_;
     ConvertResult& result_;
-    ObjectId world_ = 0;
     std::string current_;
 };
 

@@ -6,6 +6,7 @@
 #include "sources/review/element_teller.h"
 #include "sources/review/file.h"
 #include "sources/text_decoder.h"
+#include "sources/world.h"
 
 #include <algorithm>
 #include <memory>
@@ -33,21 +34,12 @@ std::string stemOf(const std::string& name) {
     return std::filesystem::path(name).stem().string();
 }
 
-void tellWorld(File& file, ModelBuilder& builder, ObjectId& world) {
-    if (world != 0) {
-        return;
-    }
+void tellWorldOf(File& file, ModelBuilder& builder, ObjectId& world) {
     TextDecoder decoder;
     const std::string project(decoder.decode(trimmed(file.survey.project)));
     const std::string name = project.empty() ? stemOf(file.name) : project;
     const std::string model(decoder.decode(trimmed(file.survey.model)));
-    builder.project({.name = std::string_view(name)});
-    world = builder.newId();
-    builder.database(
-        {.name = model.empty() ? std::string_view(name) : std::string_view(model), .main = true, .root = world});
-    builder.beginObject(world, "HextWorld");
-    builder.name(name);
-    builder.endObject();
+    tellWorld(name, model.empty() ? name : model, builder, world);
 }
 
 // Blocks that the tree has no place for: the header, and a root that the groups do not know.
@@ -115,7 +107,7 @@ void tellReview(const Input& input, ModelBuilder& builder, ObjectId& world, Sour
         file.index = index.get();
     }
     Tree tree(input.rvm, file.survey, file.index);
-    tellWorld(file, builder, world);
+    tellWorldOf(file, builder, world);
     for (Node& node : tree.nodes()) {
         node.id = builder.newId();
     }

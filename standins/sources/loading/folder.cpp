@@ -1,4 +1,4 @@
-#include "sources/folder.h"
+#include "sources/loading/folder.h"
 
 #include "sources/attributes/index.h"
 #include "sources/source.h"
