@@ -2,6 +2,8 @@
 #include "qt/screen_ui.h"
 
 #include <QApplication>
+#include <QLocale>
+#include <clocale>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -35,7 +37,11 @@ bool hasScreen() {
 class OwnApplication final : public tolmar::HostUi {
 public:
     explicit OwnApplication(tolmar::HostUi& console)
-        : application_(argumentCount, arguments), ui_(std::make_unique<QtUi>(console)) {}
+        : application_(argumentCount, arguments), ui_(std::make_unique<QtUi>(console)) {
+        // The application has taken the user's locale; numbers in files have a point in every country.
+        std::setlocale(LC_NUMERIC, "C");
+        QLocale::setDefault(QLocale::c());
+    }
     void print(const std::string& text) override { ui_->print(text); }
     void messageBox(const std::string& text, const std::string& title) override { ui_->messageBox(text, title); }
     std::optional<std::string> fileDialog(const tolmar::FileDialog& dialog) override { return ui_->fileDialog(dialog); }

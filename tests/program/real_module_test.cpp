@@ -1,5 +1,10 @@
 // The program with the real module on the example plant, as a user runs it.
 #include "real_module.h"
+#include "support/comma_locale.h"
+#include "tolmar/host_ui.h"
+
+#include <clocale>
+#include <dlfcn.h>
 
 namespace {
 
@@ -121,6 +126,39 @@ TEST_F(RealModule, AClosedPipeIsStatusFour) {
     EXPECT_EQ(intoClosedPipe("model tree" + model), "4\n");
     EXPECT_EQ(intoClosedPipe("run RVMOUT --report /dev/stdout --out '" + out().string() + "'" + common), "4\n");
     EXPECT_EQ(tessaro("check rvm '" + out().string() + "'"), 0) << "what was exported is whole: " << said();
+}
+
+TEST_F(RealModule, ScriptsWriteFilesOnlyWhenTheyAreTrusted) {
+    const fs::path made = folder() / "made";
+    std::ofstream(root() / "plugins" / "nvoutplugins.lua", std::ios::app)
+        << "\nio.open('" << made.string() << "', 'w'):close()\n";
+    EXPECT_EQ(run("RVMOUT"), 3) << said();
+    EXPECT_NE(said().find("io.open for writing is not available"), std::string::npos) << said();
+    EXPECT_FALSE(fs::exists(made));
+    run("RVMOUT", "--trust-scripts");
+    EXPECT_EQ(said().find("is not available"), std::string::npos) << said();
+    EXPECT_TRUE(fs::exists(made));
+}
+
+// Opens the dialogs and ends with 0 when numbers are written with a point, though the user's country has a comma.
+[[noreturn]] void openDialogs() {
+    void* library = ::dlopen((binaries / "libtessaro-qt.so").c_str(), RTLD_NOW);
+    const auto create = reinterpret_cast<tolmar::HostUi* (*)(tolmar::HostUi&)>(::dlsym(library, "tessaroCreateQtUi"));
+    const tolmar::HostUi* ui = create(tolmar::hostUi());
+    char text[8];
+    std::snprintf(text, sizeof text, "%.1f", 1.5);
+    const bool hasTaken = std::string(std::setlocale(LC_TIME, nullptr)) == "comma.UTF-8";
+    ::_exit(ui == nullptr ? 2 : !hasTaken ? 3 : std::string(text) == "1.5" ? 0 : 1);
+}
+
+TEST_F(RealModule, DialogsLeaveThePointInNumbers) {
+    const CommaLocale locale(folder());
+    if (!locale.isThere() || !fs::exists(binaries / "libtessaro-qt.so")) {
+        GTEST_SKIP() << "no locale with a comma, or no dialogs";
+    }
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    EXPECT_EXIT(openDialogs(), testing::ExitedWithCode(0), "");
+    ::unsetenv("QT_QPA_PLATFORM");
 }
 
 TEST_F(RealModule, ARootThatCannotBeWrittenIsStatusFour) {
