@@ -188,7 +188,11 @@ TEST_F(ScriptTest, OnlyTrustedScriptsWriteFiles) {
     tolmar::setDryRun(false);
     load(script);
     EXPECT_TRUE(isMoved());
+    const std::string late = "function getNodeName() return (pcall(os.remove, '" + folder + "moved.txt')) end";
+    load(late);
     tolmar::setScriptsTrusted(false);
+    lua_tinker::ScriptCall(getScriptHost(false), "getNodeName").run();
+    EXPECT_TRUE(isMoved()) << "trust that is taken back holds for a state that is there already";
 }
 
 // The platform gives paths in a place of its own, which the script's own question for a path overwrites.

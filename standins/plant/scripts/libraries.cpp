@@ -24,7 +24,7 @@ constexpr Refused refusedFunctions[] = {
     {"io", "read"}, {"io", "input"},   {"io", "output"},    {"package", "loadlib"},
 };
 // What changes files, which only scripts that are trusted may do.
-constexpr Refused refusedWriters[] = {{"os", "remove"}, {"os", "rename"}, {"os", "tmpname"}, {"io", "tmpfile"}};
+constexpr Refused writers[] = {{"os", "remove"}, {"os", "rename"}, {"os", "tmpname"}, {"io", "tmpfile"}};
 
 constexpr const char* keptOfDebug[] = {"traceback", "getinfo"};
 
@@ -90,18 +90,48 @@ int callOriginal(lua_State* state) {
     return lua_tocfunction(state, lua_upvalueindex(1))(state);
 }
 
-// io.open for reading. The way of opening is a letter and perhaps "b"; every other one writes.
-int openForReading(lua_State* state) {
-    const char* way = luaL_optstring(state, 2, "r");
-    if (std::strcmp(way, "r") != 0 && std::strcmp(way, "rb") != 0) {
-        return luaL_error(state, "io.open for writing is not available to scripts that are not trusted");
-    }
-    // As a call of its own, since a file belongs to the environment of the function that opens it.
-    lua_settop(state, 2);
+// A dry run leaves all files as they are, whoever writes them.
+bool mayWriteFiles() {
+    return tolmar::scriptsTrusted() && !tolmar::dryRun();
+}
+
+// Calls the library's own function, which the upvalue is, as a call of its own, since a file belongs to the environment
+// of the function that opens it.
+int callByItself(lua_State* state) {
     lua_pushvalue(state, lua_upvalueindex(1));
     lua_insert(state, 1);
-    lua_call(state, 2, LUA_MULTRET);
+    lua_call(state, lua_gettop(state) - 1, LUA_MULTRET);
     return lua_gettop(state);
+}
+
+// io.open. The way of opening is a letter and perhaps "b"; every one but "r" writes.
+int scriptOpen(lua_State* state) {
+    const char* way = luaL_optstring(state, 2, "r");
+    const bool isReading = std::strcmp(way, "r") == 0 || std::strcmp(way, "rb") == 0;
+    if (!isReading && !mayWriteFiles()) {
+        return luaL_error(state, "io.open for writing is not available to scripts that are not trusted");
+    }
+    return callByItself(state);
+}
+
+// A function that changes files; the further upvalues are its library and its name. Whether scripts are trusted is
+// asked at the call, since a state may be older than the answer.
+int callWriter(lua_State* state) {
+    if (!mayWriteFiles()) {
+        return luaL_error(state, "%s.%s is not available to scripts that are not trusted",
+                          lua_tostring(state, lua_upvalueindex(2)), lua_tostring(state, lua_upvalueindex(3)));
+    }
+    return callByItself(state);
+}
+
+void guardWriter(lua_State* state, const Refused& writer) {
+    lua_getglobal(state, writer.library);
+    lua_getfield(state, -1, writer.function);
+    lua_pushstring(state, writer.library);
+    lua_pushstring(state, writer.function);
+    lua_pushcclosure(state, callWriter, 3);
+    lua_setfield(state, -2, writer.function);
+    lua_pop(state, 1);
 }
 
 // unpack, whose own count of what it gives overflows.
@@ -180,19 +210,12 @@ void changeBase(lua_State* state) {
     lua_pop(state, 1);
 }
 
-// A dry run leaves all files as they are, whoever writes them.
-bool mayWriteFiles() {
-    return tolmar::scriptsTrusted() && !tolmar::dryRun();
-}
-
 // Files cannot be told another way to close themselves, since finalizers run without the count hook.
 void changeIo(lua_State* state) {
     lua_getglobal(state, LUA_IOLIBNAME);
     setFunction(state, "write", guarded<scriptWrite>);
     wrap(state, "lines", scriptLines);
-    if (!mayWriteFiles()) {
-        wrap(state, "open", openForReading);
-    }
+    wrap(state, "open", scriptOpen);
     lua_pushnil(state);
     lua_setfield(state, -2, "stdin");
     lua_getfield(state, -1, "stderr");
@@ -252,10 +275,8 @@ void openLibraries(lua_State* state) {
     for (const Refused& refused : refusedFunctions) {
         refuseFunction(state, refused);
     }
-    if (!mayWriteFiles()) {
-        for (const Refused& refused : refusedWriters) {
-            refuseFunction(state, refused);
-        }
+    for (const Refused& writer : writers) {
+        guardWriter(state, writer);
     }
     openLoaders(state);
     openPlantLibrary(state);

@@ -41,8 +41,7 @@ std::string currentProjectName();
 void setDryRun(bool on);
 bool dryRun();
 
-// While on, scripts may write, move and delete files, which docs/scripts.md tells about. Off at the start. Holds for
-// script states that are made afterwards.
+// While on, scripts may write, move and delete files, which docs/scripts.md tells about. Off at the start.
 void setScriptsTrusted(bool on);
 bool scriptsTrusted();
 
