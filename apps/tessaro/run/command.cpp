@@ -216,12 +216,20 @@ private:
             return refuse(ExitStatus::InputRefused, loaded.error);
         }
         for (const plant::LoadRemark& remark : loaded.remarks) {
-            remark.grade == plant::LoadRemark::Grade::Note ? console_.detail(plant::textOf(remark))
-                                                           : console_.note(plant::textOf(remark));
+            tellRemark(remark);
         }
         model_ = std::move(loaded.model);
         plant::setCurrentModel(model_.get());
         return ExitStatus::Done;
+    }
+
+    // What a file holds and the model does not is left out of every export.
+    void tellRemark(const plant::LoadRemark& remark) {
+        if (remark.grade == plant::LoadRemark::Grade::Note) {
+            console_.detail(plant::textOf(remark));
+        } else {
+            runReport().passedOver(0, fromUtf8(remark.place), "source", fromUtf8(remark.code + ": " + remark.text));
+        }
     }
 
     void runAll() {
