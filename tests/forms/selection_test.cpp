@@ -1,12 +1,10 @@
 #include "forms/forms.h"
 
-#include "../tolmar/scratch_folder.h"
 #include "forms/scripted_ui.h"
 #include "forms/tree_selection.h"
+#include "support/scratch_folder.h"
 #include "tolmar/code_page.h"
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 
 namespace {
@@ -143,7 +141,7 @@ TEST(Selection, WithoutPatternsEverythingIsCheckedByOneClick) {
     EXPECT_EQ(play({{}, {"World/Site A"}}).checked.size(), 11U);
 }
 
-TEST(Selection, StarsStayInALabelAndDoubleStarsCross) {
+TEST(Selection, StarsStayInALabelDoubleStarsCrossAndEscapesTakeCharactersAsTheyAre) {
     EXPECT_EQ(play({{"World/Site B/Zone 2/P-1"}, {}}).checked, (Labels{u"World", u"Site B", u"Zone 2", u"P-1"}));
     EXPECT_EQ(play({{"World/*/P-1"}, {}}).unmatched, std::vector<std::string>{"World/*/P-1"});
     EXPECT_EQ(play({{"**/P-1"}, {}}).checked.size(), 1U + 2 + 6 + 6);
@@ -151,9 +149,6 @@ TEST(Selection, StarsStayInALabelAndDoubleStarsCross) {
     EXPECT_EQ(play({{"World/*A/Z*2/*"}, {}}).checked, (Labels{u"World", u"Site A", u"Zone 2", u"P-1", u"P-2"}));
     EXPECT_EQ(play({{"World/**/Zone 2/**"}, {}}).checked.size(), 1U + 2 + 2 + 4);
     EXPECT_EQ(play({{"world", "World/Site A/Zone 2/P-1/**"}, {}}).unmatched.size(), 2U);
-}
-
-TEST(Selection, EscapesTakeCharactersAsTheyAre) {
     EXPECT_EQ(play({{"World/Site A/Zone\\*"}, {}}).checked, (Labels{u"World", u"Site A", u"Zone*", u"P-1", u"P-2"}));
     EXPECT_EQ(play({{tolmar::toUtf8("World/Site A/管道\\/1")}, {}}).checked.size(), 5U);
     EXPECT_EQ(play({{tolmar::toUtf8("World/Site A/管道/1")}, {}}).unmatched.size(), 1U);
@@ -264,18 +259,17 @@ TEST(Selection, LargeTreesStayLinear) {
 }
 
 TEST(Selection, FilesHoldOnePatternALine) {
-    const std::string path = (std::filesystem::temp_directory_path() / "tessaro-select-test.txt").string();
-    std::ofstream(path) << "# comment\r\n+ World/A b\r\n\n  - World/A/c\nplain\n-dash";
+    const ScratchFolder folder;
+    const std::string path = folder.put("s.txt", "# comment\r\n+ World/A b\r\n\n  - World/A/c\nplain\n-dash");
     TreeSelection selection;
     std::string error;
     EXPECT_TRUE(readSelectFile(path, selection, error)) << error;
     EXPECT_EQ(selection.select, (std::vector<std::string>{"World/A b", "plain", "-dash"}));
     EXPECT_EQ(selection.deselect, std::vector<std::string>{"World/A/c"});
-    std::ofstream(path) << "bad \xFF byte";
+    folder.put("s.txt", "bad \xFF byte");
     EXPECT_FALSE(readSelectFile(path, selection, error));
     EXPECT_EQ(error, path + ": no UTF-8 text");
-    std::filesystem::remove(path);
-    EXPECT_FALSE(readSelectFile(path, selection, error));
+    EXPECT_FALSE(readSelectFile(folder.file("none"), selection, error));
 }
 
 class ScriptedForm : public testing::Test {
@@ -302,9 +296,6 @@ TEST_F(ScriptedForm, ClicksOptionsThatDifferAndAreEnabled) {
 TEST_F(ScriptedForm, WhatTheFormLacksIsRefused) {
     EXPECT_EQ(run({.options = {{"noSuch", true}}}), OrnLogicForm::ResultCancel);
     EXPECT_NE(ui->refusal().find("noSuch"), std::string::npos);
-}
-
-TEST_F(ScriptedForm, PatternWithoutAMatchIsRefused) {
     EXPECT_EQ(run({.selection = {{"World", "Wrold"}, {}}}), OrnLogicForm::ResultCancel);
     EXPECT_NE(ui->refusal().find("\"Wrold\""), std::string::npos);
 }

@@ -7,6 +7,7 @@
 #include "hextinterface/hextbasemethod/object_lists.h"
 #include "hextinterface/hextcata/hextcata.h"
 #include "hextinterface/manager/manager.h"
+#include "support/failure.h"
 #include "support/test_support.h"
 #include "tolmar/code_page.h"
 
@@ -99,14 +100,3 @@ protected:
     std::vector<HxDbSmrtlnEntity*> insulated;
     std::vector<HxDbBoltNutModel*> bolted;
 };
-
-// The text of the exception that a call raises; "none" without one.
-template <typename Call>
-std::string failureOf(Call call) {
-    try {
-        call();
-    } catch (const ExportException& failure) {
-        return failure.what();
-    }
-    return "none";
-}

@@ -5,6 +5,7 @@
 #include "frame/exceptions.h"
 #include "hextinterface/manager/name_manager.h"
 #include "platform/hxcom.h"
+#include "support/failure.h"
 #include "support/test_support.h"
 #include "tolmar/code_page.h"
 
@@ -59,14 +60,3 @@ protected:
     std::unique_ptr<TestModel> model;
     NameManager names;
 };
-
-// The text of the exception that a call raises; "none" without one.
-template <typename Exception = ExportException, typename Call>
-std::string failureOf(Call call) {
-    try {
-        call();
-    } catch (const Exception& failure) {
-        return failure.what();
-    }
-    return "none";
-}

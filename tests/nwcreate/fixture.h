@@ -3,10 +3,10 @@
 
 #include "nwcreate/inspect.h"
 #include "nwcreate/shapes.h"
+#include "support/scratch_folder.h"
 #include "tessaro/check/scene/rules.h"
 #include "tolmar/code_page.h"
 #include "tolmar/run_report.h"
-#include "tolmar/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

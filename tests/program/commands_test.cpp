@@ -1,6 +1,6 @@
 // The program from outside: command line, exit status, what goes to which stream. Its module is a small one whose
 // commands do one thing each.
-#include "../tolmar/scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/code_page.h"
 
 #include <csignal>
@@ -94,6 +94,7 @@ TEST_F(Program, WrongUsageIsStatusOne) {
     EXPECT_EQ(tessaro({"run", "WRITE"}).status, 1);
     EXPECT_EQ(run({"WRITE", "--nothing"}).status, 1);
     EXPECT_EQ(run({"WRITE", "--set", "outWeld=2"}).status, 1);
+    EXPECT_EQ(run({"WRITE", "--set", "=1"}).status, 1);
     EXPECT_EQ(run({"WRITE", "--progress", "loud"}).status, 1);
     EXPECT_EQ(run({"WRITE", "-q", "-v"}).status, 1);
     const Ended unknown = run({"WRITE", "NOSUCH"});
@@ -377,6 +378,8 @@ TEST_F(Program, ChecksAFolderOfMacros) {
     EXPECT_TRUE(tessaro({"check", "hext", hext}).said("pipe.txt: line 2: ends in a line feed alone"));
     folder.put("hext/pipe.txt", "good\r\n\xFF\xFF\r\n");
     EXPECT_TRUE(tessaro({"check", "hext", hext}).said("pipe.txt: line 2: bytes that are no text"));
+    folder.put("hext/pipe.txt", std::string("zero\0\r\n", 7));
+    EXPECT_TRUE(tessaro({"check", "hext", hext}).said("pipe.txt: line 1: a zero byte"));
     fs::remove(hext + "/cata.txt");
     EXPECT_TRUE(tessaro({"check", "hext", hext}).said("cata.txt: missing"));
 }

@@ -7,6 +7,7 @@
 #include "qt/texts.h"
 #include "qt/tree_filter.h"
 #include "qt/tree_model.h"
+#include "support/scratch_folder.h"
 #include "support/ui_double.h"
 
 #include <QApplication>
@@ -22,9 +23,6 @@
 #include <QTimer>
 #include <QTreeView>
 #include <gtest/gtest.h>
-
-#include <filesystem>
-#include <unistd.h>
 
 namespace {
 
@@ -186,8 +184,8 @@ TEST(QtForm, ClicksReachTheFormAndEndIt) {
 }
 
 TEST(QtForm, SavedSelectionIsReadBack) {
-    const std::string file =
-        (std::filesystem::temp_directory_path() / ("tessaro-qt-" + std::to_string(::getpid()))).string();
+    const ScratchFolder folder;
+    const std::string file = folder.file("selection");
     PlantForm form(2, 2, 3);
     FormWindow window(form);
     auto* tree = window.findChild<QTreeView*>("tree");
@@ -206,7 +204,6 @@ TEST(QtForm, SavedSelectionIsReadBack) {
     visitItems(*form.tree, [&](Item item) { before.push_back(item->checked); });
     visitItems(*again.tree, [&](Item item) { after.push_back(item->checked); });
     EXPECT_EQ(after, before);
-    std::filesystem::remove(file);
     EXPECT_NE(window.saveSelection("/nowhere/at/all"), "");
 }
 
@@ -271,16 +268,7 @@ void whenModal(Act act) {
     timer->start(5);
 }
 
-class QtDialogs : public testing::Test {
-protected:
-    QtDialogs() { std::filesystem::create_directories(folder); }
-    ~QtDialogs() override { std::filesystem::remove_all(folder); }
-
-    std::filesystem::path folder =
-        std::filesystem::temp_directory_path() / ("tessaro-dialogs-" + std::to_string(::getpid()));
-};
-
-TEST_F(QtDialogs, BoxesAreShownAndTold) {
+TEST(QtDialogs, BoxesAreShownAndTold) {
     UiDouble console;
     QString shown;
     whenModal([&](QDialog& window) {
@@ -292,9 +280,10 @@ TEST_F(QtDialogs, BoxesAreShownAndTold) {
     ASSERT_EQ(console.boxes.size(), 1U);
 }
 
-TEST_F(QtDialogs, FilesAndFoldersStartFromTheSuggestion) {
+TEST(QtDialogs, FilesAndFoldersStartFromTheSuggestion) {
+    const ScratchFolder folder;
     tolmar::ScriptedAnswers answers;
-    answers.target = folder;
+    answers.target = folder.path();
     tolmar::ScriptedUi console(answers);
     QtUi ui(console);
     tolmar::FileDialog dialog;
@@ -312,12 +301,12 @@ TEST_F(QtDialogs, FilesAndFoldersStartFromTheSuggestion) {
     whenModal([](QDialog& window) { window.reject(); });
     EXPECT_FALSE(ui.fileDialog(dialog).has_value());
     whenModal([](QDialog& window) { window.accept(); });
-    EXPECT_EQ(ui.folderDialog("where").value_or("none"), folder.string());
+    EXPECT_EQ(ui.folderDialog("where").value_or("none"), folder.path().string());
     whenModal([](QDialog& window) { window.reject(); });
     EXPECT_FALSE(ui.folderDialog("where").has_value());
 }
 
-TEST_F(QtDialogs, InputsStartFromTheAnswerOfTheCommandLine) {
+TEST(QtDialogs, InputsStartFromTheAnswerOfTheCommandLine) {
     tolmar::ScriptedAnswers answers;
     answers.inputs = {"first"};
     tolmar::ScriptedUi console(answers);
@@ -332,7 +321,7 @@ TEST_F(QtDialogs, InputsStartFromTheAnswerOfTheCommandLine) {
     EXPECT_FALSE(ui.inputBox("code").has_value());
 }
 
-TEST_F(QtDialogs, FormsOpenWithThePatternsOfTheCommandLine) {
+TEST(QtDialogs, FormsOpenWithThePatternsOfTheCommandLine) {
     tolmar::ScriptedAnswers answers;
     answers.selection.select = {"World/Site 1/*"};
     answers.options = {{"outWeld", true}};

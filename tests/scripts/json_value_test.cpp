@@ -1,18 +1,10 @@
 #include "scripts/json_value.h"
+#include "support/failure.h"
 #include "support/test_support.h"
 
 #include <cjson/cJSON.h>
 
 namespace {
-
-std::string failureOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const std::exception& error) {
-        return error.what();
-    }
-    return "nothing thrown";
-}
 
 class JsonFile {
 public:
@@ -119,25 +111,22 @@ TEST(JsonValue, ATreeBelongsToOneOwner) {
     EXPECT_EQ(taken["a"]["b"].intValue(), 1);
 }
 
-TEST(JsonValue, LoadRefusesWhatIsNoJson) {
+TEST(JsonValue, LoadRefusesWhatIsNoJsonAndFreesTheOldTree) {
+    using namespace std::string_literals;
     const std::string deep(2000, '[');
-    for (const std::string& text : {std::string(), std::string(" \n"), std::string("{"), std::string("{\"a\":}"),
-                                    std::string("{'a':1}"), deep + std::string(2000, ']'), std::string("\xB9\xDC")}) {
+    for (const std::string& text :
+         {""s, " \n"s, "{"s, "{\"a\":}"s, "{'a':1}"s, deep + std::string(2000, ']'), "\xB9\xDC"s}) {
         const JsonFile file(text);
         EXPECT_EQ(failureOf([&] { file.load(); }), "parse fail") << text.substr(0, 20);
     }
     const JsonFile marked("\xEF\xBB\xBF{\"a\":1}\r\n");
-    EXPECT_EQ(marked.load()["a"].intValue(), 1);
-}
-
-TEST(JsonValue, AFileThatDoesNotOpenSaysSoAndFreesTheOldTree) {
-    const TestRoot root;
-    const JsonFile file("[1]");
-    JsonValue value = file.load();
+    JsonValue value = marked.load();
+    EXPECT_EQ(value["a"].intValue(), 1);
     const TestUi ui;
     testing::internal::CaptureStdout();
-    EXPECT_EQ(failureOf([&] { value.load((root.path() / "none.json").string()); }), "parse fail");
-    EXPECT_EQ(ui.printed, "Failed to open file!\n");
+    EXPECT_EQ(failureOf([&] { value.load("none.json"); }), "parse fail");
+    EXPECT_EQ(ui.printed, "Failed to open file!
+");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "which may be the report's";
     EXPECT_EQ(value.node(), nullptr);
 }

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// Keeps what is written; beyond `limit` bytes every write fails.
+// Keeps what is written; beyond `limit` bytes every write fails, and at a limit of 0 the end, too.
 class MemorySink final : public tolmar::Sink {
 public:
     explicit MemorySink(std::string& bytes, std::size_t limit = std::string::npos) : bytes_(bytes), limit_(limit) {}
@@ -26,7 +26,7 @@ public:
         bytes_.resize(static_cast<std::size_t>(offset));
         return true;
     }
-    bool close() override { return true; }
+    bool close() override { return limit_ != 0; }
 
 private:
     std::string& bytes_;

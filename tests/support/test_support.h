@@ -176,6 +176,15 @@ private:
     std::string before_;
 };
 
+// The ids of everything that the run passed over, a blank behind each.
+inline std::string passedOverIds() {
+    std::string text;
+    for (const tolmar::PassedOver& row : tolmar::runReport().passed()) {
+        text += std::to_string(row.id) + " ";
+    }
+    return text;
+}
+
 // "id what: why" of everything that the run passed over, a line each.
 inline std::string passedOverRows() {
     std::string text;

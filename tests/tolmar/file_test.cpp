@@ -1,41 +1,17 @@
 #include "tolmar/file.h"
 
-#include "scratch_folder.h"
+#include "support/full_disk.h"
+#include "support/memory_file.h"
+#include "support/scratch_folder.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
 
 namespace {
 
 using namespace tolmar;
-
-// Keeps what it gets; fails from a given number of bytes on.
-class MemorySink final : public Sink {
-public:
-    MemorySink(std::string& bytes, std::size_t limit) : bytes_(bytes), limit_(limit) {}
-    bool write(const char* data, std::size_t size) override {
-        bytes_.append(data, size);
-        return bytes_.size() <= limit_;
-    }
-    bool writeAt(std::uint64_t offset, const char* data, std::size_t size) override {
-        bytes_.replace(offset, size, data, size);
-        return true;
-    }
-    bool truncate(std::uint64_t offset) override {
-        bytes_.resize(offset);
-        return true;
-    }
-    bool close() override { return limit_ != 0; }
-
-private:
-    std::string& bytes_;
-    std::size_t limit_;
-};
 
 class FileTest : public testing::Test {
 protected:
@@ -116,35 +92,6 @@ TEST_F(FileTest, BinaryPatchesAndTruncatesOnBothSidesOfTheBuffer) {
     EXPECT_TRUE(folder.get("b.bin") == expected);
 }
 
-TEST_F(FileTest, PatchBeyondTheEndFailsTheFile) {
-    OutputFile file(folder.file("c.bin"), FileMode::Binary);
-    file.write("abc");
-    file.writeAt(2, "xy");
-    EXPECT_TRUE(file.failed());
-    EXPECT_FALSE(file.close());
-    EXPECT_EQ(runReport().failedFiles().size(), 1U);
-}
-
-TEST_F(FileTest, WhatIsNotWholeLosesItsName) {
-    folder.put("d.txt.incomplete", "of a run before");
-    rlimit before{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{1000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    OutputFile file(folder.file("d.txt"), FileMode::Text);
-    file.write(std::string(3000, 'x'));
-    const bool whole = file.close();
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(whole);
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "d.txt"));
-    EXPECT_EQ(folder.get("d.txt.incomplete"), std::string(1000, 'x'));
-    ASSERT_EQ(runReport().failures().size(), 1U);
-    EXPECT_NE(runReport().failures()[0].find("kept as d.txt.incomplete"), std::string::npos)
-        << runReport().failures()[0];
-}
-
 TEST_F(FileTest, FailuresStickAndAreReportedOnce) {
     std::string bytes;
     OutputFile file(std::make_unique<MemorySink>(bytes, 10), FileMode::Binary, "memory");
@@ -157,16 +104,32 @@ TEST_F(FileTest, FailuresStickAndAreReportedOnce) {
     EXPECT_EQ(runReport().failedFiles()[0].path, "memory");
     EXPECT_EQ(runReport().outcome(), RunOutcome::Failed);
     EXPECT_TRUE(runReport().files().empty());
-}
-
-TEST_F(FileTest, ClosingIsChecked) {
-    std::string bytes;
+    OutputFile patched(folder.file("c.bin"), FileMode::Binary);
+    patched.write("abc");
+    patched.writeAt(2, "xy");  // beyond the end
+    EXPECT_TRUE(patched.failed());
+    EXPECT_FALSE(patched.close());
     EXPECT_FALSE(OutputFile(std::make_unique<MemorySink>(bytes, 0), FileMode::Text).close());
     OutputFile full("/dev/full", FileMode::Text);
     full.write("does not fit\n");
     EXPECT_FALSE(full.failed());
-    EXPECT_FALSE(full.close());
+    EXPECT_FALSE(full.close()) << "closing is checked";
     EXPECT_NE(runReport().failures().back().find("No space"), std::string::npos);
+}
+
+TEST_F(FileTest, WhatIsNotWholeLosesItsName) {
+    folder.put("d.txt.incomplete", "of a run before");
+    {
+        const FullDisk full(1000);
+        OutputFile file(folder.file("d.txt"), FileMode::Text);
+        file.write(std::string(3000, 'x'));
+        EXPECT_FALSE(file.close());
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "d.txt"));
+    EXPECT_EQ(folder.get("d.txt.incomplete"), std::string(1000, 'x'));
+    ASSERT_EQ(runReport().failures().size(), 1U);
+    EXPECT_NE(runReport().failures()[0].find("kept as d.txt.incomplete"), std::string::npos)
+        << runReport().failures()[0];
 }
 
 TEST_F(FileTest, FileThatCannotBeOpenedIsAFailure) {

@@ -1,7 +1,7 @@
 #include "tolmar/paths.h"
 
 #include "platform/hxcom.h"
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/code_page.h"
 #include "tolmar/system.h"
 

@@ -1,6 +1,6 @@
 #include "tolmar/system.h"
 
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/run_report.h"
 
 #include <gtest/gtest.h>

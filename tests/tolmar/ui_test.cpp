@@ -1,7 +1,7 @@
 #include "forms/scripted_ui.h"
 #include "platform/hxcom.h"
 #include "platform/progress.h"
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/code_page.h"
 
 #include <gtest/gtest.h>
@@ -100,9 +100,11 @@ TEST(Progress, GeneralDialogCountsSteps) {
     progress->close();
 }
 
-TEST(ScriptedUi, TargetsAnswerFileAndFolderDialogs) {
+TEST(ScriptedUi, AnswersDialogsFromWhatItWasGiven) {
     const ScratchFolder folder;
-    ScriptedUi ui({.target = folder.path() / "new"});
+    std::vector<std::string> notes;
+    ScriptedUi ui({.target = folder.path() / "new", .inputs = {toUtf8("甲"), ""}},
+                  [&](auto, const std::string& text) { notes.push_back(text); });
     FileDialog dialog;
     dialog.defaultExtension = "nwc";
     dialog.fileName = "厂区/1";
@@ -111,22 +113,14 @@ TEST(ScriptedUi, TargetsAnswerFileAndFolderDialogs) {
     EXPECT_EQ(ui.folderDialog("title"), folder.file("new"));
     dialog.fileName = "a.nwc";
     EXPECT_EQ(ui.fileDialog(dialog), folder.file("new/a.nwc"));
-    ScriptedUi none;
-    EXPECT_EQ(none.fileDialog(dialog), std::nullopt);
-    EXPECT_EQ(none.folderDialog("title"), std::nullopt);
-}
-
-TEST(ScriptedUi, InputsAnswerInOrderThenCancel) {
-    std::vector<std::string> notes;
-    ScriptedUi ui({.inputs = {toUtf8("甲"), ""}}, [&](auto, const std::string& text) { notes.push_back(text); });
     EXPECT_EQ(ui.inputBox("a"), "甲");
     EXPECT_EQ(ui.inputBox("b"), "");
     EXPECT_EQ(ui.inputBox("名称"), std::nullopt);
     ASSERT_EQ(notes.size(), 1U);
     EXPECT_NE(notes[0].find(toUtf8("名称")), std::string::npos);
-}
-
-TEST(SilentUi, CancelsEverything) {
+    ScriptedUi none;
+    EXPECT_EQ(none.fileDialog(dialog), std::nullopt);
+    EXPECT_EQ(none.folderDialog("title"), std::nullopt);
     setHostUi(nullptr);
     EXPECT_EQ(hostUi().fileDialog({}), std::nullopt);
     EXPECT_EQ(hostUi().inputBox(""), std::nullopt);
