@@ -4,7 +4,10 @@
 #include "generator/generate.h"
 #include "platform/primaries.h"
 #include "rebuilt_primitive.h"
+#include "shapes/cases.h"
 #include "support.h"
+
+#include <set>
 
 namespace {
 
@@ -50,74 +53,44 @@ readers::eem::Record encodeOne(HextPrimary& primitive, const ObjectColor& color 
     return result.records.empty() ? readers::eem::Record() : result.records[0];
 }
 
-// Primitives of an object of the model format.
-struct Shape {
-    explicit Shape(const std::string& primitives)
-        : model(TestModel::withObjects(R"({"id":2,"class":"HxDbStruct","in":1,"primitives":[)" + primitives + "]}")) {
-        EXPECT_EQ(getPrimaries(openAs<HxDbObject>(HxDbObjectId(2)), items.list(), false, false), Hext::eOk);
-    }
-    TestModel model;
-    PrimaryList items;
-};
-
-// One of each code but those of bends, in skew positions.
-const char* const everyClass = R"(
-    {"type":"HextCylinder3D","startPoint":[1,2,3],"endPoint":[4,5,7],"diameter":9},
-    {"type":"HextBox3D","point":[1,2,3],"xLength":4,"yLength":5,"zLength":6,"xAxis":[0,1,0],"yAxis":[0,0,1],"handedness":0},
-    {"type":"HextBox3D","point":[1,2,3],"xLength":4,"yLength":5,"zLength":6,"xAxis":[0.6,0.8,0],"yAxis":[-0.8,0.6,0],"pointKind":1},
-    {"type":"HextConcone3D","startPoint":[1,2,3],"endPoint":[4,5,7],"startDiameter":9,"endDiameter":3},
-    {"type":"HextEcone3D","startPoint":[1,2,3],"endPoint":[4,5,7],"startDiameter":9,"endDiameter":3,"vect":[0,0,2]},
-    {"type":"HextOval3D","point":[1,2,3],"vect":[0,1,1],"axialRadius":4,"radialRadius":5,"baseRadius":3},
-    {"type":"HextPrism3D","startPoint":[0,0,9],"endPoint":[0,0,0],"vertexPoint":[3,4,0],"sides":5},
-    {"type":"HextPrism3D","startPoint":[1,2,9],"endPoint":[1,2,-3],"vertexPoint":[4,2,-3],"sides":6,"sideMode":1},
-    {"type":"HextRevolve","center":[1,2,3],"axis":[0,0,2],"angle":3,"profile":[[1,5,0,0],[2,6,0,1],[1,7,0,3],[4,5,0,4]]},
-    {"type":"HextRevolve","center":[1,2,3],"axis":[0,0,2],"angle":3},
-    {"type":"HextSaddle3D","point":[1,2,3],"axis":[1,0,0],"sectionAxis":[0,1,0],"length":4,"sectionLength":5,"sectionHeight":6,"circleRadius":7},
-    {"type":"HextScylinder3D","startPoint":[1,2,3],"endPoint":[4,5,7],"diameter":9,"vect":[1,0,2]},
-    {"type":"HextSphere3D","center":[1,2,3],"radius":4},
-    {"type":"HextSpolygon","origin":[10,20,30],"xAxis":[0,3,4],"yAxis":[2,0,0],"direction":[0,0,1],"height":8,
-     "outline":[[1,0,0,0],[1,10,0,1],[1,10,10,0],[4,0,10,0]],
-     "holes":[[[6,2,2,0],[1,3,2,0],[1,2,3,0]],[[1,5,5,0],[1,6,5,0],[4,6,6,-2]]]},
-    {"type":"HextSpolygon","origin":[10,20,30],"height":8},
-    {"type":"HextSqucir3D","basePoint":[1,2,3],"topCenter":[4,5,6],"xAxis":[0,1,0],"baseNormal":[0,0,1],"xLength":7,"yLength":8,"topRadius":9},
-    {"type":"HextSqucone3D","point":[1,2,3],"bottomX":4,"bottomY":5,"topX":6,"topY":7,"height":8,"zAxis":[0,1,0],"xAxis":[1,0,0],"offsetDirection":[0,0,1],"offsetLength":9},
-    {"type":"HextWedge3D","point1":[1,2,3],"point2":[4,5,6],"point3":[7,8,10],"wedgeSize":-4},
-    {"type":"HextPrimaryLine","startPoint":[1,2,3],"endPoint":[4,5,6]})";
-
-// Bends of every kind of arc, round and square, and by angle: more than 2 pi are degrees as fewer are.
-std::string everyBend() {
-    std::string text;
-    for (const std::string type :
-         {"HextTorus3D\",\"startDiameter\":8,\"endDiameter\":6",
-          "HextSqutorus3D\",\"startWidth\":1,\"startHeight\":2,\"endWidth\":3,\"endHeight\":4"}) {
-        const std::string start = R"({"type":")" + type + R"(,"center":[1,2,3],"startPoint":[11,2,3],)";
-        text += start + R"("thirdField":[1,8,11],"arcKind":0},)";
-        text += start + R"("thirdField":[1,8,11],"arcKind":1},)";
-        text += start + R"("thirdField":[-9,4,3],"arcKind":0},)";
-        text += start + R"("thirdField":[0,0,2],"arcKind":2},)";
-        text += start + R"("thirdField":[0,2,0],"arcKind":3},)";
-        const std::string axis = type.starts_with("HextSq") ? "normal" : "thirdField";
-        text += start + "\"" + axis + R"(":[0,0,-1],"form":1,"angle":90},)";
-        text += start + "\"" + axis + R"(":[0,0,1],"form":1,"angle":3,"arcKind":2},)";
-    }
-    text.pop_back();
-    return text;
+// The code of a primitive's record, which tells the primitive as it is.
+std::int32_t codeOf(HextPrimary& primitive, const std::string& name) {
+    const eemcheck::Record record = encodeOne(primitive);
+    EXPECT_EQ(difference(record, primitive), "") << name;
+    return record.code;
 }
 
 TEST(EemPrimitives, EveryClassComesBackAsItIs) {
-    const std::pair<std::string, std::string> cases[] = {{everyClass, "0 1 2 3 4 5 6 7 8 8 9 10 11 12 12 13 14 19 20"},
-                                                         {everyBend(), "17 17 17 17 17 18 18 15 15 15 15 15 16 16"}};
-    for (const auto& [primitives, codes] : cases) {
-        Shape shape(primitives);
-        const Encoded result = encode(shape.items.list());
-        std::string found;
-        for (std::size_t i = 0; i < std::min(result.records.size(), shape.items.size()); ++i) {
-            found += (i > 0 ? " " : "") + std::to_string(result.records[i].code);
-            EXPECT_EQ(difference(result.records[i], *shape.items.list()[i]), "") << "item " << i;
+    Place skew;
+    skew.origin = {1, 2, 3};
+    skew.x = {0.6, 0.8, 0};
+    skew.y = {0, 0, 1};
+    skew.z = {0.8, -0.6, 0};
+    std::set<std::int32_t> codes;
+    for (const ShapeCase& shape : shapeCases()) {
+        const std::unique_ptr<HextPrimary3D> solid = shape.make(skew, 100);
+        if (HextBox3D* box = HextBox3D::cast(solid.get())) {
+            box->xAxis.normalize();
+            box->yAxis.normalize();
         }
-        EXPECT_EQ(found, codes);
-        EXPECT_EQ(result.count, static_cast<std::int32_t>(shape.items.size()));
+        codes.insert(codeOf(*solid, shape.name));
     }
+    HextPrism3D turned;
+    turned.startPoint = {1, 2, 9};
+    turned.endPoint = {1, 2, -3};
+    turned.vertexPoint = {4, 2, -3};
+    turned.sides = 6;
+    turned.sideMode = 1;
+    codes.insert(codeOf(turned, "turned prism"));
+    HextPrimaryLine line;
+    line.startPoint = {1, 2, 3};
+    line.endPoint = {4, 5, 6};
+    codes.insert(codeOf(line, "line"));
+    HextRevolve noProfile;
+    HextSpolygon noOutline;
+    EXPECT_EQ(codeOf(noProfile, "no profile"), 8);
+    EXPECT_EQ(codeOf(noOutline, "no outline"), 12);
+    EXPECT_EQ(codes.size(), 21U);
 }
 
 TEST(EemPrimitives, ComputedFieldsAreThoseOfTheFormat) {

@@ -1,7 +1,7 @@
 // The host's meshing classes, and the forms in which the exports get a mesh.
 #include "exportbase/mesher.h"
 #include "mesh_of.h"
-#include "shape_cases.h"
+#include "shapes/cases.h"
 #include "tolmar/brep.h"
 
 #include <algorithm>

@@ -96,23 +96,6 @@ double longestEdge(const PlainMesh& mesh, std::size_t t) {
     return hasAreas(mesh);
 }
 
-double distanceToSegment(const TlGePoint3d& p, const TlGePoint3d& a, const TlGePoint3d& b) {
-    const TlGeVector3d ab = b - a;
-    const double t = std::clamp((p - a).dotProduct(ab) / ab.lengthSqrd(), 0.0, 1.0);
-    return p.distanceTo(a + ab * t);
-}
-
-double distanceToTriangle(const TlGePoint3d& p, const TlGePoint3d& a, const TlGePoint3d& b, const TlGePoint3d& c) {
-    const TlGeVector3d n = (b - a).crossProduct(c - a);
-    const bool inside = (b - a).crossProduct(p - a).dotProduct(n) >= 0 &&
-                        (c - b).crossProduct(p - b).dotProduct(n) >= 0 &&
-                        (a - c).crossProduct(p - c).dotProduct(n) >= 0;
-    if (inside) {
-        return std::fabs((p - a).dotProduct(n)) / n.length();
-    }
-    return std::min({distanceToSegment(p, a, b), distanceToSegment(p, b, c), distanceToSegment(p, c, a)});
-}
-
 }  // namespace
 
 PlainMesh plainMesh(const tolmar::TriangleMesh& mesh) {
@@ -154,12 +137,4 @@ double areaOf(const PlainMesh& mesh) {
         twice += twiceArea(mesh, t).length();
     }
     return twice / 2;
-}
-
-double distanceTo(const PlainMesh& mesh, const TlGePoint3d& p) {
-    double least = 1e300;
-    for (const auto& [a, b, c] : mesh.triangles) {
-        least = std::min(least, distanceToTriangle(p, mesh.points[a], mesh.points[b], mesh.points[c]));
-    }
-    return least;
 }

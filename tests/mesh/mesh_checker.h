@@ -26,7 +26,6 @@ PlainMesh plainMesh(const tolmar::TriangleMesh& mesh);
 
 double volumeOf(const PlainMesh& mesh);
 double areaOf(const PlainMesh& mesh);
-double distanceTo(const PlainMesh& mesh, const TlGePoint3d& p);
 
 // Calls probe(point) for a grid of points on each triangle: corners, middles of edges, inner points.
 template <typename Probe>

@@ -161,10 +161,6 @@ TEST(Outlines, ArcsOfOneChordStillEncloseSomething) {
 }
 
 TEST(Outlines, WallsThinnerThanTheToleranceStayWhole) {
-    struct Case {
-        HextVertexList outline, hole;
-        double area;
-    };
     const double r = 1000;
     for (const double wall : {0.3, 0.01}) {
         const double inner = r - wall;
@@ -221,6 +217,15 @@ TEST(Outlines, CrossingHolesAreCutOutTogether) {
     EXPECT_EQ(meshOf(extruded(square, {polygon({{-1, -1}, {11, -1}, {11, 11}, {-1, 11}})})).status,
               tolmar::MeshStatus::BadRegion);
     EXPECT_TRUE(isClosed(meshOf(extruded(polygon({{0, 0}, {4, 0}, {0, 3}, {3, 4}}))).mesh));
+    // A star drawn in one line turns one way only and yet runs round twice: what it encloses counts once.
+    HextVertexList line;
+    for (int i = 0; i < 5; ++i) {
+        line.push_back({1, {5 * std::cos(0.8 * pi * i), 5 * std::sin(0.8 * pi * i), 0}});
+    }
+    const double inner = 5 * std::cos(0.4 * pi) / std::cos(0.2 * pi);
+    const Meshed meshed = meshOf(extruded(line));
+    ASSERT_TRUE(isClosed(meshed.mesh));
+    EXPECT_NEAR(volumeOf(meshed.mesh), shoelace(star(10, inner, 5)) * height, 1e-3);
 }
 
 TEST(Outlines, KindsAreReadAsTheyStand) {

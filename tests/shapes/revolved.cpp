@@ -1,5 +1,5 @@
 // Revolved profiles, in the X Z plane of the frame.
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -36,7 +36,6 @@ ShapeCase revolvedCase(const Revolved& r) {
                 return revolve;
             },
             revolvedOff(r.strokes, std::fabs(r.angle)),
-            [=] { return revolvedPoints(r.strokes, std::fabs(r.angle)); },
             r.area * r.centroid * std::fabs(r.angle),
             0,
             r.rule};

@@ -1,5 +1,5 @@
 // Bends, about local Z from X on.
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@ namespace truth {
 
 namespace {
 
-enum class Way { Short, Long, Full, Half, Degrees, Radians, Backward };
+enum class Way { Short, Long, Full, Half, Degrees, Radians, Backward, DegreesBackward };
 
 struct BendCase {
     std::string name;
@@ -26,8 +26,13 @@ const std::vector<BendCase>& bendCases() {
         {"by degrees", Way::Degrees, pi / 6},
         {"by radians", Way::Radians, 0.8},
         {"by radians backward", Way::Backward, 0.8},
+        {"by degrees backward", Way::DegreesBackward, 0.8},
     };
     return cases;
+}
+
+bool isBackward(const BendCase& bend) {
+    return bend.way == Way::Backward || bend.way == Way::DegreesBackward;
 }
 
 // Local frame of the body: a way that ends where the frame begins has its start at the far end.
@@ -37,15 +42,16 @@ void setBend(Torus& torus, const BendCase& bend, const Place& at, double radius,
     const auto onCircle = [&](double angle) {
         return at.at(radius * s * std::cos(angle), radius * s * std::sin(angle), 0);
     };
-    const bool byAngle = bend.way == Way::Degrees || bend.way == Way::Radians || bend.way == Way::Backward;
+    const bool inDegrees = bend.way == Way::Degrees || bend.way == Way::DegreesBackward;
+    const bool byAngle = inDegrees || bend.way == Way::Radians || bend.way == Way::Backward;
     torus.center = at.at(0, 0, 0);
-    torus.startPoint = onCircle(bend.way == Way::Backward ? a : 0);
+    torus.startPoint = onCircle(isBackward(bend) ? a : 0);
     torus.form = byAngle ? 1 : 0;
     torus.arcKind = bend.way == Way::Long ? 1 : bend.way == Way::Full ? 2 : bend.way == Way::Half ? 3 : 0;
     const TlGeVector3d axis = at.along(0, 0, 2);
     const bool axisInThird = byAngle || torus.arcKind >= 2;
     torus.thirdField = axisInThird ? TlGePoint3d::kOrigin + axis : onCircle(a);
-    torus.angle = bend.way == Way::Degrees ? a * 180 / pi : bend.way == Way::Backward ? -a : a;
+    torus.angle = (isBackward(bend) ? -a : a) * (inDegrees ? 180 / pi : 1);
     if constexpr (std::is_same_v<Torus, HextSqutorus3D>) {
         torus.normal = axis;
     }
@@ -57,7 +63,6 @@ struct Sections {
     double radius;
     double angle;
     std::function<double(double x, double y, double t)> off;
-    std::function<Points(double t)> outline;
     bool hasEnds;
 };
 
@@ -73,25 +78,11 @@ Off bendOff(const Sections& b) {
     };
 }
 
-Points bendPoints(const Sections& b) {
-    Points out;
-    for (int k = 0; k <= 11; ++k) {
-        const double a = b.angle * k / 11;
-        for (const TlGePoint3d& p : b.outline(k / 11.0)) {
-            out.emplace_back((b.radius + p.x) * std::cos(a), (b.radius + p.x) * std::sin(a), p.y);
-        }
-    }
-    return out;
-}
-
 ShapeCase torusCase(const BendCase& bend, double r0, double r1) {
     const double radius = 0.6;
     const auto at = [=](double t) { return r0 + (r1 - r0) * t; };
     const Sections sections{radius, bend.angle,
                             [=](double x, double y, double t) { return std::fabs(std::hypot(x, y) - at(t)); },
-                            [=](double t) {
-                                return pointsOf({{at(t), 0, 0}, {at(t), 0, 0}, std::max(at(t), 1e-9), {0, 0, 0}}, 16);
-                            },
                             bend.angle < 2 * pi || r0 != r1};
     const double mean = (r0 * r0 + r0 * r1 + r1 * r1) / 3;
     const bool whole = bend.angle == 2 * pi;
@@ -99,12 +90,12 @@ ShapeCase torusCase(const BendCase& bend, double r0, double r1) {
             [=](const Place& place, double s) {
                 auto torus = make<HextTorus3D>();
                 setBend(*torus, bend, place, radius, s);
-                const bool backward = bend.way == Way::Backward;
+                const bool backward = isBackward(bend);
                 torus->startDiameter = 2 * (backward ? r1 : r0) * s;
                 torus->endDiameter = 2 * (backward ? r0 : r1) * s;
                 return torus;
             },
-            bendOff(sections), [=] { return bendPoints(sections); }, pi * mean * radius * bend.angle,
+            bendOff(sections), pi * mean * radius * bend.angle,
             r0 == r1 ? 2 * pi * r0 * radius * bend.angle + (whole ? 0 : 2 * pi * r0 * r0) : 0,
             [=](double s) {
                 const double around = chords(std::max(r0, r1) * s);
@@ -125,11 +116,6 @@ ShapeCase squareTorusCase(const BendCase& bend, double w0, double h0, double w1,
                                 return std::min(std::fabs(size(t).x - std::fabs(x)),
                                                 std::fabs(size(t).y - std::fabs(y)));
                             },
-                            [=](double t) {
-                                const TlGePoint3d h = size(t);
-                                return Points{{h.x, h.y, 0}, {-h.x, h.y, 0}, {-h.x, -h.y, 0}, {h.x, -h.y, 0},
-                                              {0, h.y, 0},   {h.x, 0, 0},    {-h.x, 0, 0}};
-                            },
                             bend.angle < 2 * pi || w0 != w1 || h0 != h1};
     const bool even = w0 == w1 && h0 == h1;
     const bool whole = bend.angle == 2 * pi;
@@ -138,7 +124,7 @@ ShapeCase squareTorusCase(const BendCase& bend, double w0, double h0, double w1,
             [=](const Place& place, double s) {
                 auto torus = make<HextSqutorus3D>();
                 setBend(*torus, bend, place, radius, s);
-                const bool backward = bend.way == Way::Backward;
+                const bool backward = isBackward(bend);
                 torus->startWidth = (backward ? w1 : w0) * s;
                 torus->startHeight = (backward ? h1 : h0) * s;
                 torus->endWidth = (backward ? w0 : w1) * s;
@@ -146,7 +132,6 @@ ShapeCase squareTorusCase(const BendCase& bend, double w0, double h0, double w1,
                 return torus;
             },
             bendOff(sections),
-            [=] { return bendPoints(sections); },
             mean * radius * bend.angle,
             even ? 2 * (w0 + h0) * radius * bend.angle + (whole ? 0 : 2 * w0 * h0) : 0,
             !even ? std::function<double(double)>(none)

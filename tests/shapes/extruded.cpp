@@ -1,5 +1,5 @@
 // Extruded outlines, prisms, wedges and saddles.
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -50,7 +50,6 @@ ShapeCase outlinedCase(const Outlined& o) {
                 return e;
             },
             extrudedOff(o.strokes, h),
-            [=] { return extrudedPoints(o.strokes, h); },
             o.area * h,
             2 * o.area + o.perimeter * h,
             [=](double s) { return 4 * o.points(s) + 4 * holes - 4; }};
@@ -116,8 +115,8 @@ void addOutlines(Shapes& out) {
                        w->wedgeSize = 0.4 * s;
                        return w;
                    },
-                   extrudedOff(triangle, 0.4), [=] { return extrudedPoints(triangle, 0.4); }, 0.08,
-                   0.4 + 0.4 * (0.8 + std::hypot(0.1, 0.5) + std::hypot(0.7, 0.5)), [](double) { return 8; }});
+                   extrudedOff(triangle, 0.4), 0.08, 0.4 + 0.4 * (0.8 + std::hypot(0.1, 0.5) + std::hypot(0.7, 0.5)),
+                   [](double) { return 8; }});
 }
 
 void addPrisms(Shapes& out) {
@@ -137,8 +136,8 @@ void addPrisms(Shapes& out) {
                            p->sides = sides;
                            return p;
                        },
-                       extrudedOff(strokes, 0.7), [=] { return extrudedPoints(strokes, 0.7); }, area * 0.7,
-                       2 * area + 0.7 * sides * std::sin(pi / sides), [sides](double) { return 4 * sides - 4; }});
+                       extrudedOff(strokes, 0.7), area * 0.7, 2 * area + 0.7 * sides * std::sin(pi / sides),
+                       [sides](double) { return 4 * sides - 4; }});
     }
 }
 
@@ -172,7 +171,6 @@ ShapeCase saddleCase(const std::string& name, double across, double high, double
                 return saddle;
             },
             extrudedOff(strokes, 0.9),
-            [=] { return extrudedPoints(strokes, 0.9); },
             area * 0.9,
             2 * area + perimeter * 0.9,
             [=](double s) {

@@ -1,7 +1,7 @@
-// Where the points of true surfaces are, and how far a point stands off them.
+// How far a point stands off true surfaces.
 #pragma once
 
-#include "shape_cases.h"
+#include "shapes/cases.h"
 
 #include <functional>
 #include <vector>
@@ -29,16 +29,13 @@ struct Stroke {
 };
 
 std::vector<Stroke> polygon(const Points& corners);
-Points pointsOf(const Stroke& s, int count);
 
 // Strokes of the distance from the axis and the height along it, turned about the local Z axis from X on. A profile on
 // the axis leaves out its part there.
 Off revolvedOff(const std::vector<Stroke>& strokes, double angle);
-Points revolvedPoints(const std::vector<Stroke>& strokes, double angle);
 
 // The region of strokes in X and Y, extruded along Z.
 Off extrudedOff(const std::vector<Stroke>& strokes, double height);
-Points extrudedPoints(const std::vector<Stroke>& strokes, double height);
 
 // The parts of the table of shapes.
 using Shapes = std::vector<ShapeCase>;

@@ -1,4 +1,4 @@
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <cmath>
 

@@ -1,5 +1,5 @@
 // Cylinders, cones, spheres and heads.
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,17 +20,6 @@ struct Frustum {
             const double wall = std::fabs(std::hypot(p.x - f.lean * p.z, p.y) - (f.r0 + (f.r1 - f.r0) * t));
             return std::min({wall, std::fabs(p.z), std::fabs(f.height - p.z)});
         };
-    }
-    Points points() const {
-        Points out;
-        for (const double t : {0.0, 0.4, 1.0}) {
-            const double r = r0 + (r1 - r0) * t;
-            for (int k = 0; k < 29; ++k) {
-                const double a = 2 * pi * k / 29;
-                out.emplace_back(lean * height * t + r * std::cos(a), r * std::sin(a), height * t);
-            }
-        }
-        return out;
     }
     double volume() const { return pi * height * (r0 * r0 + r0 * r1 + r1 * r1) / 3; }
     double area() const { return pi * (r0 + r1) * std::hypot(height, r1 - r0) + pi * (r0 * r0 + r1 * r1); }
@@ -59,7 +48,6 @@ ShapeCase coneCase(const std::string& name, const Frustum& f) {
     return {name,
             [f](const Place& at, double s) { return makeCone<Cone>(f, at, s); },
             f.off(),
-            [f] { return f.points(); },
             f.volume(),
             f.lean == 0 ? f.area() : 0,
             [f](double s) { return f.rule(s); }};
@@ -75,7 +63,7 @@ void addCones(Shapes& out) {
                        c->diameter = 0.8 * s;
                        return c;
                    },
-                   cylinder.off(), [cylinder] { return cylinder.points(); }, cylinder.volume(), cylinder.area(),
+                   cylinder.off(), cylinder.volume(), cylinder.area(),
                    [cylinder](double s) { return cylinder.rule(s); }});
     out.push_back(coneCase<HextConcone3D>("cone", {0.5, 0.2, 0.8, 0}));
     out.push_back(coneCase<HextConcone3D>("cone, slight", {0.5, 0.4975, 0.8, 0}));
@@ -101,17 +89,6 @@ void addSlopedCylinder(Shapes& out) {
                        return std::min({std::fabs(std::hypot(p.x, p.y) - r), std::fabs(1 - p.z),
                                         std::fabs(p.x + 2 * p.z) / std::sqrt(5.0)});
                    },
-                   [r] {
-                       Points points;
-                       for (int k = 0; k < 40; ++k) {
-                           const double x = r * std::cos(pi * k / 20);
-                           const double y = r * std::sin(pi * k / 20);
-                           for (const double z : {-x / 2, 0.5, 1.0}) {
-                               points.emplace_back(x, y, z);
-                           }
-                       }
-                       return points;
-                   },
                    pi * r * r, 2 * pi * r + pi * r * r * (1 + std::sqrt(5.0) / 2),
                    [r](double s) { return 2 * chords(r * s) + 2 * chords(r * s * std::sqrt(5.0) / 2) - 4; }});
 }
@@ -124,11 +101,7 @@ void addSphereAndHeads(Shapes& out) {
                        sphere->radius = 0.5 * s;
                        return sphere;
                    },
-                   [](const TlGePoint3d& p) { return std::fabs(p.asVector().length() - 0.5); },
-                   [] {
-                       return revolvedPoints({{{0, -0.5, 0}, {0, 0.5, 0}, 0.5, {0, 0, 0}}}, 2 * pi);
-                   },
-                   pi / 6, pi,
+                   [](const TlGePoint3d& p) { return std::fabs(p.asVector().length() - 0.5); }, pi / 6, pi,
                    [](double s) {
                        const double n = chords(0.5 * s);
                        return 2 * n * (std::ceil(n / 2) - 1);
@@ -160,21 +133,7 @@ void addSphereAndHeads(Shapes& out) {
                            head->baseRadius = h.r * s;
                            return head;
                        },
-                       off,
-                       [h, z0] {
-                           Points points;
-                           const double from = std::acos(h.r / h.b);
-                           for (int i = 0; i <= 9; ++i) {
-                               const double t = from + (pi / 2 - from) * i / 9;
-                               for (int k = 0; k < 15; ++k) {
-                                   const double a = 2 * pi * k / 15;
-                                   points.emplace_back(h.b * std::cos(t) * std::cos(a), h.b * std::cos(t) * std::sin(a),
-                                                       h.a * std::sin(t) - z0);
-                               }
-                           }
-                           return points;
-                       },
-                       pi * h.b * h.b * (rise - (h.a * h.a * h.a - z0 * z0 * z0) / (3 * h.a * h.a)), 0, none});
+                       off, pi * h.b * h.b * (rise - (h.a * h.a * h.a - z0 * z0 * z0) / (3 * h.a * h.a)), 0, none});
     }
 }
 

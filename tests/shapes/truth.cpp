@@ -1,4 +1,4 @@
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -37,23 +37,6 @@ double distanceToStrokes(double r, double z, const std::vector<Stroke>& strokes)
 
 }  // namespace
 
-Points pointsOf(const Stroke& s, int count) {
-    Points out;
-    for (int i = 0; i <= count; ++i) {
-        const double t = double(i) / count;
-        if (s.radius > 0) {
-            const double from = std::atan2(s.a.y - s.center.y, s.a.x - s.center.x);
-            const double sweep =
-                s.a.isEqualTo(s.b) ? 2 * pi : ahead(from, std::atan2(s.b.y - s.center.y, s.b.x - s.center.x));
-            out.emplace_back(s.center.x + s.radius * std::cos(from + sweep * t),
-                             s.center.y + s.radius * std::sin(from + sweep * t), 0);
-        } else {
-            out.push_back(s.a + (s.b - s.a) * t);
-        }
-    }
-    return out;
-}
-
 Off revolvedOff(const std::vector<Stroke>& strokes, double angle) {
     return [=](const TlGePoint3d& p) {
         const double r = std::hypot(p.x, p.y);
@@ -65,35 +48,10 @@ Off revolvedOff(const std::vector<Stroke>& strokes, double angle) {
     };
 }
 
-Points revolvedPoints(const std::vector<Stroke>& strokes, double angle) {
-    Points out;
-    for (const Stroke& s : strokes) {
-        for (const TlGePoint3d& p : pointsOf(s, 5)) {
-            for (int k = 0; k <= 13; ++k) {
-                const double a = angle * k / 13;
-                out.emplace_back(p.x * std::cos(a), p.x * std::sin(a), p.y);
-            }
-        }
-    }
-    return out;
-}
-
 Off extrudedOff(const std::vector<Stroke>& strokes, double height) {
     return [=](const TlGePoint3d& p) {
         return std::min({distanceToStrokes(p.x, p.y, strokes), std::fabs(p.z), std::fabs(height - p.z)});
     };
-}
-
-Points extrudedPoints(const std::vector<Stroke>& strokes, double height) {
-    Points out;
-    for (const Stroke& s : strokes) {
-        for (const TlGePoint3d& p : pointsOf(s, 23)) {
-            for (const double z : {0.0, height / 3, height}) {
-                out.emplace_back(p.x, p.y, z);
-            }
-        }
-    }
-    return out;
 }
 
 std::vector<Stroke> polygon(const Points& corners) {

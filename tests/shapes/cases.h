@@ -29,8 +29,6 @@ struct ShapeCase {
     std::function<std::unique_ptr<HextPrimary3D>(const Place& place, double size)> make;
     // An upper bound of the distance from the true surface, exact near it, of a point inside or on the solid.
     std::function<double(const TlGePoint3d& p)> offSurface;
-    // Points on the true surface, on its edges among others.
-    std::function<std::vector<TlGePoint3d>()> surface;
     double volume = 0;
     double area = 0;  // 0: no closed formula
     // Triangles by the chord rule at the radius in millimetres of the size given; 0 when there is no rule.

@@ -1,5 +1,5 @@
 // Boxes, frustums, and squares that become round.
-#include "truth.h"
+#include "shapes/truth.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,13 +31,6 @@ ShapeCase boxCase(const std::string& name, int handedness, int pointKind) {
             },
             [=](const TlGePoint3d& p) {
                 return inCorner({p.x + xy * 0.5, p.y + xy * 0.3, p.z - z0});
-            },
-            [=] {
-                Points points = extrudedPoints(unitSquare(), 0.3);
-                for (TlGePoint3d& p : points) {
-                    p += TlGeVector3d(-xy * 0.5, -xy * 0.3, z0);
-                }
-                return points;
             },
             0.18,
             2 * (0.6 + 0.3 + 0.18),
@@ -77,18 +70,6 @@ ShapeCase pyramidCase(const std::string& name, const Pyramid& f, double triangle
                 return frustum;
             },
             off,
-            [=] {
-                Points points;
-                for (const double t : {0.0, 0.5, 1.0}) {
-                    for (const double u : {-0.5, 0.1, 0.5}) {
-                        for (const double v : {-0.5, 0.5}) {
-                            points.emplace_back(u * (f.bx + (f.tx - f.bx) * t) + 0.6 * shift * t,
-                                                v * (f.by + (f.ty - f.by) * t) + 0.8 * shift * t, h * t);
-                        }
-                    }
-                }
-                return points;
-            },
             h / 6 * (f.bx * f.by + 4 * middle + f.tx * f.ty),
             0,
             [triangles](double) { return triangles; }};
@@ -121,19 +102,6 @@ void addSquareRound(Shapes& out) {
                        const double outside =
                            std::hypot(std::max(x, 0.0), std::max(y, 0.0)) + std::min(std::max(x, y), 0.0);
                        return std::min({std::fabs(outside - r * t), std::fabs(p.z), std::fabs(h - p.z)});
-                   },
-                   [=] {
-                       Points points;
-                       for (int k = 0; k < 32; ++k) {
-                           const double angle = pi * (k + 0.5) / 16;
-                           const double x = std::cos(angle);
-                           const double y = std::sin(angle);
-                           for (const double t : {0.0, 0.5, 1.0}) {
-                               points.emplace_back(lean * t + std::copysign(a / 2 * (1 - t), x) + r * t * x,
-                                                   std::copysign(b / 2 * (1 - t), y) + r * t * y, h * t);
-                           }
-                       }
-                       return points;
                    },
                    h * (a * b + (a + b) * r + pi * r * r) / 3, 0,
                    [=](double s) { return 2 * 4 * std::ceil(chords(r * s) / 4) + 4; }});
