@@ -111,19 +111,15 @@ TEST(PrimitiveShape, AThinCylinderKeepsItsParametersAndLosesItsFrame) {
 TEST(PrimitiveShape, VerticalAxesFollowTheWorldZRule) {
     HextConcone3D cone;
     cone.startDiameter = cone.endDiameter = 10;
-    PrimitiveShape shape;
-    cone.endPoint = {0, 0, 5};
-    coneShape(cone, shape);
-    expectVector(axis(shape, 0), {1, 0, 0});
-    cone.endPoint = {0, 0, -5};
-    coneShape(cone, shape);
-    expectVector(axis(shape, 0), {-1, 0, 0});
-    cone.endPoint = {0, 0.9e-5, 1};  // parallel within the tolerance
-    coneShape(cone, shape);
-    expectVector(axis(shape, 0), {1, 0, 0});
-    cone.endPoint = {0, 1.1e-5, 1};
-    coneShape(cone, shape);
-    expectVector(axis(shape, 0), {-1, 0, 0});
+    // The third is parallel within the tolerance.
+    const std::pair<Point, Vector> cases[] = {
+        {{0, 0, 5}, {1, 0, 0}}, {{0, 0, -5}, {-1, 0, 0}}, {{0, 0.9e-5, 1}, {1, 0, 0}}, {{0, 1.1e-5, 1}, {-1, 0, 0}}};
+    for (const auto& [end, first] : cases) {
+        cone.endPoint = end;
+        PrimitiveShape shape;
+        coneShape(cone, shape);
+        expectVector(axis(shape, 0), first);
+    }
 }
 
 TEST(PrimitiveShape, AnEccentricConeSplitsIntoHeightAndOffset) {
@@ -203,15 +199,11 @@ TEST(PrimitiveShape, ABoxKeepsItsCornersWhateverItsReferencePoint) {
             expectPoint(toWorld(shape, 0, 0, 0), box.center());
         }
     }
-}
-
-TEST(PrimitiveShape, BoxAxesStandAsTheyAre) {
-    HextBox3D box;
     box.xAxis = {2, 0, 0};
     box.yAxis = {0, 0, 3};
     PrimitiveShape shape;
     boxShape(box, shape);
-    expectVector(axis(shape, 0), {2, 0, 0});
+    expectVector(axis(shape, 0), {2, 0, 0});  // axes stand as they are
     expectVector(axis(shape, 2), {0, -6, 0});
 }
 
@@ -262,41 +254,36 @@ TEST(PrimitiveShape, ABendRunsFromStartToEnd) {
     expectOrthonormal(shape);
 }
 
-TEST(PrimitiveShape, TheLongWayKeepsTheAxisOfTheShortOne) {
-    HextTorus3D torus = quarterBend();
-    torus.arcKind = 1;
-    PrimitiveShape shape;
-    torusShape(torus, shape);
-    EXPECT_FLOAT_EQ(shape.parameters[2], static_cast<float>(1.5 * tlGePi));
-    expectVector(axis(shape, 2), {1, 0, 0});
-}
-
-TEST(PrimitiveShape, WholeAndHalfCirclesTurnAboutTheThirdField) {
-    HextTorus3D torus = quarterBend();
-    torus.thirdField = {5, 0, 0};
-    PrimitiveShape shape;
-    torus.arcKind = 2;
-    torusShape(torus, shape);
-    EXPECT_FLOAT_EQ(shape.parameters[2], static_cast<float>(2 * tlGePi));
-    expectVector(axis(shape, 2), {1, 0, 0});
-    torus.arcKind = 3;
-    torusShape(torus, shape);
-    EXPECT_FLOAT_EQ(shape.parameters[2], static_cast<float>(tlGePi));
-    expectPoint(torusPoint(shape, shape.parameters[2]), {1000, -300, 0});
-}
-
-TEST(PrimitiveShape, ASweepBeyondAWholeTurnCountsAsDegrees) {
-    HextTorus3D torus = quarterBend();
-    torus.form = 1;
-    torus.thirdField = {2, 0, 0};
-    PrimitiveShape shape;
-    for (const auto& [angle, sweep] : {std::pair{90.0, tlGePi / 2}, {6.0, 6.0}, {2 * tlGePi, 2 * tlGePi}}) {
-        torus.angle = angle;
+// The long way keeps the axis of the short one, whole and half circles turn about the third field, and a sweep beyond a
+// whole turn counts as degrees.
+TEST(PrimitiveShape, FormAndKindTellSweepAndAxis) {
+    struct Case {
+        int form;
+        int arcKind;
+        double angle;
+        Point third;
+        double sweep;
+        Vector axis;
+    };
+    const Case cases[] = {{0, 1, 0, {1000, 0, 300}, 1.5 * tlGePi, {1, 0, 0}},
+                          {0, 2, 0, {5, 0, 0}, 2 * tlGePi, {1, 0, 0}},
+                          {0, 3, 0, {5, 0, 0}, tlGePi, {1, 0, 0}},
+                          {1, 0, 90, {2, 0, 0}, tlGePi / 2, {2, 0, 0}},
+                          {1, 0, 6, {2, 0, 0}, 6, {2, 0, 0}},
+                          {1, 0, 2 * tlGePi, {2, 0, 0}, 2 * tlGePi, {2, 0, 0}}};
+    for (const Case& c : cases) {
+        HextTorus3D torus = quarterBend();
+        torus.form = c.form;
+        torus.arcKind = c.arcKind;
+        torus.angle = c.angle;
+        torus.thirdField = c.third;
+        PrimitiveShape shape;
         torusShape(torus, shape);
-        EXPECT_FLOAT_EQ(shape.parameters[2], static_cast<float>(sweep));
+        EXPECT_FLOAT_EQ(shape.parameters[2], static_cast<float>(c.sweep));
+        expectVector(axis(shape, 2), c.axis);
+        expectVector(axis(shape, 1), {0, 0, 1});
+        expectPoint(torusPoint(shape, 0), torus.startPoint);
     }
-    expectVector(axis(shape, 2), {2, 0, 0});
-    expectVector(axis(shape, 1), {0, 0, 1});
 }
 
 TEST(PrimitiveShape, RadiiThatDisagreeTurnTheFrameAboutTheStart) {
