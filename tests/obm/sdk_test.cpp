@@ -2,10 +2,9 @@
 #include "fixture.h"
 
 #include "obmsdk/obmsdk.h"
+#include "support/full_disk.h"
 
-#include <csignal>
 #include <limits>
-#include <sys/resource.h>
 
 namespace {
 
@@ -202,42 +201,26 @@ TEST_F(ObmSdk, TransformsAndNamesArriveAsTheyAre) {
     EXPECT_EQ(read.nodes().at(1).name.substr(0, 10), "\xE4\xB8\xAD\xF0\x9F\x98\x80\"\\\n");
 }
 
-// A disk that is full, played by a limit on the size of files.
-class FileLimit {
-public:
-    explicit FileLimit(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileLimit() { ::setrlimit(RLIMIT_FSIZE, &before_); }
-
-private:
-    rlimit before_{};
-};
-
 TEST_F(ObmSdk, AFullDiskFailsTheWriteAndLeavesTheOldFile) {
     std::ofstream(target()) << "old";
     addMesh("1", Vertices(30000, OBMFloat3(1, 2, 3)), {{0, 1, 2}});
     addMaterial("m1");
     addTrees({"1"});
     {
-        const FileLimit limit(100000);
+        const FullDisk full(100000);
         EXPECT_EQ(write(), OBMNotWritten);
         EXPECT_EQ(model->write(), OBMNotWritten) << "a failure stays";
     }
-    OBM3dPackage* second = OBM3dPackage::create(true);
-    second->open(tolmar::utf8ToWide(folder().string()), OBMXCREATE);
-    std::swap(model, second);
-    second->destroy();
+    model->destroy();
+    model = OBM3dPackage::create(true);
+    model->open(tolmar::utf8ToWide(folder().string()), OBMXCREATE);
     addMesh("1", Vertices(30000, OBMFloat3(1, 2, 3)), {{0, 1, 2}});
     addMaterial("m1");
     addTrees({"1"});
     EXPECT_EQ(write(), OBMOk);
     EXPECT_EQ(package->addV3d(std::exchange(model, nullptr)), OBMOk);
     {
-        const FileLimit limit(100000);
+        const FullDisk full(100000);
         EXPECT_EQ(package->save(), OBMNotWritten);
     }
     EXPECT_EQ(root.read("x.pmodel"), "old");

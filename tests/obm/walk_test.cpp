@@ -94,11 +94,6 @@ TEST_F(ObmWalkTest, ABoltSetIsARecordWithoutShape) {
     EXPECT_EQ(passedOverRows(), "6 object: bolts have no shape in a package\n");
 }
 
-TEST_F(ObmWalkTest, AnObjectWithoutSonsStandsForItself) {
-    load(siteAndZone + object(4, "HxDbEquipment", 3, shape(box())));
-    EXPECT_EQ(outline(), "P\n M\n  N2\n   N3\n    N4\n     N4 m0\n");
-}
-
 // ------------------------------------------------------------------------------------------------------- selection
 
 const std::string twoSites = object(2, "HextSite", 1) + object(3, "HextZone", 2) + object(4, "HextEquipe", 3) +
