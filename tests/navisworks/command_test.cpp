@@ -51,22 +51,18 @@ TEST_F(Nvout, SceneSettings) {
     EXPECT_EQ(views, R"({"worldUp":[0,0,1],"position":[0,-20,10],"target":[0,0,10]})") << "one view for both";
 }
 
-TEST_F(Nvout, ACancelledFileDialogAsksForAFolder) {
+TEST_F(Nvout, WithoutAFileAFolderIsAskedForAndElseTheProjectsServes) {
     loadPlant();
     ui.fileAnswer.reset();
-    ui.folderAnswer = (root.path() / "out").string();
+    ui.folderAnswer = out().string();
     nvout();
     EXPECT_EQ(ui.folderTitle, "选择文件夹");
     EXPECT_EQ(filesOut(), (std::vector<std::string>{"P.json", "P.nwc"}));
-}
-
-TEST_F(Nvout, WithoutAnyAnswerTheProjectsFolderServes) {
-    const std::string folder = (root.path() / "out").string();
-    load(equipment(""), R"({"name":"A/B","path":")" + folder + "\"}");
-    ui.fileAnswer.reset();
+    load(equipment(""), R"({"name":"A/B","path":")" + *ui.folderAnswer + "\"}");
+    ui.folderAnswer.reset();
     nvout();
-    EXPECT_EQ(filesOut(), (std::vector<std::string>{"A_B.json", "A_B.nwc"}));
-    EXPECT_NE(ui.printed.find(folder + "\\A_B.nwc生成完成"), std::string::npos);
+    EXPECT_EQ(filesOut(), (std::vector<std::string>{"A_B.json", "A_B.nwc", "P.json", "P.nwc"}));
+    EXPECT_NE(ui.printed.find(out().string() + "\\A_B.nwc生成完成"), std::string::npos);
 }
 
 TEST_F(Nvout, TheEndingDecidesAndItsCaseCounts) {
@@ -100,27 +96,21 @@ TEST_F(Nvout, EveryCancelLeavesNothing) {
     load(equipment(item(5, "HxDbEquipment", 4) + "," + item(6, "HxDbEquipment", 4)) + "," +
          node(7, "HextAxiss", 3, "G") + "," + item(8, "HxDbAxissLine", 7));
     script("function getReference(t) return {{'k', 'v'}} end");
-    nvout();
-    const std::size_t whole = filesOut().size();
-    ASSERT_EQ(whole, 2U);
-    bool wasCancelled = true;
-    int calls = 0;
-    for (int at = 1; wasCancelled; ++at) {
-        std::filesystem::remove_all(out());
-        std::filesystem::create_directories(out());
+    int cancels = 0;
+    for (bool isDone = false; !isDone && cancels < 100;) {
         tolmar::runReport().clear();
         ui.boxes.clear();
         ui.cancelAsked = 0;
-        ui.cancelAt = at;
+        ui.cancelAt = cancels + 1;
         nvout();
-        wasCancelled = outcome() == tolmar::RunOutcome::Cancelled;
-        calls += wasCancelled ? 1 : 0;
-        EXPECT_EQ(ui.boxes, std::vector<std::string>{wasCancelled ? "提示: 导出取消" : "提示: 导出结束"}) << at;
-        EXPECT_EQ(filesOut().size(), wasCancelled ? 0U : whole) << at;
-        EXPECT_FALSE(ui.progress.open) << at;
-        EXPECT_EQ(LiNwcInspectBalance().left, 0U) << at;
+        isDone = outcome() == tolmar::RunOutcome::Done;
+        cancels += isDone ? 0 : 1;
+        EXPECT_EQ(ui.boxes, std::vector<std::string>{isDone ? "提示: 导出结束" : "提示: 导出取消"}) << cancels;
+        EXPECT_EQ(filesOut().size(), isDone ? 2U : 0U) << cancels;
+        EXPECT_FALSE(ui.progress.open) << cancels;
+        EXPECT_EQ(LiNwcInspectBalance().left, 0U) << cancels;
     }
-    EXPECT_EQ(calls, 1 + 8) << "the dialog's opening and one step for each node";
+    EXPECT_EQ(cancels, 1 + 8) << "the dialog's opening and one step for each node";
 }
 
 TEST_F(Nvout, ALibraryThatDoesNotComeUpEndsTheCommand) {
@@ -179,12 +169,6 @@ TEST_F(Nvout, ASceneThatCannotBeWrittenFailsTheRun) {
     ASSERT_EQ(tolmar::runReport().failedFiles().size(), 1U);
     EXPECT_EQ(ui.boxes, std::vector<std::string>{"提示: 导出结束"})
         << "the result of writing shows in the report alone";
-    ui.fileAnswer = (root.path() / "nowhere" / "P.nwc").string();
-    tolmar::runReport().clear();
-    nvout();
-    EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
-    EXPECT_EQ(tolmar::runReport().failedFiles().size(), 2U) << "scene and side file";
-    EXPECT_FALSE(root.exists("nowhere"));
 }
 
 TEST_F(Nvout, SeveralDatabasesAreSeveralTreesOfOneScene) {
@@ -195,14 +179,6 @@ TEST_F(Nvout, SeveralDatabasesAreSeveralTreesOfOneScene) {
         R"({"id":101,"class":"HextWorld"},{"id":102,"class":"HextSite","in":101,"name":"B"}]})");
     EXPECT_EQ(run(), "M\n  A\no\n  B\n");
     EXPECT_EQ(json(), "{\n}");
-}
-
-TEST_F(Nvout, SameModelSameBytes) {
-    model = std::make_unique<TestModel>(plant::generateModelText({.objects = 60, .seed = 4}));
-    nvout();
-    const std::string first = root.read("out/P.nwc");
-    nvout();
-    EXPECT_TRUE(root.read("out/P.nwc") == first);
 }
 
 }  // namespace

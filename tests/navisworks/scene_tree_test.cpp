@@ -18,6 +18,10 @@ std::string groupsOf(const std::string& tree) {
     return out;
 }
 
+HxDbTreeNode* nodeOfObject(std::int64_t id) {
+    return openAs<HxDbTreeNode>(HxDbObjectId((std::int64_t{1} << 46) + id));
+}
+
 TEST_F(SceneTreeTest, NamesAndTheirStandIns) {
     load(node(2, "HextSite", 1) + "," + node(3, "HextZone", 2) + "," + node(4, "HextZoneDirectory", 3) + "," +
          node(5, "HextZoneDirectory", 4, "inner") + "," + node(6, "HextEquipe", 5, "E") + "," +
@@ -96,9 +100,8 @@ TEST_F(SceneTreeTest, WhatStandsOutsideSitesAndZonesIsTold) {
 TEST_F(SceneTreeTest, ABrokenChainLeavesItsZoneEmpty) {
     load(twoZones);
     script(namesById);
-    HxDbTreeNode* nine = openAs<HxDbTreeNode>(HxDbObjectId((std::int64_t{1} << 46) + 9));
-    HxDbTreeNode* five = openAs<HxDbTreeNode>(HxDbObjectId((std::int64_t{1} << 46) + 5));
-    ASSERT_TRUE(nine != nullptr && five != nullptr);
+    HxDbTreeNode* nine = nodeOfObject(9);
+    HxDbTreeNode* five = nodeOfObject(5);
     ui.onProgress = [&](const tolmar::ProgressState&) { plant::relinkBrother(model->model(), *nine, five); };
     EXPECT_EQ(groupsOf(run()), "M\n  S\n    Z\n    Y\n");
     EXPECT_NE(ui.printed.find("\n节点指向错误,指向链表如下:\n\n" + std::to_string(five->objectId().toInt()) + " -->\n"),
@@ -110,10 +113,9 @@ TEST_F(SceneTreeTest, ABrokenChainLeavesItsZoneEmpty) {
 TEST_F(SceneTreeTest, ADirectoryBelowItselfHasAnEnd) {
     load(twoZones);
     script(namesById);
-    HxDbTreeNode* directory = openAs<HxDbTreeNode>(HxDbObjectId((std::int64_t{1} << 46) + 5));
-    HxDbTreeNode* last = openAs<HxDbTreeNode>(HxDbObjectId((std::int64_t{1} << 46) + 7));
-    ASSERT_TRUE(directory != nullptr && last != nullptr);
-    ui.onProgress = [&](const tolmar::ProgressState&) { plant::relinkBrother(model->model(), *last, directory); };
+    ui.onProgress = [&](const tolmar::ProgressState&) {
+        plant::relinkBrother(model->model(), *nodeOfObject(7), nodeOfObject(5));
+    };
     run();
     EXPECT_EQ(groupsOf(read().below("D")), "N6\nN7\nN9\n") << "its new brothers, too, but not the directory again";
     EXPECT_NE(passedOver().find("5 tree\n"), std::string::npos) << passedOver();

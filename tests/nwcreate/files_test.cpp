@@ -1,10 +1,9 @@
 // The files of a scene: buffer files beside it, limits, failures, equal bytes.
 #include "fixture.h"
+#include "support/full_disk.h"
 #include "tolmar/system.h"
 
-#include <csignal>
 #include <map>
-#include <sys/resource.h>
 
 namespace {
 
@@ -34,15 +33,16 @@ protected:
         }
         addToScene(group);
     }
-    std::map<std::string, std::uint64_t> files() const {
-        std::map<std::string, std::uint64_t> found;
+    using Sizes = std::map<std::string, std::uint64_t>;
+    Sizes files() const {
+        Sizes found;
         for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
             found[entry.path().filename().string()] = entry.file_size();
         }
         return found;
     }
-    std::map<std::string, std::uint64_t> reported() const {
-        std::map<std::string, std::uint64_t> found;
+    static Sizes reported() {
+        Sizes found;
         for (const tolmar::WrittenFile& file : tolmar::runReport().files()) {
             found[std::filesystem::path(tolmar::toUtf8(file.path)).filename().string()] = file.size;
         }
@@ -56,25 +56,6 @@ protected:
         EXPECT_EQ(tolmar::runReport().outcome(), tolmar::RunOutcome::Failed);
         EXPECT_TRUE(told.empty());
     }
-};
-
-// No file may grow beyond this while it lives, as on a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit limit = before_;
-        limit.rlim_cur = size;
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit before_{};
-    void (*handler_)(int);
 };
 
 TEST_F(FilesTest, ShapesGoOnInBufferFilesBesideTheScene) {
@@ -134,17 +115,6 @@ TEST_F(FilesTest, NoFilePassesTheLimitButForOneShapeThatDoes) {
     expectNothingLeft("a file at most 65536");
 }
 
-TEST_F(FilesTest, TheSameCallsGiveTheSameBytes) {
-    for (const char* name : {"a.nwc", "b.nwc"}) {
-        reopen(0);
-        addShapes(60);
-        addNames(3, u"x");
-        EXPECT_EQ(write(name), LI_NWC_OK);
-    }
-    EXPECT_GT(folder.get("a.nwc").size(), 60U * 12006);
-    EXPECT_EQ(folder.get("a.nwc"), folder.get("b.nwc"));
-}
-
 TEST_F(FilesTest, ASceneThatCannotBeOpenedIsReported) {
     addShapes(1);
     EXPECT_EQ(write("missing/plant.nwc"), LI_NWC_NOT_WRITTEN);
@@ -161,8 +131,7 @@ TEST_F(FilesTest, AFullDiskLeavesNoFileOfTheScene) {
     reopen(65536);
     addShapes(10);
     {
-        // Both buffer files fit, the scene does not.
-        const FullDisk full(50000);
+        const FullDisk full(50000);  // both buffer files fit, the scene does not
         EXPECT_EQ(write("plant.nwc"), LI_NWC_NOT_WRITTEN);
     }
     expectNothingLeft("File too large");

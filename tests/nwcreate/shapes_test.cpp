@@ -141,8 +141,8 @@ TEST_F(ShapesTest, FarAwayVerticesAreOffByAMicrometreAtMost) {
 }
 
 TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
-    // A strip of triangles over this many vertices; the last 16-bit size, the first 32-bit size, and between them a
-    // shape that leaves the index buffer at an odd place.
+    // A triangle of this many vertices: the last 16-bit size, which leaves the index buffer at an odd place, and the
+    // first 32-bit size.
     std::vector<std::uint64_t> types;
     for (const int count : {0xFFFF, 0x10000}) {
         std::vector<Point> points;
@@ -150,9 +150,8 @@ TEST_F(ShapesTest, IndicesAreWideOnlyWhereTheyMustBeAndSharingComparesContent) {
             points.push_back({static_cast<double>(i), static_cast<double>(i % 2), 0});
         }
         add(triangles(points, {0, 1, count - 1}), count == 0xFFFF ? u"short" : u"wide");
-        add(triangles({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}, {0, 1, 2}), u"small");
     }
-    EXPECT_EQ(counts().shapes, 3U);
+    EXPECT_EQ(counts().shapes, 2U);
     const readers::scene::Scene found = writeAndRead();
     for (const auto& [name, type, last] : {std::tuple{"short", 5123U, 0xFFFEU}, std::tuple{"wide", 5125U, 0xFFFFU}}) {
         const readers::scene::Primitive& primitive = found.meshes[nodeOf(found, name).mesh].primitives[0];
