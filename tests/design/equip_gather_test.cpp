@@ -5,6 +5,7 @@
 #include "hextinterface/hextcata/nozzle_list.h"
 #include "hextinterface/ornatohextprocess/design/gather.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
+#include "support/failure.h"
 #include "tolmar/code_page.h"
 
 #include <optional>
@@ -200,12 +201,7 @@ TEST_F(EquipGather, SuffixesCountOnWhileNamesAreKnown) {
     root.write("temp/hext/config.json", "{}");
     NameManager fresh;
     DesignMacroSet plain = gather({fresh, udas});
-    try {
-        equipText(std::move(plain));
-        ADD_FAILURE();
-    } catch (const ExportException& failure) {
-        EXPECT_STREQ(failure.what(), "设备命名冲突");
-    }
+    EXPECT_EQ(failureOf<ExportException>([&] { equipText(std::move(plain)); }), "设备命名冲突");
 }
 
 TEST_F(EquipGather, EveryStructureObjectIsAnElementAndAPipelineIsOne) {

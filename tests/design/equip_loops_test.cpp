@@ -133,6 +133,7 @@ TEST(EquipOutlines, ArcsCutShort) {
 }
 
 TEST(EquipOutlines, AClosingArcNeedsVerticesBehindIt) {
+    EXPECT_TRUE(outlineToLoop({v(1, 0), v(1, 90), v(5, 180), v(3, 270), v(1, 1)}).closingArcLost);
     const OutlineLoop lost = outlineToLoop({v(1, 0), v(1, 90), v(5, 180), v(3, 270)});
     EXPECT_TRUE(lost.closingArcLost);
     EXPECT_EQ(lost.vertices.size(), 2u);

@@ -1,6 +1,7 @@
 // The macro text of solids, groups, heads and nozzles, to the letter.
 #include "fixture.h"
 #include "hextinterface/ornatohextprocess/design/nozzle_macro.h"
+#include "support/failure.h"
 
 namespace {
 
@@ -231,11 +232,6 @@ TEST_F(EquipNozzle, NeedsAnEquipmentAndAShortName) {
     EXPECT_THROW(nozzle.write(text), ExportException);
     EXPECT_EQ(ui.printed, "Error:create nozzle name<P'101_1_" + nozzle.name + "> too long");
     _PNozzle stray(HxDbObjectId(8), names);
-    try {
-        stray.write(text);
-        ADD_FAILURE();
-    } catch (const ExportException& failure) {
-        EXPECT_STREQ(failure.what(), "管嘴设备关系错误");
-    }
+    EXPECT_EQ(failureOf<ExportException>([&] { stray.write(text); }), "管嘴设备关系错误");
     EXPECT_EQ(text, "");
 }

@@ -75,6 +75,9 @@ TEST(Progress, ACancelPassesTheInnerBarsAndTheScopeClosesTheDialog) {
     {
         ProgressScope scope;
         progressSlot()->openProgress(99, "t", 0);
+        const std::size_t outer = ui.progress.bars.size();
+        { const InnerBars bars(2); }
+        EXPECT_EQ(ui.progress.bars.size(), outer) << "inner bars go again";
         ui.cancelAt = 1;
         EXPECT_THROW(
             {

@@ -203,10 +203,14 @@ TEST_F(SpecTest, HeadsNameABoltSpecificationThatStands) {
     addJson(R"({"id":5,"class":"HextBolt","type":"ST","spec":"M16","standard":"BOLT","boltSpec":"S"},
                {"id":6,"class":"HextNut","type":"NT","spec":"M16"},
                {"id":7,"class":"HxDbFlan2BoltNut","boltNum":4,"bolt":5,"size":"50","std":"HG'1"},
-               {"id":8,"class":"HxDbBoltNutModel","bolt":5,"nut":6,"flange":7})");
+               {"id":8,"class":"HxDbBoltNutModel","bolt":5,"nut":6,"flange":7},
+               {"id":15,"class":"HextBolt","type":"ST","spec":"M16","standard":"BOLT","boltSpec":"厂"},
+               {"id":17,"class":"HxDbFlan2BoltNut","boltNum":4,"bolt":15,"size":"50"},
+               {"id":18,"class":"HxDbBoltNutModel","bolt":15,"nut":6,"flange":17})");
     addSized(10, "TEE", "Tee", "S", {"50"});
     addSized(11, "TEE", "Tee", "S", {"60"});
-    const std::vector<HxDbBoltNutModel*> bolts = {at<HxDbBoltNutModel>(8), at<HxDbBoltNutModel>(8)};
+    const std::vector<HxDbBoltNutModel*> bolts = {at<HxDbBoltNutModel>(8), at<HxDbBoltNutModel>(8),
+                                                  at<HxDbBoltNutModel>(18)};
     beforeSpecs = [&](SpecGenerator& specs) { specs.writeBoltSpecs(bolts); };
     writeSpecs({{10}, {11}});
     const std::string name = names->components.getSpecName(at(10));
@@ -216,7 +220,10 @@ TEST_F(SpecTest, HeadsNameABoltSpecificationThatStands) {
               std::string::npos)
         << table();
     EXPECT_NE(table().find("OLD SPECIFICATION /" + name + "\nBSPEC /BOLT_S\nBLTMETHOD 'NEW'\n"), std::string::npos);
-    const std::string spec = file("BoltSpec.txt");
+    std::string spec = file("BoltSpec.txt");
+    const std::size_t second = spec.find("\nNEW SPEC", spec.find("BOLT  */"));
+    EXPECT_NE(spec.find(tolmar::toUtf8("厂\nMATREF"), second), std::string::npos) << "heads are UTF-8: " << spec;
+    spec.resize(std::min(second, spec.size()));
     EXPECT_EQ(spec.substr(0, spec.find("BOLT  */")),
               "\nNEW SPECIFICATION /BOLT_S\nMATREF =0\nFLUREF =0\nLINETYPE NULL\nBLTMETHOD 'NEW'\n\n\nHEADING\n"
               "TYPE  NAME  BDIA  BTYP  CATREF  DETAIL  MATXT  CMPREF  BLTREF\nDEFAULTS\n-  -  -  STUD\n\n");

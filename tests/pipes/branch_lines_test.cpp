@@ -9,10 +9,6 @@ const Part lead = tube(100, at(0), at(900));
 const Part gate = valve(101, at(900), at(1100));
 const Part behind = tube(102, at(1100), at(5000));
 
-std::string onlyComponent(const std::vector<std::string>& lines) {
-    return lines.size() == 1 ? lines.front() : std::to_string(lines.size()) + " components";
-}
-
 Part teeOf(const char* item, const char* family, PartPoint arm) {
     arm.no = 3;
     return {101,

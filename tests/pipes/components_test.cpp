@@ -5,10 +5,6 @@ namespace {
 
 const Part lead = tube(100, at(0), at(900));
 
-std::string onlyComponent(const std::vector<std::string>& lines) {
-    return lines.size() == 1 ? lines.front() : std::to_string(lines.size()) + " components";
-}
-
 TEST_F(PipesTest, AFlangedPipeWritesItsLength) {
     Part piece = tube(101, at(900), at(2134.5678));
     piece.attrs.replace(piece.attrs.find("\"BW\""), 4, "\"FLRF\"");

@@ -238,3 +238,7 @@ inline const char* const PipesTest::config = R"({"skey":["PIPE|##|FLRF|##|##|##|
 "REDU|##|##|##|##|##|RE"],
 "type":{"FP":"FTUB","TU":"TUBE","VV":"VALV","EL":"ELBO","TE":"TEE","YY":"PCOM","ST":"PCOM","RE":"REDU"},
 "color":[11,12,13,14,15,16,17,18]})";
+
+inline std::string onlyComponent(const std::vector<std::string>& lines) {
+    return lines.size() == 1 ? lines.front() : std::to_string(lines.size()) + " components";
+}

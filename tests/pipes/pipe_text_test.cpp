@@ -1,5 +1,6 @@
 #include "fixture.h"
 #include "frame/exceptions.h"
+#include "support/failure.h"
 #include "tolmar/color.h"
 
 namespace {
@@ -113,12 +114,7 @@ TEST_F(PipesTest, NamesHave51BytesAndBoresNoStar) {
     EXPECT_EQ(ui.printed, "Error:create branch name<" + branch.name + "> too long");
     branch.write(text, true);
     EXPECT_EQ(text.substr(0, 58), "OLD /" + branch.name + "\n");
-    try {
-        branch.setBore(_HextBranchDesc::End::Tail, "100*50");
-        FAIL();
-    } catch (const ExportException& failure) {
-        EXPECT_STREQ(failure.what(), "");
-    }
+    EXPECT_EQ(failureOf<ExportException>([&] { branch.setBore(_HextBranchDesc::End::Tail, "100*50"); }), "");
 }
 
 TEST_F(PipesTest, ABranchOfStopsAndNozzlesYieldsNothing) {
