@@ -1,6 +1,7 @@
 // Where conversions branch, and what they refuse.
 #include "fixture.h"
 #include "hextinterface/ornatohextprocess/solids/prim_frames.h"
+#include "support/failure.h"
 
 #include <cmath>
 
@@ -12,13 +13,8 @@ std::vector<macro::Solid> solidsOf(const HextPrimary& primitive) {
     return text.empty() ? std::vector<macro::Solid>() : macro::readElements(text).at(0).solids;
 }
 
-std::string failureOf(const HextPrimary& primitive) {
-    try {
-        convertPrimary(primitive);
-    } catch (const ExportException& failure) {
-        return failure.what();
-    }
-    return "none";
+std::string refusalOf(const HextPrimary& primitive) {
+    return failureOf<ExportException>([&] { convertPrimary(primitive); });
 }
 
 // "180 1" for the pieces of a bend.
@@ -56,7 +52,7 @@ TEST(EquipConvert, BendsBeyondHalfATurnComeInTwoPieces) {
     EXPECT_EQ(piecesOf(turned(6.2)), "180 175.233833");
     // A second piece is written with half a turn at most.
     EXPECT_EQ(piecesOf(turned(540)), "180 180");
-    EXPECT_EQ(failureOf(turned(540.001)), "角度异常");
+    EXPECT_EQ(refusalOf(turned(540.001)), "角度异常");
     const auto pieces = solidsOf(turned(300));
     EXPECT_EQ(directionText(pieces.at(0).frame.xAxis), "U");
     EXPECT_EQ(directionText(pieces.at(1).frame.xAxis), "D");
@@ -71,7 +67,7 @@ TEST(EquipConvert, RadiiOnOneLineTellASweepButNoAxis) {
     // World Y x the radius for a radius along Z, the other way for the long way round.
     EXPECT_EQ(directionText(solidsOf(ring({0, 0, -600}, 0)).at(0).frame.zAxis), "E");
     EXPECT_EQ(directionText(solidsOf(ring({0, 0, -600}, 1)).at(0).frame.zAxis), "W");
-    EXPECT_EQ(failureOf(ring({0, 0, 0}, 0)), "无效方向");
+    EXPECT_EQ(refusalOf(ring({0, 0, 0}, 0)), "无效方向");
 }
 
 // The plane of the slope is told by its normal's angle to the axis; a normal that points into the solid gives another
@@ -134,14 +130,14 @@ TEST(EquipConvert, NothingIsMadeOfNothing) {
 TEST(EquipConvert, RefusalsTellTheirReason) {
     HextBox3D box;
     box.yAxis = {};
-    EXPECT_EQ(failureOf(box), "无效方向");
-    EXPECT_EQ(failureOf(HextScylinder3D()), "无效方向");
+    EXPECT_EQ(refusalOf(box), "无效方向");
+    EXPECT_EQ(refusalOf(HextScylinder3D()), "无效方向");
     HextSqucir3D point;
     point.topCenter = {0, 0, 100};
-    EXPECT_EQ(failureOf(point), "参数无效");
+    EXPECT_EQ(refusalOf(point), "参数无效");
     HextRevolve straight;
     straight.profile = HextVertexList{{1, {1, 0, 0}}, {1, {2, 0, 0}}, {1, {3, 0, 0}}, {4, {3, 0, 5}}};
-    EXPECT_EQ(failureOf(straight), "无效方向");
+    EXPECT_EQ(refusalOf(straight), "无效方向");
 }
 
 TEST(EquipConvert, LostArcsAndHolesAreTold) {

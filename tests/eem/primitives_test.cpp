@@ -55,7 +55,7 @@ readers::eem::Record encodeOne(HextPrimary& primitive, const ObjectColor& color 
 
 // The code of a primitive's record, which tells the primitive as it is.
 std::int32_t codeOf(HextPrimary& primitive, const std::string& name) {
-    const eemcheck::Record record = encodeOne(primitive);
+    const readers::eem::Record record = encodeOne(primitive);
     EXPECT_EQ(difference(record, primitive), "") << name;
     return record.code;
 }

@@ -8,10 +8,8 @@
 #include "platform/smrtln.h"
 #include "sources/json/writer.h"
 #include "support/files.h"
+#include "support/full_disk.h"
 
-#include <sys/resource.h>
-
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -326,16 +324,11 @@ TEST(Generate, SaysWhyAFileCannotBeWritten) {
 // The file size limit plays the full disk.
 TEST(Generate, LeavesNothingOfAFileThatItCannotFinish) {
     const auto file = std::filesystem::temp_directory_path() / "tessaro_generate_full.json";
-    rlimit before{};
-    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{200'000, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &small);
     std::string error;
-    const bool written = plant::generateModel({3000, 1}, file, error);
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
-    EXPECT_FALSE(written);
+    {
+        const FullDisk full(200'000);
+        EXPECT_FALSE(plant::generateModel({3000, 1}, file, error));
+    }
     EXPECT_NE(error.find("tessaro_generate_full.json: cannot be written: "), std::string::npos) << error;
     EXPECT_FALSE(std::filesystem::exists(file));
 }

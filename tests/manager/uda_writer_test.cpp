@@ -1,5 +1,6 @@
 #include "frame/exceptions.h"
 #include "hextinterface/manager/manager.h"
+#include "support/failure.h"
 #include "support/test_support.h"
 
 namespace {
@@ -57,12 +58,7 @@ TEST_F(UdaWriterTest, AValueIsQuotedAndAnEmptyOneIsLeftOut) {
     writer->writeUda(out, "no such name", "");
     writer->writeUda(out, "Material", std::string(200, 'm'));
     EXPECT_EQ(out, ":Tag 'O''Neil' \n:Material '" + std::string(200, 'm') + "' \n");
-    try {
-        writer->writeUda(out, "EAttr1", "x");
-        ADD_FAILURE();
-    } catch (const ExportException& failure) {
-        EXPECT_STREQ(failure.what(), "未知的UDA名称！EAttr1");
-    }
+    EXPECT_EQ(failureOf<ExportException>([&] { writer->writeUda(out, "EAttr1", "x"); }), "未知的UDA名称！EAttr1");
 }
 
 TEST_F(UdaWriterTest, ShortTextsShareOneLine) {
@@ -104,12 +100,7 @@ TEST(UdaWriter, AFileThatCannotBeOpenedEndsTheRun) {
     TestRoot root;
     NameManager names;
     const std::string path = (root.path() / "none" / "uda.txt").string();
-    try {
-        UdaWriter writer(path, names);
-        ADD_FAILURE();
-    } catch (const ExportException& failure) {
-        EXPECT_EQ(failure.what(), "文件 " + path + " 打开失败！");
-    }
+    EXPECT_EQ(failureOf<ExportException>([&] { UdaWriter(path, names); }), "文件 " + path + " 打开失败！");
     EXPECT_FALSE(names.isNameCreated("ORNA_UGRO"));
 }
 

@@ -1,7 +1,7 @@
 // The temporary file of a scene, from inside.
 #include "nwcreate/store/spool.h"
+#include "support/scratch_folder.h"
 #include "tolmar/file.h"
-#include "tolmar/scratch_folder.h"
 
 #include <gtest/gtest.h>
 

@@ -298,6 +298,13 @@ TEST_F(BadFiles, LongOnesOfOtherKindsAreNotReadToTheirEnd) {
     EXPECT_EQ(errorOf("other.json"), "no \"tessaro-plant\" in the first 524288 bytes");
 }
 
+// Its bytes come in pieces; columns are those of the line.
+TEST_F(BadFiles, LongOnesAreRefusedWithTheirLineAndColumn) {
+    const std::string blanks(3000000, ' ');
+    std::ofstream(folder_ / "long.json") << fileWith("") << blanks << "\n" << blanks << "\n  x";
+    EXPECT_NE(errorOf("long.json").find("\"x\" found, line 3, column 3 "), std::string::npos) << errorOf("long.json");
+}
+
 // Each prefix of a good file is refused, none is taken for a smaller model.
 TEST(BadInputs, EveryTruncationIsRefused) {
     const std::string good = fileWith(

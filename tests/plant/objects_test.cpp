@@ -211,6 +211,13 @@ TEST(Objects, SpecificationsBoltsAndSupports) {
     EXPECT_STREQ(support.getSupNo(), "Z1");
 }
 
+TEST(Objects, TheLowestIdIsOneAsATextToo) {
+    LoadedModel model(R"({"format":"tessaro-plant","version":1,"databases":[{"name":"D"}],"objects":[)"
+                      R"({"id":1,"class":"HxDbTubeSpecification"},)"
+                      R"({"id":2,"class":"HxDbTubeModelSpec","attrs":{"specid":"1"}}]})");
+    EXPECT_EQ(model.get<HxDbTubeModelSpec>(2).getSpec(), &model.get<HxDbTubeSpecification>(1));
+}
+
 TEST(Objects, Insulation) {
     LoadedModel model(
         fileWith(R"({"id":2,"class":"HxDbPipeSpec","insulation":{"thickness":50,"material":"wool","code":"H"}},)"

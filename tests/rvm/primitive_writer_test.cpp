@@ -3,6 +3,7 @@
 #include "platform/primaries.h"
 #include "rvm/shapes/primitive_writer.h"
 #include "shapes/numbers.h"
+#include "support/failure.h"
 #include "support/test_support.h"
 
 #include <cmath>
@@ -264,12 +265,8 @@ TEST_F(PrimitiveWriting, APrimitiveThatIsNoPolygonBodyEndsTheExport) {
     MeshIndices indices;
     MeshPositions positions;
     MeshNormals normals;
-    try {
-        meshPrimitive(HextBox3D(), indices, positions, normals);
-        FAIL();
-    } catch (const NoPolygonBody& failure) {
-        EXPECT_STREQ(failure.what(), "HextBox3D不是多边形体元");
-    }
+    const auto mesh = [&] { meshPrimitive(HextBox3D(), indices, positions, normals); };
+    EXPECT_EQ(failureOf<NoPolygonBody>(mesh), "HextBox3D不是多边形体元");
 }
 
 TEST_F(PrimitiveWriting, StrictReadersGetBoxesDiametersAndUniqueNames) {

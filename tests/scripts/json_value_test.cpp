@@ -125,8 +125,7 @@ TEST(JsonValue, LoadRefusesWhatIsNoJsonAndFreesTheOldTree) {
     const TestUi ui;
     testing::internal::CaptureStdout();
     EXPECT_EQ(failureOf([&] { value.load("none.json"); }), "parse fail");
-    EXPECT_EQ(ui.printed, "Failed to open file!
-");
+    EXPECT_EQ(ui.printed, "Failed to open file!\n");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "which may be the report's";
     EXPECT_EQ(value.node(), nullptr);
 }

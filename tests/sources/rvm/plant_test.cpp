@@ -1,7 +1,7 @@
 // Review models on disk as plants in memory and as model files.
-#include "../../tolmar/scratch_folder.h"
 #include "plant/model.h"
 #include "sources/rvm/rvm_writer.h"
+#include "support/scratch_folder.h"
 
 #include <gtest/gtest.h>
 
