@@ -59,7 +59,7 @@ void writeModule(EemFile& file, JsonSideFile& side) {
 
 enum class Ending { Whole, Cancelled, Failed };
 
-// A cancelled file keeps its blocks and has no trailer; of one that failed nothing is left.
+// A cancelled file is kept aside with its blocks and no trailer; of one that failed nothing is left.
 Ending writeFile(tolmar::OutputFile& target, JsonSideFile& side, std::uint64_t limit) {
     EemFile file(target, limit);
     try {
@@ -69,10 +69,12 @@ Ending writeFile(tolmar::OutputFile& target, JsonSideFile& side, std::uint64_t l
         return Ending::Whole;
     } catch (const ProgressCancelException&) {
         file.flush();
+        target.abandon("cancelled");
         runReport().ended(RunOutcome::Cancelled);
         return Ending::Cancelled;
     } catch (const std::exception& failure) {
-        target.truncate(0);
+        target.deleteWhenFailed();
+        target.abandon(failure.what());
         hxcad::hextPrintf("\n%s", failure.what());
         tell(failure.what());
         runReport().ended(RunOutcome::Failed, failure.what());

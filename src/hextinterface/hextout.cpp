@@ -88,6 +88,7 @@ public:
         startNaming();
         if (!branches_.empty() && !(writeComponentCatalogue() && writeSupportCatalogue())) {
             names_->types.reportLostMappings();
+            closeOpenFiles();
             return RunEnd::TypesMissing;
         }
         writeNozzleCatalogue();
@@ -217,6 +218,7 @@ private:
         };
         design::gatherEquipment(scope_.equipment, design);
         file.writeNozzles(design.nozzles);
+        file.close();
     }
 
     void writeStructures() {
@@ -227,6 +229,7 @@ private:
             design.structs.clear();
         };
         design::gatherStructures(scope_.containers, design);
+        file.close();
     }
 
     // The grids go into their own file before the last line of the supports.
@@ -240,6 +243,7 @@ private:
         design::gatherSupports(scope_.supports, design);
         writeGridFile(fullPath("\\temp\\hext\\axisline.txt"), scope_.grids, *names_);
         file.writeEnd("savework\n");
+        file.close();
     }
 
     void writePipes() {
@@ -262,7 +266,13 @@ private:
         progress(100);
         clock_.line("创建管线模型:");
         writeColourFiles();
+        closeOpenFiles();
+    }
+
+    // Those that grow from stage to stage. Of a run without all types they hold what could be written.
+    void closeOpenFiles() {
         catalogue_->close();
+        udas_->close();
     }
 
     StageClock clock_;

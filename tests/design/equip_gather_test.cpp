@@ -62,11 +62,14 @@ protected:
             EquipFile file(path("equip.txt"), set.context);
             file.writeEquips(set.equips);
             file.writeNozzles(set.nozzles);
+            EXPECT_TRUE(file.close());
         }
         return root.read("equip.txt");
     }
     std::string structText(DesignMacroSet set) {
-        NumberedFile(path("struct.txt"), ElementKind::Structure, udas).write(set.structs);
+        NumberedFile file(path("struct.txt"), ElementKind::Structure, udas);
+        file.write(set.structs);
+        EXPECT_TRUE(file.close());
         return root.read("struct.txt");
     }
     // "id: why" of everything passed over, in order.
@@ -251,6 +254,7 @@ TEST_F(EquipGather, ABadPrimitiveCostsAStructureAndOneSupportMember) {
         NumberedFile file(path("sup.txt"), ElementKind::Support, udas);
         file.write(set.supports);
         file.writeEnd("savework\n");
+        EXPECT_TRUE(file.close());
     }
     const std::string text = root.read("sup.txt");
     EXPECT_TRUE(text.starts_with("!owner = 'ORNA_ZONE_ZA'\r\n!self = 'S1_1_sup'\r\n"));

@@ -263,7 +263,7 @@ TEST_F(Ornaout, OtherModulesAndNoScopeGiveTheTrailerAlone) {
 
 // --------------------------------------------------------------------------------------------- cancels and failures
 
-TEST_F(Ornaout, ACancelLeavesWholeBlocksWithoutATrailer) {
+TEST_F(Ornaout, ACancelAtAnyCallKeepsTheOldFileAndSetsWholeBlocksAside) {
     for (const int module : {65, 73}) {
         loadObjects(module == 65 ? pipeAndPump() : papers(), module);
         ornaout();
@@ -279,10 +279,12 @@ TEST_F(Ornaout, ACancelLeavesWholeBlocksWithoutATrailer) {
             EXPECT_EQ(outcome(), tolmar::RunOutcome::Cancelled);
             EXPECT_FALSE(hasSideFile() || ui.progress.open);
             readers::Findings findings;
-            readers::eem::readEem(bytes(), findings);
+            const std::string cut = root.read("plant.v1.eem.incomplete");
+            EXPECT_FALSE(readers::eem::readEem(cut, findings).isWhole);
             ASSERT_EQ(findings.size(), 1U) << allFindings(findings);
             EXPECT_EQ(findings[0].text, "the trailer is missing");
-            EXPECT_EQ(bytes(), whole.substr(0, bytes().size()));
+            EXPECT_EQ(cut, whole.substr(0, cut.size()));
+            EXPECT_EQ(bytes(), whole) << "of the run before";
         }
         ui.cancelAt = 0;
     }
@@ -320,7 +322,8 @@ TEST_F(Ornaout, AFileThatWouldBeTooLargeIsRefused) {
     std::filesystem::remove(root.path() / "plant.v1.json");
     eem::exportTo(*ui.answer, size - 1);
     EXPECT_EQ(ui.boxes.back(), "the EEM file would be larger than 2 GiB");
-    EXPECT_EQ(bytes(), "") << "no part of it is left";
+    EXPECT_EQ(bytes().size(), size) << "what stood there before stands still, and no part beside it";
+    EXPECT_FALSE(std::filesystem::exists(*ui.answer + ".incomplete"));
     EXPECT_FALSE(hasSideFile());
     EXPECT_EQ(outcome(), tolmar::RunOutcome::Failed);
     eem::exportTo(*ui.answer, size);

@@ -215,6 +215,7 @@ TEST_F(CatalogueTest, TheFileIsOpenedInItsFolderAndANewOneReplacesIt) {
     {
         CataBuilder builder(folder, *names);
         builder.writeFixedBend();
+        EXPECT_TRUE(builder.close());
     }
     const std::string text = root.read("temp/hext/cata.txt");
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 24);

@@ -189,6 +189,7 @@ TEST_F(SpecTest, ComponentsThatTheCatalogueNeverMetHaveNoRow) {
     {
         PipeSpecWriter writer(folder() + "/a.txt", folder() + "/b.txt", *context);
         writer.writeBranchSpecs(branch, {});
+        writer.close();
     }
     EXPECT_EQ(ui.printed, "Error:10<未创建该对象的SCOM>");
     EXPECT_TRUE(wasPassedOver(10, "未创建该对象的SCOM"));

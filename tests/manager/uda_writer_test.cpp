@@ -17,7 +17,7 @@ protected:
         return out;
     }
     std::string dictionary() {
-        writer.reset();
+        EXPECT_TRUE(writer->close());
         return root.read("uda.txt");
     }
 
@@ -47,7 +47,7 @@ TEST_F(UdaWriterTest, TheDictionaryStandsAsTheTargetReadsIt) {
 
 TEST_F(UdaWriterTest, OfASecondDictionaryOnlyTheHeadIsLeft) {
     writer = std::make_unique<UdaWriter>((root.path() / "second.txt").string(), names);
-    writer.reset();
+    EXPECT_TRUE(writer->close());
     EXPECT_EQ(root.read("second.txt"), "Lexicon\r\nOLD /ORNA_UGRO\r\n");
 }
 

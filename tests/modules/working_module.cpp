@@ -53,7 +53,9 @@ void writeFile() {
     tolmar::FileDialog dialog;
     dialog.defaultExtension = "txt";
     if (const auto path = hostUi().fileDialog(dialog)) {
-        tolmar::OutputFile(*path, tolmar::FileMode::Text).write("line\n");
+        tolmar::OutputFile file(*path, tolmar::FileMode::Text);
+        file.write("line\n");
+        file.close();
     }
     tolmar::messageBox("导出结束", "提示");
 }
@@ -97,7 +99,9 @@ void fail() {
     throw std::runtime_error("out of paper");
 }
 void badFile() {
-    tolmar::OutputFile("/dev/full", tolmar::FileMode::Binary).write("x");
+    tolmar::OutputFile file("/dev/full", tolmar::FileMode::Binary);
+    file.write("x");
+    file.close();
 }
 void start() {
     tolmar::startProgram("bin\\Pack.exe");

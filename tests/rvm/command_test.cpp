@@ -256,7 +256,8 @@ TEST_F(Rvmout, ACancelledExportLeavesNoFileThatLooksWhole) {
     EXPECT_EQ(ui.boxes, std::vector<std::string>{"导出取消"});
     EXPECT_FALSE(ui.progress.open);
     readers::Findings findings;
-    EXPECT_FALSE(readers::rvm::readRvm(root.read("out/P_M.rvm"), findings).isWhole);
+    EXPECT_FALSE(std::filesystem::exists(root.path() / "out" / "P_M.rvm"));
+    EXPECT_FALSE(readers::rvm::readRvm(root.read("out/P_M.rvm.incomplete"), findings).isWhole);
 }
 
 // ----------------------------------------------------------------------------------------------------------- colours

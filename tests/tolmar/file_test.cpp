@@ -148,8 +148,9 @@ TEST_F(FileTest, MovedFileIsReportedByItsLastOwner) {
     OutputFile first(folder.file("m.txt"), FileMode::Text);
     first.write("a");
     {
-        const OutputFile second = std::move(first);
+        OutputFile second = std::move(first);
         EXPECT_TRUE(second.isOpen());
+        EXPECT_TRUE(second.close());
     }
     EXPECT_EQ(runReport().files().size(), 1U);
     first.write("nothing happens");

@@ -76,7 +76,9 @@ void writeJson(const XdbCall& call, const std::string& json) {
     if (!call.out.empty()) {
         tolmar::FileDialog dialog;
         dialog.defaultExtension = "xdb.json";
-        tolmar::OutputFile(*tolmar::hostUi().fileDialog(dialog), tolmar::FileMode::Binary).write(json);
+        tolmar::OutputFile file(*tolmar::hostUi().fileDialog(dialog), tolmar::FileMode::Binary);
+        file.write(json);
+        file.close();
     } else if (std::fwrite(json.data(), 1, json.size(), stdout) != json.size() || std::fflush(stdout) != 0) {
         runReport().fileFailed("standard output", "not all of it could be written");
     }

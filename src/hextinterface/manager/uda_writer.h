@@ -36,6 +36,9 @@ public:
     // and so on, which are defined when first needed. An empty list writes nothing.
     void writeUdaList(std::string& out, std::string_view name, std::span<const std::string> values);
 
+    // Ends the file, when no value will come any more; false when it is not whole.
+    bool close() { return file_.close(); }
+
 private:
     class ListPieces;
 

@@ -1,6 +1,7 @@
 #include "tolmar/file.h"
 
-#include "tolmar/code_page.h"
+#include "tolmar/files/part_file.h"
+#include "tolmar/host_ui.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
@@ -10,6 +11,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -80,29 +82,37 @@ public:
     bool close() override { return true; }
 };
 
-// So that nothing incomplete has the name of a whole file. Devices and pipes stay.
-std::string renameAside(const std::filesystem::path& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) {
-        return {};
-    }
-    std::filesystem::path aside = path;
-    aside += ".incomplete";
-    std::filesystem::rename(path, aside, error);
-    return error ? std::string() : "; what there is of it is kept as " + fromUtf8(aside.filename().string());
-}
-
-// Nothing to add to the reason.
-std::string removed(const std::filesystem::path& path) {
-    std::error_code error;
-    if (std::filesystem::is_regular_file(path, error)) {
-        std::filesystem::remove(path, error);
-    }
-    return {};
-}
-
 std::string reasonOf(int error) {
-    return error == 0 ? "not all of it could be written" : std::strerror(error);
+    switch (error) {
+    case 0:
+        return "not all of it could be written";
+    case EWOULDBLOCK:
+        return "another run is writing it";
+    default:
+        return std::strerror(error);
+    }
+}
+
+// What TextAppend adds to: of an addition that is not whole nothing stays.
+struct Addition {
+    std::filesystem::path path;
+    off_t start = 0;
+    bool isNew = false;
+
+    void takeBack() const {
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(path, error)) {
+            return;
+        }
+        if ((isNew ? ::unlink(path.c_str()) : ::truncate(path.c_str(), start)) != 0) {
+            runReport().fileFailed(path.string(), std::string("cut short and not mended: ") + std::strerror(errno));
+        }
+    }
+};
+
+bool isWrittenDirectly(const std::filesystem::path& path) {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
 }
 
 }  // namespace
@@ -116,9 +126,25 @@ struct OutputFile::State {
     bool reported = true;
     bool bad = false;
     bool isDeletedWhenBad = false;
-    std::filesystem::path path;  // empty when the sink is no file of ours
+    PartFile part;
+    std::optional<Addition> addition;
     std::string name;
     std::string reason;
+
+    // The descriptor to write to; -1 with errno set.
+    int openFile(const std::filesystem::path& path, FileMode mode) {
+        if (mode != FileMode::TextAppend) {
+            return isWrittenDirectly(path) ? ::open(path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC) : part.open(path);
+        }
+        struct stat old;
+        const bool isNew = ::stat(path.c_str(), &old) != 0;
+        const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+        if (file >= 0) {
+            std::error_code error;
+            addition = Addition{std::filesystem::absolute(path, error), isNew ? 0 : old.st_size, isNew};
+        }
+        return file;
+    }
 
     void start(std::unique_ptr<Sink> to, FileMode mode) {
         sink = std::move(to);
@@ -181,19 +207,79 @@ struct OutputFile::State {
         }
     }
 
+    void abandon(std::string_view why) {
+        if (sink == nullptr) {
+            return;
+        }
+        flush();
+        const bool isWhole = !bad;
+        fail(std::string(why));
+        end(isWhole);
+    }
+
     bool finish() {
         flush();
-        attempt([this] { return sink->close(); });
-        sink.reset();
-        if (bad && !path.empty()) {
-            reason += isDeletedWhenBad ? removed(path) : renameAside(path);
-        }
-        if (reported && bad) {
-            runReport().fileFailed(name, reason);
-        } else if (reported) {
-            runReport().fileWritten(name, flushed);
-        }
+        end(false);
         return !bad;
+    }
+
+    void end(bool isAbandoned) {
+        part.keepLock();
+        closeSink();
+        if (!bad && part.isOpen()) {
+            attempt([this] { return part.putInPlace(); });
+        }
+        if (bad) {
+            undo();
+        }
+        report(isAbandoned);
+    }
+
+    // Also that of a file that failed.
+    void closeSink() {
+        errno = 0;
+        if (!sink->close()) {
+            fail(reasonOf(errno));
+        }
+        sink.reset();
+    }
+
+    // What stood there before stands there still.
+    void undo() {
+        if (addition) {
+            addition->takeBack();
+        }
+        if (!part.isOpen()) {
+            return;
+        }
+        if (isDeletedWhenBad) {
+            part.remove();
+        } else {
+            reason += part.setAside();
+        }
+    }
+
+    void report(bool isAbandoned) const {
+        if (!reported) {
+            return;
+        }
+        if (!bad) {
+            runReport().fileWritten(name, flushed);
+        } else if (isAbandoned) {
+            runReport().fileUnfinished(name, reason);
+        } else {
+            runReport().fileFailed(name, reason);
+        }
+    }
+
+    // On the way out of a scope that an exception may have ended.
+    void abandon() noexcept {
+        try {
+            abandon("not finished");
+        } catch (const std::exception&) {
+            // No memory is left to tell it; the part keeps its name.
+            sink.reset();
+        }
     }
 };
 
@@ -210,7 +296,7 @@ OutputFile::OutputFile(std::unique_ptr<Sink> sink, FileMode mode, std::string na
 
 OutputFile::~OutputFile() {
     if (state_ != nullptr) {
-        close();
+        state_->abandon();
     }
 }
 
@@ -218,7 +304,9 @@ OutputFile::OutputFile(OutputFile&& other) noexcept : state_(std::exchange(other
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     if (this != &other) {
-        close();
+        if (state_ != nullptr) {
+            state_->abandon();
+        }
         state_ = std::exchange(other.state_, nullptr);
     }
     return *this;
@@ -231,13 +319,12 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
     }
     const std::filesystem::path path = resolvePath(codePagePath);
     state_->name = reportedPath(codePagePath);
-    state_->path.clear();
+    state_->addition.reset();
     if (dryRun()) {
         state_->start(std::make_unique<NullSink>(), mode);
         return true;
     }
-    const int keep = mode == FileMode::TextAppend ? O_APPEND : O_TRUNC;
-    const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | keep, 0666);
+    const int file = state_->openFile(path, mode);
     if (file < 0) {
         state_->bad = false;
         state_->fail(reasonOf(errno));
@@ -245,10 +332,11 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
         return false;
     }
     state_->start(std::make_unique<FileSink>(file), mode);
-    state_->path = path;
-    struct stat status;
-    if (mode == FileMode::TextAppend && ::fstat(file, &status) == 0) {
-        state_->flushed = static_cast<std::uint64_t>(status.st_size);
+    if (state_->addition) {
+        state_->flushed = static_cast<std::uint64_t>(state_->addition->start);
+    }
+    if (state_->part.isOpen() && state_->part.isStale()) {
+        hostUi().print("\n" + state_->name + ".part of a run that did not end is written over\n");
     }
     return true;
 }
@@ -317,6 +405,12 @@ void OutputFile::fail(std::string_view why) {
     }
 }
 
+void OutputFile::abandon(std::string_view why) {
+    if (isOpen()) {
+        state_->abandon(why);
+    }
+}
+
 void OutputFile::deleteWhenFailed() {
     if (isOpen()) {
         state_->isDeletedWhenBad = true;
@@ -328,7 +422,8 @@ bool OutputFile::close() {
 }
 
 void setFileAside(std::string_view codePagePath, std::string_view why) {
-    const std::string place = dryRun() ? std::string() : renameAside(resolvePath(codePagePath));
+    const std::filesystem::path path = resolvePath(codePagePath);
+    const std::string place = dryRun() ? std::string() : renameAside(path, path);
     runReport().fileFailed(reportedPath(codePagePath), std::string(why) + place);
 }
 

@@ -36,6 +36,14 @@ void RunReport::fileFailed(std::string_view path, std::string_view why) {
     ended(RunOutcome::Failed, std::string(path) + ": " + std::string(why));
 }
 
+void RunReport::fileUnfinished(std::string_view path, std::string_view why) {
+    failedFiles_.push_back({std::string(path), 0, 1});
+    failures_.emplace_back(why);
+    if (unfinished_.empty()) {
+        unfinished_ = std::string(path) + ": " + std::string(why);
+    }
+}
+
 void RunReport::fileRemoved(std::string_view path) {
     const auto place = fileIndex_.find(std::string(path));
     if (place == fileIndex_.end()) {
@@ -61,6 +69,14 @@ void RunReport::ended(RunOutcome outcome, std::string_view why) {
         outcome_ = outcome;
         reason_ = why;
     }
+}
+
+RunOutcome RunReport::outcome() const {
+    return outcome_ == RunOutcome::Done && !unfinished_.empty() ? RunOutcome::Failed : outcome_;
+}
+
+const std::string& RunReport::reason() const {
+    return outcome_ == RunOutcome::Done ? unfinished_ : reason_;
 }
 
 void RunReport::clear() {

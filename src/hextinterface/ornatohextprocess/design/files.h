@@ -20,6 +20,8 @@ public:
     EquipFile(std::string_view path, const ExportContext& context);
     void writeEquips(std::vector<EquipRecord>& equips);
     void writeNozzles(const std::vector<EquipRecord>& nozzles);
+    // Ends the file; one that is not closed is not whole.
+    bool close() { return file_.close(); }
 
 private:
     std::string finalName(const std::string& base);
@@ -38,6 +40,7 @@ public:
     void write(std::vector<EquipRecord>& records);
     // A line of its own at the end.
     void writeEnd(std::string_view line) { file_.write(line); }
+    bool close() { return file_.close(); }
 
 private:
     tolmar::OutputFile file_;

@@ -32,6 +32,7 @@ void AttachSpecWriter::write(const std::vector<const HxDbSmrtlnEntity*>& connect
             writeRow(object);
         }
     }
+    out_.close();
 }
 
 void AttachSpecWriter::writeRow(const HxDbSmrtlnEntity* object) {

@@ -54,6 +54,8 @@ void BoltSpecWriter::write(const std::vector<HxDbBoltNutModel*>& boltSets) {
             writeRow(flange, part);
         }
     }
+    udaOut_.close();
+    specOut_.close();
 }
 
 void BoltSpecWriter::collect(const HxDbBoltNutModel* boltSet) {

@@ -10,6 +10,7 @@ public:
     ConnTableWriter(const std::string& path, NameManager& names) : out_(path), names_(names) {}
     // Writes the table from the end types of these objects; only the first call with objects does.
     void writeBranchConnections(const ComponentList& objects);
+    bool close() { return out_.close(); }
 
 private:
     SpecFile out_;

@@ -27,6 +27,8 @@ public:
     void lines(std::span<const std::string_view> all);
     void lines(std::initializer_list<std::string_view> all) { lines(std::span(all.begin(), all.size())); }
     void write(std::string_view text) { file_.write(text); }
+    // Ends the file; one that is not closed is not whole.
+    bool close() { return file_.close(); }
 
 private:
     void append(std::string_view text) { text_ += text; }

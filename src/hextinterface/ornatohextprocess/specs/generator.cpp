@@ -36,6 +36,8 @@ void SpecGenerator::writePipeSpecs(const ObjectSet& skipSet) {
     for (std::size_t i = 0; i < branches_.size(); ++i) {
         writePipelineSpecs(i, branches_[i], specs, connections, skipSet);
     }
+    connections.close();
+    specs.close();
 }
 
 void SpecGenerator::writePipelineSpecs(std::size_t index, const PipelineBranches& pipeline, PipeSpecWriter& specs,

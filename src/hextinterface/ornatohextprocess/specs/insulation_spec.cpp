@@ -37,6 +37,7 @@ void InsulSpecWriter::write() {
         }
         writeRow(key, record);
     }
+    out_.close();
 }
 
 bool InsulSpecWriter::writeHead(const std::string& code) {

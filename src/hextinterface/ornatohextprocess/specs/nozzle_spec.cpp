@@ -50,6 +50,7 @@ void NozzleSpecWriter::write(const std::vector<HxDbNozzleModel*>& nozzles) {
         }
         progressSlot()->setBar(percentage(++count, groups.size()), 1);
     }
+    out_.close();
 }
 
 NozzleSpecWriter::Groups NozzleSpecWriter::groupBySpec(const std::vector<HxDbNozzleModel*>& nozzles) {

@@ -24,6 +24,11 @@ public:
     void writeFixedBendSpec();
     // All specifications of one branch. ExportException "等级名称为空" ends the rest of the branch.
     void writeBranchSpecs(const ComponentList& objects, const ObjectSet& skipSet);
+    // Ends both files.
+    void close() {
+        udaOut_.close();
+        specOut_.close();
+    }
 
 private:
     struct Member {

@@ -7,6 +7,7 @@ SpecFile openSpecMacro(const std::string& folder, const char* fileName, const Na
     {
         SpecFile list(base + "Execute.mac.tpl", tolmar::FileMode::TextAppend);
         list.line("$m [path]\\", fileName);
+        list.close();
     }
     return SpecFile(base + fileName);
 }

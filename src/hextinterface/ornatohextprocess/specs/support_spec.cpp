@@ -28,6 +28,7 @@ void SupportSpecWriter::write(const std::vector<HxDbSupportModel*>& supports) {
     for (const HxDbSupportModel* support : supports) {
         writeRow(support);
     }
+    out_.close();
 }
 
 void SupportSpecWriter::writeRow(const HxDbSupportModel* support) {

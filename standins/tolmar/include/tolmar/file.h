@@ -1,8 +1,11 @@
 // Output files of the host: binary, or text whose lines end in carriage return and line feed on every system.
 //
-// Writing goes through a large buffer. A failed write makes the file fail for good; whoever owns the file asks close()
-// or failed(). A file that fails or is complete is told to the run report by close() (or by the destructor): written
-// with its size, or failed with the reason.
+// Writing goes through a large buffer, and to NAME.part beside the file's place. close() puts a file that is whole in
+// its place, in one step. A file that fails, or that is destroyed before it was closed (an exception, a cancel), leaves
+// what stood at its place as it was; what there is of it is kept as NAME.incomplete. A failed write makes the file fail
+// for good; whoever owns the file asks close() or failed(). The run report is told either way: written with its size,
+// or failed with the reason. Devices and pipes are written directly. A file that is added to (TextAppend) is added to
+// where it stands; of an addition that fails nothing stays.
 #pragma once
 
 #include <cstdint>
@@ -42,8 +45,8 @@ public:
     OutputFile(OutputFile&&) noexcept;
     OutputFile& operator=(OutputFile&&) noexcept;
 
-    // Opens for writing, replacing what was there (TextAppend keeps it). False when it cannot; a file that was open is
-    // closed first.
+    // Opens for writing, to replace what is there (TextAppend keeps it). False when it cannot, also when another run is
+    // writing the same file; a file that was open is closed first.
     bool open(std::string_view codePagePath, FileMode mode);
     bool isOpen() const;
     // Text modes turn every "\n" into CR LF. Nothing happens on a file that is not open.
@@ -58,9 +61,13 @@ public:
     bool failed() const;
     // Makes the file fail for a reason that lies elsewhere.
     void fail(std::string_view why);
+    // Ends a file before its end, as its destructor does, for a reason of which the command tells itself how it ends
+    // it.
+    void abandon(std::string_view why);
     // For files that nobody could use in part: one that fails is deleted instead of being set aside.
     void deleteWhenFailed();
-    // Flushes and closes; false when any write or the closing failed. True on a file that is not open.
+    // Flushes, closes and puts the file in its place; false when any of it failed. True on a file that is not open. To
+    // be called at the good end of the work: a file that is not closed counts as not finished.
     bool close();
 
 private:

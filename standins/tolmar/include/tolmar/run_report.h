@@ -38,6 +38,9 @@ public:
     void fileWritten(std::string_view path, std::uint64_t size);
     // A file that could not be opened, read or written completely; makes the run fail.
     void fileFailed(std::string_view path, std::string_view why);
+    // A file that was left before its end, by a cancel or an exception, whose own end of the command stands. A command
+    // that ends in no other way has failed.
+    void fileUnfinished(std::string_view path, std::string_view why);
     // A file that was written, if it was, is deleted again.
     void fileRemoved(std::string_view path);
     void passedOver(std::int64_t id, std::string_view name, std::string_view what, std::string_view why);
@@ -52,8 +55,8 @@ public:
     const std::vector<std::string>& failures() const { return failures_; }
     const std::vector<PassedOver>& passed() const { return passed_; }
     const std::vector<ColouredObject>& colours() const { return colours_; }
-    RunOutcome outcome() const { return outcome_; }
-    const std::string& reason() const { return reason_; }
+    RunOutcome outcome() const;
+    const std::string& reason() const;
     void clear();
 
 private:
@@ -65,6 +68,7 @@ private:
     std::vector<ColouredObject> colours_;
     RunOutcome outcome_ = RunOutcome::Done;
     std::string reason_;
+    std::string unfinished_;  // the first such file and why
 };
 
 RunReport& runReport();
