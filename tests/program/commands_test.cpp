@@ -71,8 +71,8 @@ protected:
         arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
         return tessaro(std::move(arguments));
     }
-    // `tessaro run`, interrupted once a bar has moved.
-    Ended interrupted(std::vector<std::string> arguments) const {
+    // `tessaro run`, asked to stop once a bar has moved.
+    Ended interrupted(std::vector<std::string> arguments, std::vector<int> signals = {SIGINT}) const {
         const std::vector<std::string> fixed = {"run", "--model", folder.file("plant.json"), "--progress", "json"};
         arguments.insert(arguments.begin(), fixed.begin(), fixed.end());
         fs::remove(folder.file("stderr"));
@@ -80,7 +80,10 @@ protected:
         for (int i = 0; i < 1000 && folder.get("stderr").find("\"value\":1") == std::string::npos; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
-        ::kill(process, SIGINT);
+        for (const int signal : signals) {
+            ::kill(process, signal);
+            std::this_thread::sleep_for(std::chrono::milliseconds(signal == SIGHUP ? 300 : 0));
+        }
         return wait(process);
     }
     std::string report() const { return folder.get("report.json"); }
@@ -296,6 +299,19 @@ TEST_F(Program, InterruptIsTheCancelButton) {
         ended.said("{\"open\":true,\"title\":\"waiting\",\"text\":\"\",\"bars\":[{\"text\":\"\",\"value\":0}]}\n"));
     EXPECT_TRUE(ended.said("cancelled"));
     EXPECT_FALSE(ended.said("导出结束"));
+}
+
+TEST_F(Program, AKillAndAHangUpAreCancelsUnlessTheHangUpIsIgnored) {
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        const Ended ended = interrupted({"WAIT", "WRITE"}, {signal});
+        EXPECT_EQ(ended.status, 130) << signal;
+        EXPECT_FALSE(ended.said("导出结束"));
+    }
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    const Ended ignored = interrupted({"WAIT", "--report", folder.file("report.json")}, {SIGHUP, SIGHUP, SIGTERM});
+    std::signal(SIGHUP, before);
+    EXPECT_EQ(ignored.status, 130) << "the second of two that counted would have ended it";
+    EXPECT_NE(report().find("\"outcome\": \"cancelled\""), std::string::npos);
 }
 
 // Part of the arrays would look like all of them.

@@ -181,7 +181,7 @@ private:
         answers.selection = {options_.select, options_.deselect};
         answers.dryRun = options_.dryRun;
         answers.listItems = options_.verbose;
-        answers.cancelled = interrupted;
+        answers.cancelled = cancelSignalled;
         std::string error;
         if (!options_.selectFile.empty() && !readSelectFile(options_.selectFile, answers.selection, error)) {
             return refuse(ExitStatus::InputRefused, error);
@@ -234,14 +234,14 @@ private:
 
     void runAll() {
         tolmar::setHostUi(screen_ != nullptr ? screen_.get() : ui_.get());
-        catchInterrupt();
+        catchCancelSignals();
         for (const std::string& name : options_.commands) {
-            if (interrupted()) {
+            if (cancelSignalled()) {
                 runReport().ended(RunOutcome::Cancelled);
             }
             // The scope dialog of a dry run is cancelled on purpose.
             const bool isCancelled = !options_.dryRun && runReport().outcome() == RunOutcome::Cancelled;
-            if (interrupted() || isCancelled || !ui_->refusal().empty()) {
+            if (cancelSignalled() || isCancelled || !ui_->refusal().empty()) {
                 break;
             }
             console_.detail("command " + name);
@@ -270,7 +270,7 @@ private:
 
     // The scope dialog of a dry run was cancelled on purpose.
     ExitStatus finalStatus() const {
-        const bool onPurpose = options_.dryRun && runReport().outcome() == RunOutcome::Cancelled && !interrupted();
+        const bool onPurpose = options_.dryRun && runReport().outcome() == RunOutcome::Cancelled && !cancelSignalled();
         return onPurpose ? ExitStatus::Done : statusOf(runReport());
     }
 
