@@ -1,8 +1,10 @@
 #include "tolmar/file.h"
 
+#include "tolmar/code_page.h"
 #include "tolmar/files/part_file.h"
 #include "tolmar/host_ui.h"
 #include "tolmar/paths.h"
+#include "tolmar/protected_files.h"
 #include "tolmar/run_report.h"
 #include "tolmar/system.h"
 #include "tolmar/write_all.h"
@@ -323,6 +325,12 @@ bool OutputFile::open(std::string_view codePagePath, FileMode mode) {
     if (dryRun()) {
         state_->start(std::make_unique<NullSink>(), mode);
         return true;
+    }
+    if (const std::string reason = reasonNotToWrite(path); !reason.empty()) {
+        state_->bad = false;
+        state_->fail(fromUtf8(reason));
+        runReport().fileRefused(state_->name, state_->reason);
+        return false;
     }
     const int file = state_->openFile(path, mode);
     if (file < 0) {

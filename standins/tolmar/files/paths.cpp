@@ -2,6 +2,7 @@
 
 #include "tolmar/case_fold.h"
 #include "tolmar/code_page.h"
+#include "tolmar/protected_files.h"
 #include "tolmar/system.h"
 
 #include <dirent.h>
@@ -122,7 +123,8 @@ std::string fileNameOf(std::string_view codePagePath) {
 }
 
 bool deleteFile(std::string_view codePagePath) {
-    return !dryRun() && ::unlink(resolvePath(codePagePath).c_str()) == 0;
+    const std::filesystem::path path = resolvePath(codePagePath);
+    return !dryRun() && reasonNotToWrite(path).empty() && ::unlink(path.c_str()) == 0;
 }
 
 bool copyFile(std::string_view from, std::string_view to) {

@@ -44,6 +44,14 @@ void RunReport::fileUnfinished(std::string_view path, std::string_view why) {
     }
 }
 
+void RunReport::fileRefused(std::string_view path, std::string_view why) {
+    failedFiles_.push_back({std::string(path), 0, 1});
+    failures_.emplace_back(why);
+    if (refused_.empty()) {
+        refused_ = std::string(path) + ": " + std::string(why);
+    }
+}
+
 void RunReport::fileRemoved(std::string_view path) {
     const auto place = fileIndex_.find(std::string(path));
     if (place == fileIndex_.end()) {
@@ -72,10 +80,16 @@ void RunReport::ended(RunOutcome outcome, std::string_view why) {
 }
 
 RunOutcome RunReport::outcome() const {
+    if (!refused_.empty()) {
+        return RunOutcome::Refused;
+    }
     return outcome_ == RunOutcome::Done && !unfinished_.empty() ? RunOutcome::Failed : outcome_;
 }
 
 const std::string& RunReport::reason() const {
+    if (!refused_.empty()) {
+        return refused_;
+    }
     return outcome_ == RunOutcome::Done ? unfinished_ : reason_;
 }
 

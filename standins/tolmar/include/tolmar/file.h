@@ -46,7 +46,8 @@ public:
     OutputFile& operator=(OutputFile&&) noexcept;
 
     // Opens for writing, to replace what is there (TextAppend keeps it). False when it cannot, also when another run is
-    // writing the same file; a file that was open is closed first.
+    // writing the same file or it is one that the run must not touch (tolmar/protected_files.h), which makes the run
+    // refused; a file that was open is closed first.
     bool open(std::string_view codePagePath, FileMode mode);
     bool isOpen() const;
     // Text modes turn every "\n" into CR LF. Nothing happens on a file that is not open.

@@ -18,7 +18,7 @@ std::string reportedPath(std::string_view codePagePath);
 std::string folderOf(std::string_view codePagePath);
 std::string fileNameOf(std::string_view codePagePath);
 
-// Deletes a file by a path of the code page; false when there was none.
+// Deletes a file by a path of the code page; false when there was none, or when the run must not touch it.
 bool deleteFile(std::string_view codePagePath);
 // Copies a file over an existing one; false when it could not.
 bool copyFile(std::string_view from, std::string_view to);

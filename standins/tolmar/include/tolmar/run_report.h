@@ -41,6 +41,8 @@ public:
     // A file that was left before its end, by a cancel or an exception, whose own end of the command stands. A command
     // that ends in no other way has failed.
     void fileUnfinished(std::string_view path, std::string_view why);
+    // A file that the run must not write: the run counts as refused, whatever its commands make of it.
+    void fileRefused(std::string_view path, std::string_view why);
     // A file that was written, if it was, is deleted again.
     void fileRemoved(std::string_view path);
     void passedOver(std::int64_t id, std::string_view name, std::string_view what, std::string_view why);
@@ -69,6 +71,7 @@ private:
     RunOutcome outcome_ = RunOutcome::Done;
     std::string reason_;
     std::string unfinished_;  // the first such file and why
+    std::string refused_;     // the same
 };
 
 RunReport& runReport();
