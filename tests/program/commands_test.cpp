@@ -199,11 +199,51 @@ TEST_F(Program, AFileThatALaterCommandWritesOverIsTold) {
     EXPECT_NE(report().find("of WRITE: SCOPE wrote over it"), std::string::npos) << report();
 }
 
-TEST_F(Program, UnwritableReportAndLogAreStatusFour) {
-    EXPECT_EQ(run({"COLOUR", "--report", folder.file("none/report.json")}).status, 4);
+TEST_F(Program, ReportAndLogThatTakeNotAllAreStatusFour) {
     EXPECT_EQ(run({"COLOUR", "--report", "/dev/full"}).status, 4);
-    EXPECT_EQ(run({"COLOUR", "--log-file", folder.file("none/log")}).status, 4);
     EXPECT_EQ(run({"WRITE", "--log-file", "/dev/full"}).status, 4);
+}
+
+TEST_F(Program, PlacesThatCannotBeWrittenAreRefusedBeforeTheModelIsRead) {
+    folder.put("plant.json", "no model at all");
+    folder.put("file", "kept");
+    const auto refusal = [this](std::vector<std::string> places) {
+        places.insert(places.begin(), {"run", "COLOUR", "--model", folder.file("plant.json")});
+        const Ended ended = tessaro(places);
+        EXPECT_EQ(ended.status, 2);
+        EXPECT_FALSE(ended.said("plant.json:")) << ended.err;
+        return ended.err;
+    };
+    const auto expect = [&](std::vector<std::string> places, const std::string& said) {
+        const std::string told = refusal(std::move(places));
+        EXPECT_NE(told.find(said), std::string::npos) << told;
+    };
+    expect({"--report", folder.file("none/report.json")}, "there is no folder " + folder.file("none"));
+    expect({"--log-file", folder.file("none/log")}, "there is no folder " + folder.file("none"));
+    expect({"--report", folder.file("install")}, "is a folder");
+    expect({"--out", folder.file("file")}, "file: is no folder; --out names");
+    expect({"--out", folder.file("file/below")}, "file: is no folder; --out names");
+    if (::geteuid() != 0) {
+        fs::create_directories(folder.path() / "locked");
+        fs::permissions(folder.path() / "locked", fs::perms::owner_read | fs::perms::owner_exec);
+        expect({"--out", folder.file("locked/deeper")}, "cannot be written");
+        expect({"--report", folder.file("locked/report.json")}, "cannot be written");
+        fs::permissions(folder.path() / "locked", fs::perms::owner_all);
+    }
+    EXPECT_EQ(folder.get("file"), "kept");
+}
+
+TEST_F(Program, ReportAndLogAreNoInputAndNotEachOther) {
+    const std::string plant = folder.get("plant.json");
+    EXPECT_TRUE(run({"COLOUR", "--report", folder.file("plant.json")}).said("is the file of --report and the model"));
+    fs::create_hard_link(folder.file("plant.json"), folder.file("linked"));
+    EXPECT_EQ(run({"COLOUR", "--log-file", folder.file("linked")}).status, 2);
+    EXPECT_EQ(run({"COLOUR", "--log-file", "both", "--report", folder.file("both")}).status, 2);
+    EXPECT_FALSE(fs::exists(folder.file("both")));
+    EXPECT_EQ(folder.get("plant.json"), plant);
+    EXPECT_EQ(run({"COLOUR", "--log-file", "/dev/null", "--report", "/dev/null"}).status, 0);
+    EXPECT_EQ(run({"COLOUR", "--report", folder.file("out/report.json")}).status, 0) << "in the folder that is made";
+    EXPECT_TRUE(fs::exists(folder.file("out/report.json")));
 }
 
 // More than a pipe holds, so that the program is still writing when its reader goes.

@@ -42,6 +42,19 @@ TEST_F(RealModule, HextoutWritesAFolderThatItsCheckerTakes) {
     EXPECT_EQ(tessaro("check hext '" + (root() / "temp" / "hext").string() + "'"), 0) << said();
 }
 
+// The side file of NVOUT takes the project's name, and this plant is named as its project.
+TEST_F(RealModule, AnExportDoesNotWriteOverItsModel) {
+    const fs::path plant = folder() / "GeneratedPlant.json";
+    ASSERT_EQ(tessaro("model generate --objects 200 -o '" + plant.string() + "'"), 0) << said();
+    const std::string before = readFile(plant);
+    const std::string arguments = " --model '" + plant.string() + "' --root '" + root().string() + "' --out '";
+    EXPECT_EQ(tessaro("run NVOUT" + arguments + folder().string() + "'"), 2) << said();
+    EXPECT_NE(said().find("it is the model of this run, " + plant.string()), std::string::npos) << said();
+    EXPECT_TRUE(readFile(plant) == before);
+    EXPECT_NE(tessaro("run NVOUT" + arguments + out().string() + "'"), 2) << said();
+    EXPECT_TRUE(fs::exists(out() / "GeneratedPlant.json"));
+}
+
 TEST_F(RealModule, RvmoutWritesAPairThatItsCheckerTakes) {
     const int status = run("RVMOUT");
     EXPECT_TRUE(status == 0 || status == 3) << said();

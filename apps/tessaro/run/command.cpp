@@ -3,6 +3,7 @@
 #include "forms/scripted_ui.h"
 #include "plant/model.h"
 #include "tessaro/run/module_file.h"
+#include "tessaro/run/places.h"
 #include "tessaro/run/report_output.h"
 #include "tessaro/run/screen_ui.h"
 #include "tessaro/run/xdb_function.h"
@@ -114,7 +115,7 @@ public:
 
     ExitStatus execute() {
         for (const auto step : {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::checkOutputs,
-                                &Run::prepareUi, &Run::openScreen, &Run::loadTheModel}) {
+                                &Run::checkTarget, &Run::prepareUi, &Run::openScreen, &Run::loadTheModel}) {
             const ExitStatus status = (this->*step)();
             if (status != ExitStatus::Done) {
                 return status;
@@ -172,6 +173,15 @@ private:
                             "XDBOUT and the report would both go to standard output; give --out "
                             "or a file for --report")
                    : ExitStatus::Done;
+    }
+
+    ExitStatus checkTarget() {
+        const std::string fault = faultOfTarget(options_);
+        if (!fault.empty()) {
+            return refuse(ExitStatus::InputRefused, fault);
+        }
+        protectPlaces(options_);
+        return ExitStatus::Done;
     }
 
     ExitStatus prepareUi() {
@@ -326,6 +336,10 @@ ExitStatus runCommands(RunOptions options) {
     for (fs::path& path : options.model) {
         makeAbsolute(path);
     }
+    if (const std::string fault = faultOfOwnFiles(options); !fault.empty()) {
+        console.error(fault);
+        return ExitStatus::InputRefused;
+    }
     if (!options.logFile.empty() && !console.openLog(options.logFile)) {
         console.error(options.logFile.string() + ": cannot be written");
         return ExitStatus::Failed;
@@ -333,6 +347,10 @@ ExitStatus runCommands(RunOptions options) {
     ExitStatus status = Run(options, console).execute();
     const RunFacts facts = factsOf(options, status);
     printSummary(console, runReport(), facts);
+    if (options.report.parent_path() == options.out) {
+        std::error_code ignored;
+        fs::create_directories(options.out, ignored);
+    }
     if (!options.report.empty() && !writeReport(options.report, runReport(), facts)) {
         console.error(options.report.string() + ": the report cannot be written");
         status = ExitStatus::Failed;
