@@ -354,6 +354,23 @@ TEST_F(Program, AKillAndAHangUpAreCancelsUnlessTheHangUpIsIgnored) {
     EXPECT_NE(report().find("\"outcome\": \"cancelled\""), std::string::npos);
 }
 
+TEST_F(Program, TwoRunsDoNotWriteToOneFolder) {
+    const std::string lock = folder.put("out/.tessaro.lock", "1");
+    EXPECT_EQ(run({"WRITE"}).status, 0) << "what a dead run left holds nothing";
+    EXPECT_FALSE(fs::exists(lock));
+    const pid_t first = start({"run", "WAIT", "--model", folder.file("plant.json"), "--out", folder.file("out")});
+    for (int i = 0; i < 1000 && folder.get("out/.tessaro.lock").empty(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    const Ended second = run({"WRITE"});
+    EXPECT_EQ(second.status, 2);
+    EXPECT_TRUE(second.said("another run writes there (process " + std::to_string(first) + ")")) << second.err;
+    ::kill(first, SIGKILL);
+    wait(first);
+    EXPECT_EQ(run({"WRITE"}).status, 0) << "a process that was killed holds nothing";
+    EXPECT_FALSE(fs::exists(lock));
+}
+
 // Part of the arrays would look like all of them.
 TEST_F(Program, CancelledFunctionHandsOutNothing) {
     ::setenv("WORKING_MODULE_WAITS", "1", 1);

@@ -2,6 +2,7 @@
 
 #include "forms/scripted_ui.h"
 #include "plant/model.h"
+#include "tessaro/run/folder_lock.h"
 #include "tessaro/run/module_file.h"
 #include "tessaro/run/places.h"
 #include "tessaro/run/report_output.h"
@@ -114,8 +115,9 @@ public:
     Run(const RunOptions& options, Console& console) : options_(options), console_(console) {}
 
     ExitStatus execute() {
-        for (const auto step : {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::checkOutputs,
-                                &Run::checkTarget, &Run::prepareUi, &Run::openScreen, &Run::loadTheModel}) {
+        for (const auto step :
+             {&Run::prepareRoot, &Run::loadTheModule, &Run::checkNames, &Run::checkOutputs, &Run::checkTarget,
+              &Run::lockFolders, &Run::prepareUi, &Run::openScreen, &Run::loadTheModel}) {
             const ExitStatus status = (this->*step)();
             if (status != ExitStatus::Done) {
                 return status;
@@ -182,6 +184,21 @@ private:
         }
         protectPlaces(options_);
         return ExitStatus::Done;
+    }
+
+    // HEXTOUT writes below the installation root, everything else to the target.
+    ExitStatus lockFolders() {
+        if (options_.dryRun) {
+            return ExitStatus::Done;
+        }
+        const auto isOfRoot = [](const std::string& name) { return ::strcasecmp(name.c_str(), "HEXTOUT") == 0; };
+        const std::vector<std::string>& all = options_.commands;
+        const auto rootCommands = std::count_if(all.begin(), all.end(), isOfRoot);
+        std::string fault = rootCommands > 0 ? rootLock_.take(options_.root) : "";
+        if (fault.empty() && rootCommands < std::ssize(all) && !options_.out.empty()) {
+            fault = targetLock_.take(options_.out);
+        }
+        return fault.empty() ? ExitStatus::Done : refuse(ExitStatus::InputRefused, fault);
     }
 
     ExitStatus prepareUi() {
@@ -286,6 +303,8 @@ private:
 
     const RunOptions& options_;
     Console& console_;
+    FolderLock rootLock_;
+    FolderLock targetLock_;
     std::unique_ptr<CommandLineUi> ui_;
     std::unique_ptr<tolmar::HostUi> screen_;
     plant::ModelPtr model_;
