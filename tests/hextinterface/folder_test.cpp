@@ -8,6 +8,7 @@ using FolderReader = HextRunTest;
 TEST_F(FolderReader, FindsEachKindOfFault) {
     const TestModel model(example());
     hextout();
+    tolmar::waitForStartedPrograms();  // the files change below
     ASSERT_EQ(folderFindings(), "");
     const std::string longName(52, 'q');
     const struct {
