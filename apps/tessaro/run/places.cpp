@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <strings.h>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -17,8 +18,30 @@ struct Place {
     const char* role;
 };
 
+bool isAttributeText(const fs::path& path) {
+    return ::strcasecmp(path.extension().c_str(), ".txt") == 0 || ::strcasecmp(path.extension().c_str(), ".att") == 0;
+}
+
+// A folder of models as its files; with a file all that bear its name, since an attribute text is read beside it.
+void addModel(const fs::path& model, std::vector<Place>& places) {
+    std::error_code error;
+    const bool isFolder = fs::is_directory(model, error);
+    places.push_back({model, "the model"});
+    for (const auto& entry : fs::directory_iterator(isFolder ? model : model.parent_path(), error)) {
+        const fs::path& path = entry.path();
+        const bool isBeside = isFolder || ::strcasecmp(path.stem().c_str(), model.stem().c_str()) == 0;
+        if (isBeside && path != model && (isFolder || isAttributeText(path))) {
+            places.push_back({path, "a file of the model"});
+        }
+    }
+}
+
 std::vector<Place> inputsOf(const RunOptions& options) {
-    return {{options.model, "the model"}, {options.selectFile, "the file of --select-file"}};
+    std::vector<Place> places{{options.selectFile, "the file of --select-file"}};
+    for (const fs::path& model : options.model) {
+        addModel(model, places);
+    }
+    return places;
 }
 
 std::vector<Place> ownFilesOf(const RunOptions& options) {
