@@ -22,15 +22,18 @@ class Colours : public PipesTest {
 protected:
     Colours() { usedColours().clear(); }
     ~Colours() override { usedColours().clear(); }
-    std::string read(const char* name) const {
-        std::string text = root.read(std::string("temp/hext/") + name);
+    std::string read(const std::string& name) const {
+        std::string text = root.read("temp/hext/" + name);
         std::erase(text, '\r');
         return text;
     }
-    std::string colours() const {
-        return told(read("des-col.pmldat"), {"!gphAutoColourRul = ", "!gphAutoColTnslVal = ", "!gphAutoColourExp = "});
+    std::string colours(const std::string& ending = {}) const {
+        return told(read("des-col.pmldat" + ending),
+                    {"!gphAutoColourRul = ", "!gphAutoColTnslVal = ", "!gphAutoColourExp = "});
     }
-    std::string rules() const { return told(read("des-element-rules.pmldat"), {"!rule.name = ", "!rule.types = "}); }
+    std::string rules(const std::string& ending = {}) const {
+        return told(read("des-element-rules.pmldat" + ending), {"!rule.name = ", "!rule.types = "});
+    }
     bool isClosed() const { return read("des-col.pmldat").find("autoColourRules = !tempArray\n") != std::string::npos; }
 };
 
@@ -55,19 +58,18 @@ TEST_F(Colours, WithoutKeysTheFramesStandAlsoWithoutTheArray) {
     EXPECT_TRUE(isClosed());
 }
 
-TEST_F(Colours, ABrokenArrayKeepsTheBlocksSoFar) {
+TEST_F(Colours, ABrokenArraySetsTheBlocksSoFarAside) {
     useColour(ColourClass::Pipeline, 1);
     useColour(ColourClass::Structure, 9);
     for (const char* broken : {R"({"color":[11,12]})", R"({"color":[11,1,1,1,1,1,1,1,"x"]})"}) {
         root.write("temp/hext/config.json", broken);
         EXPECT_EQ(failureOf([] { writeColourFiles(); }), "object is invalid");
-        EXPECT_EQ(colours(), "|CLRPIPE1| 0 |11|\n");
-        EXPECT_EQ(rules(), "|CLRPIPE1|  |PIPE|\n");
+        EXPECT_EQ(colours(".incomplete"), "|CLRPIPE1| 0 |11|\n");
+        EXPECT_EQ(rules(".incomplete"), "|CLRPIPE1|  |PIPE|\n");
         EXPECT_FALSE(isClosed());
     }
     root.write("temp/hext/config.json", "{}");
     EXPECT_THROW(writeColourFiles(), std::runtime_error);
-    EXPECT_EQ(colours(), "");
     EXPECT_FALSE(isClosed());
 }
 
@@ -76,7 +78,7 @@ TEST_F(Colours, AFileThatDoesNotOpenEndsTheWriter) {
     useColour(ColourClass::Pipeline, 1);
     writeColourFiles();
     EXPECT_EQ(colours(), "");
-    EXPECT_EQ(tolmar::runReport().failedFiles().size(), 1U);
+    EXPECT_EQ(tolmar::runReport().failedFiles().size(), 2U) << "the other one is not finished";
 }
 
 }  // namespace

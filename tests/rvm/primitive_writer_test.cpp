@@ -194,7 +194,7 @@ TEST_F(PrimitiveWriting, HostContentComesByItsEntity) {
     const auto content = write(true);
     EXPECT_EQ(names(content), "HextPrimaryAcadEntity1 HextPrimaryAcadEntity4 ") << reported();
     ASSERT_EQ(content.primitives.size(), 2U) << "a line outside of its class has no facets";
-    EXPECT_TRUE(content.primitives[0].isObstruction);
+    EXPECT_TRUE(content.primitives[0].isObstruction());
     EXPECT_EQ(content.primitives[0].kind, 10U);
     EXPECT_EQ(content.primitives[0].parameters[0], 5.0F);
     EXPECT_EQ(content.primitives[0].parameters[1], 250.0F);

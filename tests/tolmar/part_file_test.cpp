@@ -1,5 +1,5 @@
 // What a file leaves on the disk: all of it, or what stood there before.
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/file.h"
 #include "tolmar/run_report.h"
 

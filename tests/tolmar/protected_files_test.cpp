@@ -1,6 +1,6 @@
 #include "tolmar/protected_files.h"
 
-#include "scratch_folder.h"
+#include "support/scratch_folder.h"
 #include "tolmar/file.h"
 #include "tolmar/paths.h"
 #include "tolmar/run_report.h"
