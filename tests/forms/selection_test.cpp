@@ -296,6 +296,9 @@ TEST_F(ScriptedForm, ClicksOptionsThatDifferAndAreEnabled) {
 TEST_F(ScriptedForm, WhatTheFormLacksIsRefused) {
     EXPECT_EQ(run({.options = {{"noSuch", true}}}), OrnLogicForm::ResultCancel);
     EXPECT_NE(ui->refusal().find("noSuch"), std::string::npos);
+}
+
+TEST_F(ScriptedForm, PatternWithoutAMatchIsRefused) {
     EXPECT_EQ(run({.selection = {{"World", "Wrold"}, {}}}), OrnLogicForm::ResultCancel);
     EXPECT_NE(ui->refusal().find("\"Wrold\""), std::string::npos);
 }

@@ -19,7 +19,7 @@ constexpr const char* plant = R"({"format":"tessaro-plant","version":1,"project"
     {"id":5,"class":"HxDbEquipment","in":4,"attrs":{"eqno":"E"},"primitives":[
         {"type":"HextCylinder3D","startPoint":[0,0,0],"endPoint":[0,0,9],"diameter":4},
         {"type":"HextSqucone3D","point":[0,0,0],"bottomX":2,"bottomY":2,"topX":1,"topY":1,"height":3},
-        {"type":"HextRevolve","center":[0,0,0],"axis":[0,1,0],"angle":1,"profile":[[1,1,0,0],[1,1,0,1],[4,2,0,0]]},
+        {"type":"HextRevolve","center":[0,0,0],"axis":[0,1,0],"angle":1,"profile":[[1,1,0,0],[1,2,0,0],[1,2,1,0]]},
         {"type":"HextPrimaryLine","startPoint":[0,0,0],"endPoint":[5,0,0]}]}]})";
 
 class Hostile : public Outputs {
@@ -68,7 +68,7 @@ TEST_F(Hostile, ChangedBytesNeverMisleadAReader) {
     for (const fs::path& file : files()) {
         const std::string whole = realmodule::readFile(file);
         std::size_t told = 0;
-        for (int round = 0; round < 600; ++round) {
+        for (int round = 0; round < 150; ++round) {
             std::string changed = whole;
             for (std::uint32_t i = 0; i <= random() % 3; ++i) {
                 changed[random() % changed.size()] = static_cast<char>(random() % 4 == 0 ? 0xFF : random());
