@@ -39,7 +39,9 @@ void readPair(const Request& request, const char* ending, Read&& read) {
     const MappedFile beside(besidePath);
     const std::string_view bytes = bytesOf(file, request.path, request.findings);
     const std::string_view more = bytesOf(beside, besidePath, request.findings);
-    if (file.isGood()) {
+    if (file.isGood() && bytes.empty()) {
+        note(request.findings, request.path.filename().string(), "it is empty");
+    } else if (file.isGood()) {
         read(bytes, more);
     }
 }
