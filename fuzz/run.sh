@@ -10,7 +10,7 @@ setup_packages
 seconds=${1:-60}
 shift || true
 names=("$@")
-[ ${#names[@]} -gt 0 ] || names=(model config profile selection entity outline rvm attribute_text)
+[ ${#names[@]} -gt 0 ] || names=(model config profile selection entity outline rvm attribute_text pcf)
 build=build/fuzz
 mkdir -p build
 cmake -S . -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DTESSARO_FUZZ=ON -DTESSARO_SANITIZE=ON -DTESSARO_BENCH=OFF \
