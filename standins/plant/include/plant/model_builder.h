@@ -65,7 +65,7 @@ struct InsulationFacts {
     std::optional<std::string_view> code{};
 };
 
-// What a tube specification says of one end; the first one told is end 1.
+// One end of a tube by its catalogue entry; the first one told is end 1.
 struct TubeEndFacts {
     std::optional<std::string_view> size{};
     std::optional<std::string_view> endType{};
