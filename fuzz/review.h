@@ -1,8 +1,8 @@
 // A review model from any bytes: it is a model or refused, its balance adds up, and the same bytes give the same model.
 #pragma once
 
+#include "plant/building/memory_builder.h"
 #include "plant/model/data.h"
-#include "plant/model/memory_builder.h"
 #include "plant/refusal.h"
 #include "scratch_file.h"
 #include "sources/review/source.h"

@@ -2,9 +2,9 @@
 // in the order in which it finds it; the builder knows no file format, and a source knows nothing of the model's
 // memory.
 //
-// Two builders stand behind this interface: one makes a Model in memory (plant/model/memory_builder.h), one writes the
-// text of a model file as it is told (sources/json/writer.h). A third that counts or filters may stand between a source
-// and them.
+// Two builders stand behind this interface: one makes a Model in memory (plant/building/memory_builder.h), one writes
+// the text of a model file as it is told (sources/json/writer.h). A third that counts or filters may stand between a
+// source and them.
 //
 // Order of calls: project, labels and databases stand outside of objects, first where a source can; objects are told
 // each from beginObject to endObject, a parent before what stands under it; then finish. Several sources may be told
