@@ -2,6 +2,8 @@
 // anything; objects may not be null unless something else is said.
 #pragma once
 
+#include "platform/objects.h"
+
 #include "platform/primitives.h"
 
 // The id as printf takes it, with %lld.
